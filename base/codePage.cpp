@@ -1,0 +1,88 @@
+#include "base/codePage.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace {
+
+/// The characters of the codes 80 to 9F; all others are those of the same number.
+constexpr std::array<char16_t, 32> upperControls = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+constexpr std::uint8_t firstUpperControl = 0x80;
+
+char32_t characterOf(std::uint8_t code) {
+    const unsigned index = code - unsigned{firstUpperControl};
+    return code >= firstUpperControl && index < upperControls.size() ? upperControls[index] : code;
+}
+
+char byteOf(char32_t character) {
+    const auto* const found = std::find(upperControls.begin(), upperControls.end(), character);
+    if (found != upperControls.end()) {
+        return static_cast<char>(firstUpperControl + (found - upperControls.begin()));
+    }
+    const bool ownNumber =
+        character < firstUpperControl || (character >= 0xA0 && character <= 0xFF);
+    return ownNumber ? static_cast<char>(character) : '?';
+}
+
+void appendUtf8(std::string& text, char32_t character) {
+    const auto put = [&text](char32_t bits) { text += static_cast<char>(bits); };
+    if (character < 0x80) {
+        put(character);
+    } else if (character < 0x800) {
+        put(0xC0 | (character >> 6));
+        put(0x80 | (character & 0x3F));
+    } else {
+        put(0xE0 | (character >> 12));
+        put(0x80 | ((character >> 6) & 0x3F));
+        put(0x80 | (character & 0x3F));
+    }
+}
+
+/// The number of bytes of the character that `lead` begins; 0 when it begins none.
+std::size_t lengthFromLead(std::uint8_t lead) {
+    if (lead < 0x80) return 1;
+    if (lead >= 0xC2 && lead < 0xE0) return 2;
+    if (lead >= 0xE0 && lead < 0xF0) return 3;
+    if (lead >= 0xF0 && lead < 0xF5) return 4;
+    return 0;
+}
+
+}  // namespace
+
+std::string codePage::toUtf8(std::string_view bytes) {
+    std::string text;
+    text.reserve(bytes.size());
+    for (const char byte : bytes)
+        appendUtf8(text, characterOf(static_cast<std::uint8_t>(byte)));
+    return text;
+}
+
+std::string codePage::fromUtf8(std::string_view utf8) {
+    std::string bytes;
+    bytes.reserve(utf8.size());
+    while (!utf8.empty()) {
+        const auto lead = static_cast<std::uint8_t>(utf8.front());
+        const std::size_t length = lengthFromLead(lead);
+        const std::string_view rest = utf8.substr(1, length == 0 ? 0 : length - 1);
+        const bool whole = length > 0 && rest.size() == length - 1 &&
+                           std::all_of(rest.begin(), rest.end(), [](char byte) {
+                               return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80;
+                           });
+        if (!whole) {
+            bytes += '?';
+            utf8.remove_prefix(1);
+            continue;
+        }
+        char32_t character = length == 1 ? lead : lead & (0xFFU >> (length + 1));
+        for (const char byte : rest) {
+            character = (character << 6) | (static_cast<std::uint8_t>(byte) & 0x3F);
+        }
+        bytes += byteOf(character);
+        utf8.remove_prefix(length);
+    }
+    return bytes;
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// The one single-byte code page of the program: Windows-1252 in its web reading, in which all 256
+/// codes have a character (the five that Windows left open are the control characters of the same
+/// number). So any bytes whatever come back as they were.
+namespace codePage {
+
+/// The characters of `bytes`, as UTF-8.
+[[nodiscard]] std::string toUtf8(std::string_view bytes);
+
+/// The bytes of the characters of `utf8`. A character that the code page lacks, and each byte that
+/// is no UTF-8, gives "?".
+[[nodiscard]] std::string fromUtf8(std::string_view utf8);
+
+}  // namespace codePage

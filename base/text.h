@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// Readers and replacements for wire text: one `char` is one byte on the wire, and every position
+/// and length counts those. The readers return views into their argument, to be used within the
+/// statement.
+
+/// The piece number `index`, from 0, of `text` cut at every `separator`; two separators in a row
+/// give an empty piece, and an empty text has none. Fails when there is no such piece.
+[[nodiscard]] std::string_view piece(std::string_view text, std::string_view separator,
+                                     std::size_t index);
+
+/// Word `index`, from 0, between single blanks of the whole text: the word that ends a line carries
+/// the CRLF and what follows it up to the next blank. Fails when there is no such word.
+[[nodiscard]] std::string_view word(std::string_view text, std::size_t index);
+
+/// Line `index`, from 0, between CRLFs. Fails when there is no such line.
+[[nodiscard]] std::string_view line(std::string_view text, std::size_t index);
+
+/// The characters `first` to `last`, counted from 1; fewer, or none, where the text is shorter.
+[[nodiscard]] std::string_view characters(std::string_view text, std::size_t first,
+                                          std::size_t last);
+
+/// The code, 0 to 255, of the character at `position`, counted from 1. Fails behind the end.
+[[nodiscard]] std::uint8_t code(std::string_view text, std::size_t position);
+
+/// `text` with the first occurrence of `from`, wherever it stands, replaced by `to`.
+[[nodiscard]] std::string replaceFirst(std::string text, std::string_view from,
+                                       std::string_view to);
+
+/// `text` with every occurrence of `unwanted` taken out. `unwanted` is not empty.
+[[nodiscard]] std::string removeAll(std::string_view text, std::string_view unwanted);

@@ -1,0 +1,6 @@
+# Every warning is an error, in all of the project's own code. -Wrestrict is left out: g++ 12 sees
+# overlaps in std::string's own code that are not there (GCC bug 105651).
+add_library(cobweave_warnings INTERFACE)
+target_compile_options(cobweave_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wold-style-cast -Woverloaded-virtual
+    -Wnon-virtual-dtor -Wcast-align -Wimplicit-fallthrough -Wno-restrict -Werror)

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/linux/Reactor.h"
+
+#include <functional>
+
+/// SIGINT and SIGTERM as an event of the reactor. One object at a time.
+class EndSignals final : private Reactor::Watched {
+public:
+    EndSignals(Reactor& reactor, std::function<void()> arrived);
+    ~EndSignals();
+    EndSignals(const EndSignals&) = delete;
+    EndSignals& operator=(const EndSignals&) = delete;
+
+private:
+    void ready(std::uint32_t events) override;
+
+    Reactor& reactor;
+    std::function<void()> arrived;
+};

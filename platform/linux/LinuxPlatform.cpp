@@ -1,0 +1,34 @@
+#include "platform/Platform.h"
+#include "platform/linux/EndSignals.h"
+#include "platform/linux/EpollNetwork.h"
+#include "platform/linux/Reactor.h"
+#include "platform/qt/QtEventLoop.h"
+
+#include <QSocketNotifier>
+
+namespace {
+
+class LinuxPlatform final : public Platform {
+public:
+    LinuxPlatform() {
+        QObject::connect(&readiness, &QSocketNotifier::activated, &readiness,
+                         [this] { reactor.dispatch(); });
+    }
+
+    [[nodiscard]] EventLoop& loop() override { return eventLoop; }
+    [[nodiscard]] Network& network() override { return sockets; }
+
+private:
+    QtEventLoop eventLoop;
+    Reactor reactor;
+    // One notifier for all sockets: Qt looks at each one that there is on every turn.
+    QSocketNotifier readiness{reactor.descriptor(), QSocketNotifier::Read};
+    EpollNetwork sockets{reactor, eventLoop};
+    EndSignals endSignals{reactor, [this] {
+                              if (endRequested) endRequested();
+                          }};
+};
+
+}  // namespace
+
+std::unique_ptr<Platform> makePlatform() { return std::make_unique<LinuxPlatform>(); }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/EventLoop.h"
+#include "platform/TimerQueue.h"
+
+#include <QTimer>
+
+#include <memory>
+
+/// Qt's event loop, of the thread that this is made on.
+class QtEventLoop final : public EventLoop {
+public:
+    QtEventLoop();
+
+    [[nodiscard]] std::unique_ptr<Timer> makeTimer() override { return timers.makeTimer(); }
+    void turn() override;
+
+private:
+    void waitForNextDue();
+
+    TimerQueue timers;
+    QTimer alarm;
+    bool turning = false;
+};

@@ -1,0 +1,223 @@
+#include "proxy/MSNProxy.h"
+
+#include "base/Failure.h"
+#include "base/text.h"
+#include "conversation/ProcessValues.h"
+#include "desktop/mdlFunctions.h"
+#include "proxy/ProxyHost.h"
+#include "proxy/clientFilter.h"
+#include "proxy/hostForms.h"
+
+#include <algorithm>
+#include <charconv>
+
+using namespace std::string_view_literals;
+
+namespace {
+
+constexpr std::chrono::milliseconds watchInterval{100};
+
+/// A peer that does not take what it is sent makes the other one wait: reading stops above the
+/// first mark and goes on below the second.
+constexpr std::size_t mostWaitingBytes = 8 * 1024 * 1024;
+constexpr std::size_t fewWaitingBytes = mostWaitingBytes / 2;
+
+/// The reply to a SOCKS request begins with these; the port and address follow. The first byte is
+/// 4 on purpose, where the standard has 0: it is what the client has always been answered.
+constexpr std::string_view requestGranted = "\x04\x5A";
+constexpr std::string_view connectRequest = "\x04\x01";
+
+/// The head of a foreign frame: the marker, a channel, two bytes of sequence, two of length.
+constexpr std::int32_t frameHead = 6;
+
+/// A buffer that has grown above this gives its memory back between chunks, so that a thousand
+/// quiet connections cost little.
+constexpr std::size_t keptCapacity = 1024;
+
+/// Counts an event in for as long as it runs.
+class RunningEvent {
+public:
+    explicit RunningEvent(int& count) : count(count) { ++count; }
+    ~RunningEvent() { --count; }
+    RunningEvent(const RunningEvent&) = delete;
+    RunningEvent& operator=(const RunningEvent&) = delete;
+
+private:
+    int& count;
+};
+
+void empty(std::string& buffer) {
+    buffer.clear();
+    if (buffer.capacity() > keptCapacity) buffer.shrink_to_fit();
+}
+
+/// Two characters of a frame or request as the number that they are, with a ceiling of 32,767.
+std::int16_t twoByteNumber(std::string_view bytes) {
+    std::string withNul(1, '\0');
+    withNul += bytes;
+    return mdlFunctions::Base256ToInteger(withNul);
+}
+
+std::string dottedAddress(std::string_view buffer) {
+    std::string address;
+    for (std::size_t position = 5; position <= 8; ++position) {
+        if (position > 5) address += '.';
+        address += std::to_string(code(buffer, position));
+    }
+    return address;
+}
+
+/// The whole of `text` as a decimal number. Fails when it is none.
+std::size_t number(std::string_view text) {
+    std::size_t value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    if (error != std::errc() || stop != end) throw Failure("not a number");
+    return value;
+}
+
+bool beginsLikeForeignFrame(std::string_view buffer) {
+    // The code comes first: a single character has no second one, and that counts as a yes.
+    const std::uint8_t channel = code(buffer, 2);
+    return buffer.starts_with('*') && channel <= 5;
+}
+
+}  // namespace
+
+MSNProxy::MSNProxy(ProxyHost& host) : host(host), Timer1(host.loop.makeTimer()) {
+    Timer1->tick = [this] { Timer1_Timer(); };
+    for (int Index = 0; Index < sides; ++Index) {
+        auto& socket = Winsock1[Index];
+        socket = host.network.makeWinsock();
+        socket->Connected = [this, Index] { Winsock1_Connect(Index); };
+        socket->DataArrival = [this, Index](std::size_t) { Winsock1_DataArrival(Index); };
+        socket->SendProgress = [this, Index](std::size_t, std::size_t bytesRemaining) {
+            Winsock1_SendProgress(Index, bytesRemaining);
+        };
+        // The watch looks again; it alone ends the connection, at its next tick.
+        socket->ConnectionLost = [this] { Timer1->wake(); };
+    }
+}
+
+void MSNProxy::Connect(RequestId requestID) {
+    Winsock1[clientSide]->Close();
+    Winsock1[serverSide]->Close();
+    Timer1->wake();
+    attempt([&] { Winsock1[clientSide]->Accept(requestID); });
+}
+
+void MSNProxy::SetFormID(std::int32_t FormIDStart) {
+    connection.formID = checked<std::int16_t>(FormIDStart);
+}
+
+std::string MSNProxy::IntegerToBase256(std::int32_t ThePort) {
+    const auto value = checked<std::uint16_t>(ThePort);
+    return {static_cast<char>(value / 256), static_cast<char>(value % 256)};
+}
+
+void MSNProxy::Unload() {
+    Timer1->disable();
+    for (auto& socket : Winsock1)
+        socket->Close();
+}
+
+void MSNProxy::Winsock1_Connect(int Index) {
+    const RunningEvent running(runningEvents);
+    if (Index != serverSide) return;
+    attempt([&] { Winsock1[clientSide]->SendData(std::string(requestGranted) + socksReplyTail); });
+    Timer1->enable(watchInterval);
+}
+
+void MSNProxy::Timer1_Timer() {
+    const RunningEvent running(runningEvents);
+    const bool bothConnected = Winsock1[clientSide]->State() == SocketState::Connected &&
+                               Winsock1[serverSide]->State() == SocketState::Connected;
+    if (bothConnected) {
+        Timer1->rest();
+    } else {
+        FreePort();
+    }
+}
+
+void MSNProxy::Winsock1_SendProgress(int Index, std::size_t bytesRemaining) {
+    Label1 = std::to_string(bytesRemaining);
+    Winsock& otherSide = *Winsock1[1 - Index];
+    if (bytesRemaining > mostWaitingBytes) otherSide.SetReading(false);
+    if (bytesRemaining < fewWaitingBytes) otherSide.SetReading(true);
+}
+
+void MSNProxy::Winsock1_DataArrival(int Index) {
+    const RunningEvent running(runningEvents);
+    Stream& stream = streams[Index];
+    if (stream.blocked) return;
+    std::string& buffer = stream.receiveBuffer;
+    buffer += Winsock1[Index]->GetData();
+    if (eventEndsAtForeignFrame(stream)) return;
+    if (!eventEndsAtSocksRequest(buffer) && !eventEndsAtDirectConnect(Index, buffer)) {
+        relay(Index, buffer);
+    }
+    empty(buffer);
+}
+
+/// Takes whole frames of another protocol off the head of the buffer; they are sent nowhere. True
+/// when what is left waits there for more.
+bool MSNProxy::eventEndsAtForeignFrame(Stream& stream) {
+    std::string& buffer = stream.receiveBuffer;
+    while (holds([&] { return beginsLikeForeignFrame(buffer); })) {
+        if (!stream.frameWaiting) {
+            attempt(
+                [&] { stream.frameLength = twoByteNumber(characters(buffer, 5, 6)) + frameHead; });
+            if (stream.frameLength == 0) {
+                stream.blocked = true;
+                empty(buffer);
+                return true;
+            }
+        }
+        if (static_cast<std::size_t>(stream.frameLength) > buffer.size()) {
+            stream.frameWaiting = true;
+            return true;
+        }
+        buffer.erase(0, static_cast<std::size_t>(stream.frameLength));
+        stream.frameLength = 0;
+        stream.frameWaiting = false;
+        if (buffer.size() < frameHead) return true;
+    }
+    return false;
+}
+
+/// Opens the server side when the client asks for it. The answer comes when that has connected.
+bool MSNProxy::eventEndsAtSocksRequest(std::string_view buffer) {
+    if (!buffer.starts_with(connectRequest)) return false;
+    attempt([&] { destinationPort = twoByteNumber(characters(buffer, 3, 4)); });
+    attempt([&] { destinationAddress = dottedAddress(buffer); });
+    socksReplyTail = characters(buffer, 3, 8);
+    attempt([&] { Winsock1[serverSide]->Connect(destinationAddress, destinationPort); });
+    return true;
+}
+
+/// A direct-connection header of the same foreign protocol is dropped while much waits to be sent.
+bool MSNProxy::eventEndsAtDirectConnect(int Index, const std::string& buffer) {
+    if (!buffer.starts_with("ODC2"sv)) return false;
+    if (Index == serverSide) {
+        directConnectName = removeAll(characters(buffer, 45, 60), "\0"sv);
+    }
+    const bool frame = holds([&] {
+        // The codes give the loop a turn, in which the buffer may change: what is compared is what
+        // stood there before, and what is read afterwards is what stands there then.
+        const std::string bytes(characters(buffer, 29, 30));
+        const bool nuls = bytes == mdlFunctions::CodesToText("0 0", [this] { host.loop.turn(); });
+        const std::uint8_t first = code(buffer, 31);
+        const std::uint8_t second = code(buffer, 32);
+        return nuls && first < 9 && second != 0;
+    });
+    return frame && Index == clientSide && !directConnectName.empty() &&
+           holds([&] { return number(Label1) > 30000; });
+}
+
+void MSNProxy::relay(int Index, std::string& buffer) {
+    if (Index == clientSide) filterClientChunk(buffer, connection, host);
+    attempt([&] { Winsock1[1 - Index]->SendData(buffer); });
+    std::string caption =
+        host.values.loggedin ? std::string("Cobweave") : std::string(characters(buffer, 1, 3));
+    attempt([&] { host.tray.changetraycaption(caption); });
+}

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "conversation/ConnectionRecord.h"
+#include "platform/EventLoop.h"
+#include "platform/Winsock.h"
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+struct ProxyHost;
+
+/// One connection of the client: the pair of sockets, how the server side is opened, and what
+/// happens to each chunk that passes. A chunk is what one read delivers; it is taken for one
+/// command, looked at by its first three characters and sent on at once in one piece.
+class MSNProxy {
+public:
+    /// A text to show to the user as a toast.
+    std::function<void(std::string text)> popup;
+    /// A text for the log.
+    std::function<void(std::string text)> log;
+    /// The connection is over, and so is the use of this instance.
+    std::function<void()> FreePort;
+
+    explicit MSNProxy(ProxyHost& host);
+    MSNProxy(const MSNProxy&) = delete;
+    MSNProxy& operator=(const MSNProxy&) = delete;
+
+    /// Takes over the requested connection as the client side. Statement by statement.
+    void Connect(RequestId requestID);
+    /// Tells the instance its number. Fails for one that has no 16 bits.
+    void SetFormID(std::int32_t FormIDStart);
+
+    /// `ThePort` as two characters, most significant first. Fails below 0 and above 65,535.
+    [[nodiscard]] static std::string IntegerToBase256(std::int32_t ThePort);
+
+    /// Ends the connection: the sockets close at once and nothing ticks any more.
+    void Unload();
+    /// An event of this instance is running, so it must not be destroyed yet.
+    [[nodiscard]] bool isInEvent() const { return runningEvents > 0; }
+
+    [[nodiscard]] const ConnectionRecord& record() const { return connection; }
+
+private:
+    static constexpr int clientSide = 0;
+    static constexpr int serverSide = 1;
+    static constexpr int sides = 2;
+
+    /// What is kept for the stream of one side.
+    struct Stream {
+        /// What has arrived and is not disposed of; empty between events, but for an unfinished
+        /// foreign frame.
+        std::string receiveBuffer;
+        /// The whole length of the foreign frame that is being received, while `frameWaiting`.
+        std::int32_t frameLength = 0;
+        bool frameWaiting = false;
+        /// A foreign frame whose length makes no sense stands at the head. Nothing gets past it.
+        bool blocked = false;
+    };
+
+    void Winsock1_Connect(int Index);
+    void Winsock1_DataArrival(int Index);
+    void Winsock1_SendProgress(int Index, std::size_t bytesRemaining);
+    void Timer1_Timer();
+
+    [[nodiscard]] bool eventEndsAtForeignFrame(Stream& stream);
+    [[nodiscard]] bool eventEndsAtSocksRequest(std::string_view buffer);
+    [[nodiscard]] bool eventEndsAtDirectConnect(int Index, const std::string& buffer);
+    void relay(int Index, std::string& buffer);
+
+    ProxyHost& host;
+    ConnectionRecord connection;
+    std::array<Stream, sides> streams;
+    std::int32_t destinationPort = 0;
+    std::string destinationAddress;
+    /// Port and address as the client sent them, for the reply.
+    std::string socksReplyTail;
+    std::string directConnectName;
+    /// How many bytes wait to be sent, as last reported by either socket; no number before.
+    std::string Label1 = "Label1";
+    int runningEvents = 0;
+    std::unique_ptr<Timer> Timer1;
+    std::array<std::unique_ptr<Winsock>, sides> Winsock1;
+};

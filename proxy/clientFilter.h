@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+struct ConnectionRecord;
+struct ProxyHost;
+
+/// Treats a chunk that the client has sent: keeps its transaction number, learns the dialect and
+/// the notification-server connection, puts the chosen status into the sign-in and hides typing
+/// notices. The chunk is rewritten in place. Runs statement by statement; nothing fails.
+void filterClientChunk(std::string& chunk, ConnectionRecord& connection, ProxyHost& host);

@@ -1,0 +1,85 @@
+#include "proxy/frmMain.h"
+
+#include "base/Failure.h"
+#include "base/text.h"
+#include "platform/MessageBox.h"
+#include "stores/SettingsStore.h"
+
+#include <utility>
+
+using namespace std::string_view_literals;
+
+frmMain::frmMain(Network& network, EventLoop& loop, SettingsStore& settings, MessageBox& messageBox,
+                 HostForms forms)
+    : settings(settings),
+      messageBox(messageBox),
+      forms(forms),
+      host{values, settings, forms.tray, network, loop},
+      Winsock1(network.makeWinsock()) {
+    Winsock1->ConnectionRequest = [this](RequestId requestID) {
+        Winsock1_ConnectionRequest(requestID);
+    };
+}
+
+frmMain::Start frmMain::Load() {
+    forms.tray.Show();
+    forms.notes.Load();
+    forms.title.Load();
+    if (const auto trouble = Winsock1->Listen(listeningPort)) {
+        if (trouble->number == SocketTrouble::addressInUse) {
+            messageBox.critical("Please do not run multiple instances of Cobweave."sv);
+            forms.tray.Unload();
+            return Start::SecondCopy;
+        }
+        messageBox.critical("Error: " + trouble->description);
+        return Start::Deaf;
+    }
+    if (settings.ReadSetting("Options", "useristyping").empty()) forms.options.ShowFirstRun();
+    return Start::Listening;
+}
+
+void frmMain::Winsock1_ConnectionRequest(RequestId requestID) {
+    destroyUnloaded();
+    AddControl();
+    attempt([&] { MSNProxy1.at(instanceCount)->Connect(requestID); });
+    attempt([&] { MSNProxy1.at(instanceCount)->SetFormID(instanceCount); });
+}
+
+void frmMain::AddControl() {
+    attempt([&] { instanceCount = checked<std::int16_t>(instanceCount + 1); });
+    attempt([&] { loadInstance(instanceCount); });
+}
+
+/// Fails when the number is in use.
+void frmMain::loadInstance(std::int16_t Index) {
+    if (MSNProxy1.contains(Index)) throw Failure("the instance exists already");
+    auto instance = std::make_unique<MSNProxy>(host);
+    instance->popup = [this](std::string text) { forms.popups.popup(std::move(text)); };
+    instance->log = [this](const std::string& text) { MSNProxy1_log(text); };
+    instance->FreePort = [this, Index] { MSNProxy1_FreePort(Index); };
+    MSNProxy1.emplace(Index, std::move(instance));
+}
+
+void frmMain::MSNProxy1_FreePort(std::int16_t Index) {
+    const auto found = MSNProxy1.find(Index);
+    found->second->Unload();
+    destroyUnloaded();
+    unloaded.push_back(std::move(found->second));
+    MSNProxy1.erase(found);
+    if (Index != values.serverID) return;
+    forms.title.setwindowcaption(forms.title.renaming() ? forms.title.renameText()
+                                                        : "MSN Messenger");
+    values.loggedin = false;
+    values.serverID = 0;
+    std::string caption = "Cobweave";
+    forms.tray.changetraycaption(caption);
+}
+
+void frmMain::MSNProxy1_log(const std::string& text) {
+    forms.log.AddItem(removeAll(text, "\r\n"sv));
+}
+
+/// An instance that ends does so in an event of its own; it is destroyed in a later one.
+void frmMain::destroyUnloaded() {
+    std::erase_if(unloaded, [](const auto& instance) { return !instance->isInEvent(); });
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "base/FileStamp.h"
+#include "stores/SettingsFile.h"
+
+#include <filesystem>
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+
+/// Everything that is remembered between runs, apart from the notes: strings by section and key.
+///
+/// Reads are answered from memory, yet what another program writes into the file is seen by the
+/// next read. A write is on the disk when it returns. What is wrong with the file is told once, and
+/// the program goes on with what it has in memory; what the file did not take goes there as soon
+/// as it can be used again.
+class SettingsStore {
+public:
+    /// `tell` takes one line for the user: what is wrong and what becomes of it.
+    SettingsStore(std::filesystem::path path, std::function<void(std::string_view)> tell);
+    ~SettingsStore();
+    SettingsStore(const SettingsStore&) = delete;
+    SettingsStore& operator=(const SettingsStore&) = delete;
+
+    /// The stored value; empty when there is none.
+    [[nodiscard]] std::string ReadSetting(std::string_view section, std::string_view key);
+    void WriteSetting(std::string_view section, std::string_view key, std::string_view value);
+
+private:
+    void refresh();
+    [[nodiscard]] bool reopen();
+    void reload();
+    void save();
+    void handle(const SettingsTrouble& trouble);
+    void replaceDamagedFile(const std::string& reason);
+    void tellOnce(SettingsTrouble::Kind kind, const std::string& text);
+    void unlocked();
+
+    std::filesystem::path path;
+    std::function<void(std::string_view)> tell;
+    SettingsFile file;
+    FileStamp stamp;
+    /// The file was of no use; it is tried again when there is something to write.
+    bool givenUp = false;
+    bool loaded = false;
+    int knownVersion = 0;
+    Settings settings;
+    /// What is in memory only, because the file did not take it.
+    Settings unsaved;
+    std::set<SettingsTrouble::Kind> told;
+};

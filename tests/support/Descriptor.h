@@ -1,0 +1,26 @@
+#pragma once
+
+#include <utility>
+
+#include <unistd.h>
+
+/// A descriptor that is closed with its owner.
+class Descriptor {
+public:
+    Descriptor() = default;
+    explicit Descriptor(int number) : number(number) {}
+    Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(number, other.number);
+        return *this;
+    }
+    ~Descriptor() { reset(); }
+
+    void reset() {
+        if (number >= 0) close(std::exchange(number, -1));
+    }
+    [[nodiscard]] int get() const { return number; }
+
+private:
+    int number = -1;
+};

@@ -1,0 +1,103 @@
+#include "tests/support/Program.h"
+
+#include "stores/SettingsStore.h"
+#include "tests/support/Peer.h"
+
+#include <array>
+#include <csignal>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <thread>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+
+namespace {
+
+constexpr const char* executable = COBWEAVE_EXECUTABLE;
+constexpr int signalled = 256;
+
+[[noreturn]] void become(const Program::Environment& environment, int output, int errors) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    dup2(output, STDOUT_FILENO);
+    dup2(errors, STDERR_FILENO);
+    unsetenv("DISPLAY");
+    unsetenv("WAYLAND_DISPLAY");
+    unsetenv("QT_QPA_PLATFORM");
+    for (const auto& [name, value] : environment)
+        setenv(name.c_str(), value.c_str(), 1);
+    execl(executable, executable, nullptr);
+    _exit(127);
+}
+
+}  // namespace
+
+Program::Program(const Environment& environment) {
+    std::array<int, 2> pipeEnds{};
+    if (pipe2(pipeEnds.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+    output = Descriptor(pipeEnds[0]);
+    const Descriptor childOutput(pipeEnds[1]);
+    const Descriptor errorFile(
+        open((folder.path() / "errors").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+    Environment whole = environment;
+    whole.try_emplace("XDG_CONFIG_HOME", folder.path());
+    process = fork();
+    if (process == 0) become(whole, childOutput.get(), errorFile.get());
+    if (process < 0) throw std::runtime_error("cannot start a process");
+}
+
+Program::~Program() {
+    if (!isRunning()) return;
+    signal(SIGKILL);
+    (void)waitForEnd();
+}
+
+std::string Program::waitUntilReady() {
+    const auto limit = std::chrono::milliseconds(waitLimit).count();
+    while (outputSoFar.find('\n') == std::string::npos) {
+        pollfd entry{output.get(), POLLIN, 0};
+        std::array<char, 1024> buffer;
+        if (poll(&entry, 1, static_cast<int>(limit)) != 1) {
+            throw std::runtime_error("the program does not get ready: " + errors());
+        }
+        const ssize_t count = read(output.get(), buffer.data(), buffer.size());
+        if (count <= 0) throw std::runtime_error("the program has ended: " + errors());
+        outputSoFar.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    return outputSoFar.substr(0, outputSoFar.find('\n'));
+}
+
+void Program::setSetting(const std::string& key, const std::string& value) {
+    SettingsStore(store(), [](std::string_view trouble) {
+        throw std::runtime_error(std::string(trouble));
+    }).WriteSetting("Options", key, value);
+}
+
+void Program::signal(int number) const { kill(process, number); }
+
+int Program::waitForEnd() {
+    const auto deadline = std::chrono::steady_clock::now() + waitLimit;
+    while (isRunning()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            throw std::runtime_error("the program does not end");
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return WIFSIGNALED(status) ? signalled + WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+bool Program::isRunning() {
+    if (process > 0 && waitpid(process, &status, WNOHANG) == process) process = -1;
+    return process > 0;
+}
+
+std::string Program::errors() const {
+    std::ostringstream text;
+    text << std::ifstream(folder.path() / "errors").rdbuf();
+    return text.str();
+}
+
+std::filesystem::path Program::store() const { return folder.path() / "Cobwaeve" / "settings.db"; }
