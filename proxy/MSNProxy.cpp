@@ -19,7 +19,7 @@ constexpr std::chrono::milliseconds watchInterval{100};
 
 /// A peer that does not take what it is sent makes the other one wait: reading stops above the
 /// first mark and goes on below the second.
-constexpr std::size_t mostWaitingBytes = 8 * 1024 * 1024;
+constexpr std::size_t mostWaitingBytes = std::size_t{8} * 1024 * 1024;
 constexpr std::size_t fewWaitingBytes = mostWaitingBytes / 2;
 
 /// The reply to a SOCKS request begins with these; the port and address follow. The first byte is

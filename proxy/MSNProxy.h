@@ -19,9 +19,9 @@ struct ProxyHost;
 class MSNProxy {
 public:
     /// A text to show to the user as a toast.
-    std::function<void(std::string text)> popup;
+    std::function<void(std::string_view text)> popup;
     /// A text for the log.
-    std::function<void(std::string text)> log;
+    std::function<void(std::string_view text)> log;
     /// The connection is over, and so is the use of this instance.
     std::function<void()> FreePort;
 

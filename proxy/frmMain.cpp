@@ -54,8 +54,8 @@ void frmMain::AddControl() {
 void frmMain::loadInstance(std::int16_t Index) {
     if (MSNProxy1.contains(Index)) throw Failure("the instance exists already");
     auto instance = std::make_unique<MSNProxy>(host);
-    instance->popup = [this](std::string text) { forms.popups.popup(std::move(text)); };
-    instance->log = [this](const std::string& text) { MSNProxy1_log(text); };
+    instance->popup = [this](std::string_view text) { forms.popups.popup(text); };
+    instance->log = [this](std::string_view text) { MSNProxy1_log(text); };
     instance->FreePort = [this, Index] { MSNProxy1_FreePort(Index); };
     MSNProxy1.emplace(Index, std::move(instance));
 }
@@ -75,9 +75,7 @@ void frmMain::MSNProxy1_FreePort(std::int16_t Index) {
     forms.tray.changetraycaption(caption);
 }
 
-void frmMain::MSNProxy1_log(const std::string& text) {
-    forms.log.AddItem(removeAll(text, "\r\n"sv));
-}
+void frmMain::MSNProxy1_log(std::string_view text) { forms.log.AddItem(removeAll(text, "\r\n"sv)); }
 
 /// An instance that ends does so in an event of its own; it is destroyed in a later one.
 void frmMain::destroyUnloaded() {

@@ -49,7 +49,7 @@ public:
 private:
     void Winsock1_ConnectionRequest(RequestId requestID);
     void MSNProxy1_FreePort(std::int16_t Index);
-    void MSNProxy1_log(const std::string& text);
+    void MSNProxy1_log(std::string_view text);
     void loadInstance(std::int16_t Index);
     void destroyUnloaded();
 

@@ -41,7 +41,7 @@ class LogForm {
 public:
     virtual ~LogForm() = default;
     /// Adds an entry of one line; the log puts the time behind it.
-    virtual void AddItem(std::string /*text*/) {}
+    virtual void AddItem(std::string_view /*text*/) {}
 };
 
 class OptionsForm {
@@ -55,7 +55,7 @@ public:
 class Popups {
 public:
     virtual ~Popups() = default;
-    virtual void popup(std::string /*text*/) {}
+    virtual void popup(std::string_view /*text*/) {}
 };
 
 struct HostForms {

@@ -17,9 +17,10 @@ consteval Base64Tables InitBase64Tables() {
     constexpr std::string_view alphabet =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     Base64Tables tables;
-    for (std::uint8_t position = 0; position < alphabet.size(); ++position) {
+    for (std::size_t position = 0; position < alphabet.size(); ++position) {
         tables.encode[position] = alphabet[position];
-        tables.decode[static_cast<std::uint8_t>(alphabet[position])] = position;
+        const auto code = static_cast<std::uint8_t>(alphabet[position]);
+        tables.decode[code] = static_cast<std::uint8_t>(position);
     }
     return tables;
 }

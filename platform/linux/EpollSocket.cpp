@@ -100,10 +100,10 @@ void EpollSocket::Connect(std::string_view remoteHost, std::int32_t remotePort) 
     if (descriptor < 0) throw Failure(std::strerror(errno));
     sendAtOnce(descriptor);
     if (connect(descriptor, generic(remote), sizeof remote) != 0 && errno != EINPROGRESS) {
-        const Failure failure(std::strerror(errno));
+        const std::string reason = std::strerror(errno);
         network.closeDescriptor(std::exchange(descriptor, -1));
         state = SocketState::Error;
-        throw failure;
+        throw Failure(reason);
     }
     watch(SocketState::Connecting);
 }
@@ -117,9 +117,9 @@ void EpollSocket::SendData(std::string_view data) {
     if (queue.empty()) {
         const ssize_t taken = send(descriptor, data.data(), data.size(), MSG_NOSIGNAL);
         if (taken < 0 && errno != EAGAIN && errno != EINTR) {
-            const Failure failure(std::strerror(errno));
+            const std::string reason = std::strerror(errno);
             lose(SocketState::Error);
-            throw failure;
+            throw Failure(reason);
         }
         sent = static_cast<std::size_t>(std::max<ssize_t>(taken, 0));
     }

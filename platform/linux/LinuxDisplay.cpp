@@ -6,9 +6,9 @@
 
 namespace {
 
-bool isSet(const char* name) {
-    const char* const value = std::getenv(name);
-    return value != nullptr && *value != '\0';
+std::string valueOf(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value == nullptr ? "" : value;
 }
 
 bool displayAnswers() {
@@ -31,9 +31,9 @@ std::optional<std::string> chooseDisplay() {
         return std::nullopt;
     }
     choosePlatform("offscreen");
-    if (isSet("DISPLAY")) {
-        return "the display " + std::string(std::getenv("DISPLAY")) + " does not answer";
+    if (const std::string display = valueOf("DISPLAY"); !display.empty()) {
+        return "the display " + display + " does not answer";
     }
-    if (isSet("WAYLAND_DISPLAY")) return "Wayland is there without XWayland (no DISPLAY)";
+    if (!valueOf("WAYLAND_DISPLAY").empty()) return "Wayland is there without XWayland";
     return "there is no display";
 }

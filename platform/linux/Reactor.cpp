@@ -35,12 +35,12 @@ Reactor::Reactor() : set(epoll_create1(EPOLL_CLOEXEC)) {
 
 Reactor::~Reactor() { close(set); }
 
-void Reactor::add(int watchedDescriptor, std::uint32_t events, Watched& watched) {
+void Reactor::add(int watchedDescriptor, std::uint32_t events, Watched& watched) const {
     epoll_event event = request(events, watched);
     epoll_ctl(set, EPOLL_CTL_ADD, watchedDescriptor, &event);
 }
 
-void Reactor::change(int watchedDescriptor, std::uint32_t events, Watched& watched) {
+void Reactor::change(int watchedDescriptor, std::uint32_t events, Watched& watched) const {
     epoll_event event = request(events, watched);
     epoll_ctl(set, EPOLL_CTL_MOD, watchedDescriptor, &event);
 }

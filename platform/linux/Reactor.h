@@ -25,8 +25,8 @@ public:
     /// Readable when `dispatch` has something to do.
     [[nodiscard]] int descriptor() const { return set; }
 
-    void add(int watchedDescriptor, std::uint32_t events, Watched& watched);
-    void change(int watchedDescriptor, std::uint32_t events, Watched& watched);
+    void add(int watchedDescriptor, std::uint32_t events, Watched& watched) const;
+    void change(int watchedDescriptor, std::uint32_t events, Watched& watched) const;
     /// Takes the descriptor out. `watched` is not called any more, not even for what is known to be
     /// ready already.
     void remove(int watchedDescriptor, Watched& watched);

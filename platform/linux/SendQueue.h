@@ -26,7 +26,8 @@ public:
     }
 
     void clear() {
-        bytes = std::string();
+        // An assignment would keep the memory.
+        std::string().swap(bytes);
         sent = 0;
     }
 

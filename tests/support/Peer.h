@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <thread>
 
 /// How long a test waits for what must come. Nothing that goes well takes anywhere near it.
 constexpr std::chrono::seconds waitLimit{20};
@@ -57,6 +58,17 @@ private:
     Descriptor descriptor;
     std::uint16_t boundPort = 0;
 };
+
+/// Waits for a condition to become true; false when the limit runs out before.
+template <typename Condition>
+[[nodiscard]] bool becomesTrue(Condition condition) {
+    const auto deadline = std::chrono::steady_clock::now() + waitLimit;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline) return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return true;
+}
 
 /// The bytes with all that cannot be printed written as "\xNN", for failures to be read.
 [[nodiscard]] std::string escaped(std::string_view bytes);

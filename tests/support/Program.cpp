@@ -13,6 +13,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 namespace {
@@ -20,30 +21,36 @@ namespace {
 constexpr const char* executable = COBWEAVE_EXECUTABLE;
 constexpr int signalled = 256;
 
-[[noreturn]] void become(const Program::Environment& environment, int output, int errors) {
+[[noreturn]] void become(const Program::Options& options, int output, int errors) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (options.descriptors > 0) {
+        const rlimit limit{options.descriptors, options.descriptors};
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
     dup2(output, STDOUT_FILENO);
     dup2(errors, STDERR_FILENO);
     unsetenv("DISPLAY");
     unsetenv("WAYLAND_DISPLAY");
     unsetenv("QT_QPA_PLATFORM");
-    for (const auto& [name, value] : environment)
+    for (const auto& [name, value] : options.environment) {
         setenv(name.c_str(), value.c_str(), 1);
+    }
     execl(executable, executable, nullptr);
     _exit(127);
 }
 
 }  // namespace
 
-Program::Program(const Environment& environment) {
+Program::Program(const Options& options) {
+    if (options.prepare) options.prepare(folder.path());
     std::array<int, 2> pipeEnds{};
     if (pipe2(pipeEnds.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
     output = Descriptor(pipeEnds[0]);
     const Descriptor childOutput(pipeEnds[1]);
     const Descriptor errorFile(
         open((folder.path() / "errors").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
-    Environment whole = environment;
-    whole.try_emplace("XDG_CONFIG_HOME", folder.path());
+    Options whole = options;
+    whole.environment.try_emplace("XDG_CONFIG_HOME", folder.path());
     process = fork();
     if (process == 0) become(whole, childOutput.get(), errorFile.get());
     if (process < 0) throw std::runtime_error("cannot start a process");
@@ -98,6 +105,20 @@ std::string Program::errors() const {
     std::ostringstream text;
     text << std::ifstream(folder.path() / "errors").rdbuf();
     return text.str();
+}
+
+std::size_t Program::openDescriptors() const {
+    const auto entries =
+        std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/fd");
+    return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+}
+
+std::size_t Program::memory() const {
+    std::ifstream sizes("/proc/" + std::to_string(process) + "/statm");
+    std::size_t all = 0;
+    std::size_t resident = 0;
+    sizes >> all >> resident;
+    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
 std::filesystem::path Program::store() const { return folder.path() / "Cobwaeve" / "settings.db"; }

@@ -3,6 +3,8 @@
 #include "tests/support/Descriptor.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <filesystem>
+#include <functional>
 #include <map>
 #include <string>
 
@@ -12,10 +14,22 @@
 /// object, by SIGKILL if need be.
 class Program {
 public:
+    /// Its port, which is fixed.
+    static constexpr std::uint16_t port = 1090;
+
     using Environment = std::map<std::string, std::string>;
 
-    /// Starts it without a display; `environment` is set on top of that.
-    explicit Program(const Environment& environment = {});
+    struct Options {
+        /// Set on top of an environment without a display.
+        Environment environment = {};
+        /// How many descriptors it may have; 0 leaves the limit as it is.
+        unsigned long descriptors = 0;
+        /// Called with its folder for settings, before it is started.
+        std::function<void(const std::filesystem::path&)> prepare = {};
+    };
+
+    Program() : Program(Options()) {}
+    explicit Program(const Options& options);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -34,9 +48,11 @@ public:
 
     /// All that it has written to standard error so far.
     [[nodiscard]] std::string errors() const;
-    [[nodiscard]] const std::filesystem::path& configFolder() const { return folder.path(); }
     [[nodiscard]] std::filesystem::path store() const;
-    [[nodiscard]] pid_t id() const { return process; }
+    /// How many descriptors it has open.
+    [[nodiscard]] std::size_t openDescriptors() const;
+    /// Its resident memory, in bytes.
+    [[nodiscard]] std::size_t memory() const;
 
 private:
     TemporaryFolder folder;

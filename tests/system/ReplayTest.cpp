@@ -6,12 +6,10 @@
 
 namespace {
 
-constexpr std::uint16_t port = 1090;
-
 /// Feeds a recording to the running program and returns what came out at the other ends, one entry
 /// for each read.
 std::vector<RecordedRead> replay(const std::vector<RecordedRead>& reads) {
-    Relay relay = Relay::through(port);
+    Relay relay = Relay::through(Program::port);
     std::vector<RecordedRead> received;
     for (const RecordedRead& read : reads) {
         received.push_back(

@@ -1,0 +1,167 @@
+#include "tests/support/Spine.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(Start, ListensOnPort1090) {
+    Spine spine;
+    EXPECT_EQ(spine.host.Load(), frmMain::Start::Listening);
+    EXPECT_EQ(spine.listener().listensOn, 1090);
+    EXPECT_EQ(spine.forms.tray.shown, 1);
+    EXPECT_THAT(spine.forms.boxes.texts, IsEmpty());
+}
+
+TEST(Start, ASecondCopySaysSoAndTakesItsIconAway) {
+    Spine spine;
+    spine.listener().listenTrouble = SocketTrouble{10048, "Address already in use"};
+    EXPECT_EQ(spine.host.Load(), frmMain::Start::SecondCopy);
+    EXPECT_THAT(spine.forms.boxes.texts,
+                ElementsAre("Please do not run multiple instances of Cobweave."));
+    EXPECT_EQ(spine.forms.tray.unloaded, 1);
+    EXPECT_EQ(spine.forms.options.firstRuns, 0);
+}
+
+TEST(Start, AnyOtherTroubleIsToldAndTheProgramGoesOnDeaf) {
+    Spine spine;
+    spine.listener().listenTrouble = SocketTrouble{13, "Permission denied"};
+    EXPECT_EQ(spine.host.Load(), frmMain::Start::Deaf);
+    EXPECT_THAT(spine.forms.boxes.texts, ElementsAre("Error: Permission denied"));
+    EXPECT_EQ(spine.forms.tray.unloaded, 0);
+    EXPECT_EQ(spine.forms.options.firstRuns, 0);
+}
+
+TEST(Start, AnEmptyStoreIsAFirstRun) {
+    Spine spine;
+    (void)spine.host.Load();
+    EXPECT_EQ(spine.forms.options.firstRuns, 1);
+}
+
+TEST(Start, OnlyTheEmptyValueIsAFirstRun) {
+    Spine spine;
+    spine.settings.WriteSetting("Options", "useristyping", "False");
+    (void)spine.host.Load();
+    EXPECT_EQ(spine.forms.options.firstRuns, 0);
+}
+
+TEST(Connections, AreNumberedFromOneAndTakeOverTheRequest) {
+    Spine spine;
+    spine.request();
+    EXPECT_THAT(spine.client().accepted, ElementsAre(101));
+    EXPECT_EQ(spine.instance(1).record().formID, 1);
+}
+
+TEST(Connections, KeepRisingInNumberWhateverBecameOfTheEarlierOnes) {
+    Spine spine;
+    for (std::size_t count = 1; count <= 3; ++count) {
+        spine.relay();
+        spine.client(count).lose();
+        spine.watch(count).pass();
+    }
+    EXPECT_THAT(spine.host.instances(), IsEmpty());
+    spine.request();
+    ASSERT_EQ(spine.host.instances().size(), 1U);
+    EXPECT_EQ(spine.instance(4).record().formID, 4);
+}
+
+TEST(Connections, BeyondTheLastNumberLandOnTheLastInstance) {
+    Spine spine;
+    for (int count = 0; count < 32767; ++count)
+        spine.host.AddControl();
+    ASSERT_EQ(spine.host.instances().size(), 32767U);
+    FakeWinsock& client = spine.client(32767);
+    FakeWinsock& server = spine.server(32767);
+    spine.request();
+    EXPECT_THAT(client.accepted, ElementsAre(101));
+    server.state = SocketState::Connected;
+    spine.request();
+    EXPECT_THAT(client.accepted, ElementsAre(101, 102));
+    EXPECT_EQ(server.state, SocketState::Closed);
+    EXPECT_EQ(spine.host.instances().size(), 32767U);
+    EXPECT_EQ(spine.instance(32767).record().formID, 32767);
+}
+
+TEST(Connections, OfTheLastNumberAreMadeAnewOnceThatIsFree) {
+    Spine spine;
+    for (int count = 0; count < 32766; ++count)
+        spine.host.AddControl();
+    spine.relay();
+    spine.client(32767).lose();
+    spine.watch(32767).pass();
+    ASSERT_EQ(spine.host.instances().size(), 32766U);
+    spine.request();
+    EXPECT_EQ(spine.instance(32767).record().formID, 32767);
+}
+
+class SignedIn : public testing::Test {
+protected:
+    Spine spine;
+
+    SignedIn() {
+        spine.relay();
+        spine.client(1).arrive("CHG 9 NLN 0\r\n");
+        spine.relay();
+        spine.host.values.email = "ann@example.com";
+        spine.host.values.nickname = "Ann";
+        spine.forms.tray.captions.clear();
+    }
+    void end(std::size_t count) {
+        spine.server(count).lose();
+        spine.watch(count).pass();
+    }
+};
+
+TEST_F(SignedIn, TheEndOfTheNotificationConnectionIsTheEndOfTheSignIn) {
+    end(1);
+    EXPECT_EQ(spine.host.values.serverID, 0);
+    EXPECT_FALSE(spine.host.values.loggedin);
+    EXPECT_THAT(spine.forms.tray.captions, ElementsAre("Cobweave"));
+    EXPECT_THAT(spine.forms.title.captions, ElementsAre("MSN Messenger"));
+}
+
+TEST_F(SignedIn, TheEndOfTheSignInBringsBackTheUsersOwnTitle) {
+    spine.forms.title.checked = true;
+    spine.forms.title.text = "My Messenger";
+    end(1);
+    EXPECT_THAT(spine.forms.title.captions, ElementsAre("My Messenger"));
+}
+
+TEST_F(SignedIn, TheEndOfTheSignInKeepsWhatIsKnownOfTheAccount) {
+    end(1);
+    EXPECT_EQ(spine.host.values.email, "ann@example.com");
+    EXPECT_EQ(spine.host.values.nickname, "Ann");
+    EXPECT_EQ(spine.host.values.tranID, "9");
+    EXPECT_EQ(spine.host.values.statusPostfix, "0\r\n");
+}
+
+TEST_F(SignedIn, TheEndOfAConversationLeavesTrayTitleAndSignInAlone) {
+    end(2);
+    EXPECT_EQ(spine.host.instances().size(), 1U);
+    EXPECT_EQ(spine.host.values.serverID, 1);
+    EXPECT_TRUE(spine.host.values.loggedin);
+    EXPECT_THAT(spine.forms.tray.captions, IsEmpty());
+    EXPECT_THAT(spine.forms.title.captions, IsEmpty());
+}
+
+TEST_F(SignedIn, SigningInAgainIsANewInstance) {
+    end(1);
+    spine.relay();
+    spine.client(3).arrive("CHG 3 NLN 0\r\n");
+    EXPECT_EQ(spine.host.values.serverID, 3);
+    EXPECT_TRUE(spine.host.values.loggedin);
+}
+
+TEST(Events, OfAnInstanceReachTheToastsAndTheLogWithoutLineEnds) {
+    Spine spine;
+    spine.request();
+    spine.instance().popup("Anna\r\nis here");
+    spine.instance().log("Anna\r\nis now offline.");
+    EXPECT_THAT(spine.forms.popups.texts, ElementsAre("Anna\r\nis here"));
+    EXPECT_THAT(spine.forms.log.lines, ElementsAre("Annais now offline."));
+}
+
+}  // namespace

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "base/Failure.h"
+#include "platform/EventLoop.h"
+#include "platform/Winsock.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// A socket without a network: what it was told is kept, what happens to it is up to the test. For
+/// what real sockets cannot be made to do: faults, chance and addresses elsewhere.
+class FakeWinsock final : public Winsock {
+public:
+    SocketState state = SocketState::Closed;
+    std::optional<SocketTrouble> listenTrouble;
+    std::uint16_t listensOn = 0;
+    std::vector<RequestId> accepted;
+    std::vector<std::pair<std::string, std::int32_t>> connects;
+    std::vector<std::string> sent;
+    bool sendFails = false;
+    bool reading = true;
+
+    /// One read gives these bytes.
+    void arrive(std::string_view bytes) {
+        arrived = bytes;
+        DataArrival(bytes.size());
+    }
+    void succeedConnecting() {
+        state = SocketState::Connected;
+        Connected();
+    }
+    void lose() {
+        state = SocketState::Closing;
+        ConnectionLost();
+    }
+
+    [[nodiscard]] SocketState State() const override { return state; }
+    [[nodiscard]] std::optional<SocketTrouble> Listen(std::uint16_t localPort) override {
+        listensOn = localPort;
+        return listenTrouble;
+    }
+    [[nodiscard]] std::uint16_t LocalPort() const override { return listensOn; }
+    void Accept(RequestId requestID) override {
+        if (state != SocketState::Closed) throw Failure("in use");
+        accepted.push_back(requestID);
+        state = SocketState::Connected;
+    }
+    void Connect(std::string_view remoteHost, std::int32_t remotePort) override {
+        connects.emplace_back(remoteHost, remotePort);
+        if (state != SocketState::Closed) throw Failure("in use");
+        state = SocketState::Connecting;
+    }
+    void Close() override { state = SocketState::Closed; }
+    void SendData(std::string_view data) override {
+        if (state != SocketState::Connected || sendFails) throw Failure("not connected");
+        sent.emplace_back(data);
+    }
+    [[nodiscard]] std::string_view GetData() override { return arrived; }
+    void SetReading(bool wanted) override { reading = wanted; }
+
+private:
+    std::string arrived;
+};
+
+class FakeNetwork final : public Network {
+public:
+    /// All that were made, in order.
+    std::vector<FakeWinsock*> sockets;
+
+    [[nodiscard]] std::unique_ptr<Winsock> makeWinsock() override {
+        auto socket = std::make_unique<FakeWinsock>();
+        sockets.push_back(socket.get());
+        return socket;
+    }
+};
+
+/// A timer whose time the test lets pass.
+class FakeTimer final : public Timer {
+public:
+    bool enabled = false;
+    bool resting = false;
+    std::chrono::milliseconds interval{0};
+
+    void enable(std::chrono::milliseconds newInterval) override {
+        enabled = true;
+        resting = false;
+        interval = newInterval;
+    }
+    void disable() override { enabled = false; }
+    void rest() override { resting = true; }
+    void wake() override { resting = false; }
+
+    /// The interval is over.
+    void pass() const {
+        if (enabled && !resting) tick();
+    }
+};
+
+class FakeLoop final : public EventLoop {
+public:
+    std::vector<FakeTimer*> timers;
+    /// What is due when somebody gives the loop the next turn.
+    std::function<void()> duringTurn = [] {};
+    int turns = 0;
+
+    [[nodiscard]] std::unique_ptr<Timer> makeTimer() override {
+        auto timer = std::make_unique<FakeTimer>();
+        timers.push_back(timer.get());
+        return timer;
+    }
+    void turn() override {
+        ++turns;
+        std::exchange(duringTurn, [] {})();
+    }
+};

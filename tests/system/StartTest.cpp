@@ -1,0 +1,123 @@
+#include "tests/support/Display.h"
+#include "tests/support/Program.h"
+#include "tests/support/Relay.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fstream>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+constexpr const char* secondCopyText = "Please do not run multiple instances of Cobweave.";
+
+TEST(Program, TellsWhatToEnterInTheClient) {
+    Program program;
+    const std::string line = program.waitUntilReady();
+    EXPECT_THAT(line, HasSubstr("SOCKS version 4"));
+    EXPECT_THAT(line, HasSubstr("127.0.0.1"));
+    EXPECT_THAT(line, HasSubstr("1090"));
+}
+
+TEST(Program, SaysThatItRunsWithoutWindowsWhereThereIsNoDisplay) {
+    Program program;
+    program.waitUntilReady();
+    EXPECT_THAT(program.errors(), HasSubstr("there is no display, so it runs without windows"));
+}
+
+TEST(Program, RunsWithoutWindowsWhereTheDisplayDoesNotAnswer) {
+    Program program({.environment = {{"DISPLAY", ":64999"}}});
+    program.waitUntilReady();
+    EXPECT_THAT(program.errors(), HasSubstr("the display :64999 does not answer"));
+    EXPECT_EQ(Relay::through(Program::port).up("PNG\r\n"), "PNG\r\n");
+}
+
+TEST(Program, UsesTheDisplayThatAnswers) {
+    const Display display;
+    Program program({.environment = {{"DISPLAY", display.name()}}});
+    program.waitUntilReady();
+    EXPECT_THAT(program.errors(), Not(HasSubstr("without windows")));
+}
+
+class EndSignal : public testing::TestWithParam<int> {};
+
+TEST_P(EndSignal, EndsItCleanly) {
+    Program program;
+    program.waitUntilReady();
+    Relay relay = Relay::through(Program::port);
+    program.signal(GetParam());
+    EXPECT_EQ(program.waitForEnd(), 0);
+    relay.client.waitForEnd();
+    relay.server.waitForEnd();
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, EndSignal, testing::Values(SIGINT, SIGTERM));
+
+TEST(SecondCopy, RefusesAndLeavesTheFirstAlone) {
+    Program first;
+    first.waitUntilReady();
+    Relay relay = Relay::through(Program::port);
+    Program second;
+    EXPECT_EQ(second.waitForEnd(), 1);
+    EXPECT_THAT(second.errors(), HasSubstr(secondCopyText));
+    EXPECT_EQ(relay.up("PNG\r\n"), "PNG\r\n");
+    EXPECT_EQ(Relay::through(Program::port).up("PNG\r\n"), "PNG\r\n");
+}
+
+TEST(SecondCopy, RefusesInABoxWhereThereIsADisplay) {
+    Program first;
+    first.waitUntilReady();
+    const Display display;
+    Program second({.environment = {{"DISPLAY", display.name()}}});
+    display.waitForWindow("Cobweave");
+    EXPECT_TRUE(second.isRunning());
+    display.press("Cobweave", "Return");
+    EXPECT_EQ(second.waitForEnd(), 1) << second.errors();
+}
+
+TEST(SecondCopy, IsEndedBySignalWhileItsBoxIsOpen) {
+    Program first;
+    first.waitUntilReady();
+    const Display display;
+    Program second({.environment = {{"DISPLAY", display.name()}}});
+    display.waitForWindow("Cobweave");
+    second.signal(SIGTERM);
+    EXPECT_NE(second.waitForEnd(), 256 + SIGTERM);
+}
+
+TEST(Store, ThatIsDamagedIsKeptAndTheProgramGoesOn) {
+    const std::string garbage(5000, 'x');
+    Program program({.environment = {}, .descriptors = 0, .prepare = [&](const auto& folder) {
+                         std::filesystem::create_directory(folder / "Cobwaeve");
+                         std::ofstream(folder / "Cobwaeve" / "settings.db") << garbage;
+                     }});
+    program.waitUntilReady();
+    EXPECT_THAT(program.errors(), HasSubstr("are damaged"));
+    EXPECT_EQ(Relay::through(Program::port).up("CHG 9 NLN 0\r\n"), "CHG 9 NLN 0\r\n");
+    std::ostringstream kept;
+    kept << std::ifstream(program.store().string() + ".damaged-1").rdbuf();
+    EXPECT_EQ(kept.str(), garbage);
+}
+
+TEST(Store, ThatCannotBeMadeIsToldAndTheProgramGoesOn) {
+    Program program({.environment = {{"XDG_CONFIG_HOME", "/proc/self"}}});
+    program.waitUntilReady();
+    EXPECT_THAT(program.errors(), HasSubstr("cannot be used"));
+    EXPECT_EQ(Relay::through(Program::port).up("CHG 9 NLN 0\r\n"), "CHG 9 NLN 0\r\n");
+}
+
+TEST(Store, IsReadAfreshForEachSignIn) {
+    Program program;
+    program.waitUntilReady();
+    program.setSetting("initialStatus", "Busy");
+    EXPECT_EQ(Relay::through(Program::port).up("CHG 9 NLN 0\r\n"), "CHG 9 BSY 0\r\n");
+    program.setSetting("initialStatus", "Out To Lunch");
+    EXPECT_EQ(Relay::through(Program::port).up("CHG 9 NLN 0\r\n"), "CHG 9 LUN 0\r\n");
+}
+
+}  // namespace
