@@ -1,0 +1,21 @@
+#pragma once
+
+#include "tests/support/Relay.h"
+
+#include <string>
+#include <string_view>
+
+/// Where a client and a server talk through the program and the visitor sees both ends of it.
+class Stage {
+public:
+    explicit Stage(Relay relay) : relay(std::move(relay)) {}
+
+    void clientSends(std::string_view bytes);
+    void serverSends(std::string_view bytes);
+
+private:
+    Relay relay;
+};
+
+/// A headline and what there is to see below it.
+void announce(std::string_view headline, std::string_view text);
