@@ -1,0 +1,42 @@
+#pragma once
+
+#include "bench/relay/Plan.h"
+#include "bench/relay/contenders/Contender.h"
+#include "bench/relay/report/Results.h"
+#include "bench/relay/server/ServerProcess.h"
+#include "bench/relay/stages/Stage.h"
+#include "bench/relay/system/TemporaryFolder.h"
+
+#include <chrono>
+#include <set>
+#include <utility>
+#include <vector>
+
+/// Takes all contenders through all stages, interleaved, and keeps what came out.
+class Benchmark {
+public:
+    Benchmark(const Plan& chosen, std::vector<Contender> found, std::size_t openLimit);
+
+    void run();
+
+    [[nodiscard]] const Results& results() const { return allResults; }
+    [[nodiscard]] const std::vector<Contender>& contenders() const { return allContenders; }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void warmUp();
+    void runRepetition(int repetition);
+    void runStage(std::size_t stageNumber, const Contender& contender, int repetition);
+    [[nodiscard]] bool hasTimeFor(Clock::duration repetition) const;
+
+    Plan plan;
+    std::vector<Contender> allContenders;
+    std::vector<Stage> stages;
+    ServerProcess server;
+    TemporaryFolder folder;
+    Results allResults;
+    /// Not tried again: each failure may take as long as the longest wait.
+    std::set<std::pair<std::size_t, ContenderId>> failed;
+    Clock::time_point start;
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "bench/relay/report/Results.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+enum class Bound { AtMost, AtLeast };
+
+/// What the program under test is to reach in one figure: a value, or a ratio to another contender
+/// or to another figure of its own.
+struct Goal {
+    Figure figure;
+    Bound bound;
+    double limit;
+    std::optional<Cell> reference;
+    std::string referenceName;
+};
+
+enum class Verdict { Holds, Missed, NotMeasured };
+
+struct Outcome {
+    Verdict verdict;
+    std::optional<double> value;
+    std::optional<double> referenceValue;
+    /// All ratios of the repetitions; empty for a goal without a reference.
+    std::vector<double> ratios;
+};
+
+[[nodiscard]] std::vector<Goal> allGoals();
+
+[[nodiscard]] Outcome judge(const Goal& goal, const Results& results);
+
+/// For instance "at most 1.15 of floor".
+[[nodiscard]] std::string describe(const Goal& goal);

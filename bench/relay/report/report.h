@@ -1,0 +1,17 @@
+#pragma once
+
+#include "bench/relay/report/Results.h"
+
+#include <ostream>
+#include <vector>
+
+/// The medians of all contenders.
+void printFigures(std::ostream& out, const Results& results,
+                  const std::vector<Contender>& contenders);
+
+/// Each goal with its verdict, and how many hold.
+void printGoals(std::ostream& out, const Results& results);
+
+/// Who is absent and what went wrong.
+void printNotes(std::ostream& out, const Results& results,
+                const std::vector<Contender>& contenders);

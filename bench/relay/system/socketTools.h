@@ -1,0 +1,45 @@
+#pragma once
+
+#include "bench/relay/system/Descriptor.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+using Port = std::uint16_t;
+
+struct Listener {
+    Descriptor socket;
+    Port port;
+};
+
+/// A listening socket on loopback. Its port is below 32768: the program under test refuses higher
+/// ones, and no outgoing connection of the benchmark takes a port from there by chance.
+[[nodiscard]] Listener listenOnFreePort();
+
+/// A port on which nobody listens at this moment, below 32768.
+[[nodiscard]] Port findFreePort();
+
+/// True when a program could listen on `port` of all addresses now.
+[[nodiscard]] bool isPortFree(Port port);
+
+/// A socket that sends without delay, gives up any wait after ten seconds, and is reset when it is
+/// closed: a closing handshake would leave thousands of waiting ports behind that slow the next
+/// measurement down.
+[[nodiscard]] Descriptor makeClientSocket();
+
+/// Gives an accepted socket the same two habits.
+void setNoDelayAndReset(int socket);
+
+/// Connects to loopback. False when nobody listens there.
+[[nodiscard]] bool tryConnect(int socket, Port port);
+
+/// All of `bytes`, or a `BenchError`.
+void sendAll(int socket, std::string_view bytes);
+
+/// At least one byte and at most `capacity`, or a `BenchError` when the peer closes or is silent
+/// for ten seconds.
+std::size_t receiveSome(int socket, char* buffer, std::size_t capacity);
+
+/// Exactly `size` bytes.
+void receiveExactly(int socket, char* buffer, std::size_t size);
