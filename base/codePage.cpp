@@ -51,6 +51,33 @@ std::size_t lengthFromLead(std::uint8_t lead) {
     return 0;
 }
 
+/// The number that the first `length` bytes, those of one character, are.
+char32_t characterAtFront(std::string_view utf8, std::size_t length) {
+    const auto lead = static_cast<std::uint8_t>(utf8.front());
+    char32_t character = length == 1 ? lead : lead & (0xFFU >> (length + 1));
+    for (const char byte : utf8.substr(1, length - 1)) {
+        character = (character << 6) | (static_cast<std::uint8_t>(byte) & 0x3F);
+    }
+    return character;
+}
+
+/// The number of bytes of the character that `utf8` begins with; 0 when it begins with none: bytes
+/// are missing, the character has a shorter form, or it is none that exists.
+std::size_t lengthAtFront(std::string_view utf8) {
+    const std::size_t length = lengthFromLead(static_cast<std::uint8_t>(utf8.front()));
+    if (length == 0 || length > utf8.size()) return 0;
+    const std::string_view rest = utf8.substr(1, length - 1);
+    const bool whole = std::all_of(rest.begin(), rest.end(), [](char byte) {
+        return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80;
+    });
+    if (!whole) return 0;
+    constexpr std::array<char32_t, 5> smallest = {0, 0, 0x80, 0x800, 0x10000};
+    const char32_t character = characterAtFront(utf8, length);
+    const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
+    const bool exists = character >= smallest[length] && character <= 0x10FFFF && !surrogate;
+    return exists ? length : 0;
+}
+
 }  // namespace
 
 std::string codePage::toUtf8(std::string_view bytes) {
@@ -65,23 +92,13 @@ std::string codePage::fromUtf8(std::string_view utf8) {
     std::string bytes;
     bytes.reserve(utf8.size());
     while (!utf8.empty()) {
-        const auto lead = static_cast<std::uint8_t>(utf8.front());
-        const std::size_t length = lengthFromLead(lead);
-        const std::string_view rest = utf8.substr(1, length == 0 ? 0 : length - 1);
-        const bool whole = length > 0 && rest.size() == length - 1 &&
-                           std::all_of(rest.begin(), rest.end(), [](char byte) {
-                               return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80;
-                           });
-        if (!whole) {
+        const std::size_t length = lengthAtFront(utf8);
+        if (length == 0) {
             bytes += '?';
             utf8.remove_prefix(1);
             continue;
         }
-        char32_t character = length == 1 ? lead : lead & (0xFFU >> (length + 1));
-        for (const char byte : rest) {
-            character = (character << 6) | (static_cast<std::uint8_t>(byte) & 0x3F);
-        }
-        bytes += byteOf(character);
+        bytes += byteOf(characterAtFront(utf8, length));
         utf8.remove_prefix(length);
     }
     return bytes;

@@ -36,15 +36,19 @@ std::string replaceFirst(std::string text, std::string_view from, std::string_vi
     return text;
 }
 
-std::string removeAll(std::string_view text, std::string_view unwanted) {
-    std::string kept;
-    kept.reserve(text.size());
+std::string replaceAll(std::string_view text, std::string_view from, std::string_view to) {
+    std::string replaced;
+    replaced.reserve(text.size());
     std::size_t start = 0;
-    for (std::size_t found = text.find(unwanted); found != std::string_view::npos;
-         found = text.find(unwanted, start)) {
-        kept += text.substr(start, found - start);
-        start = found + unwanted.size();
+    for (std::size_t found = text.find(from); found != std::string_view::npos;
+         found = text.find(from, start)) {
+        replaced.append(text.substr(start, found - start)).append(to);
+        start = found + from.size();
     }
-    kept += text.substr(start);
-    return kept;
+    replaced.append(text.substr(start));
+    return replaced;
+}
+
+std::string removeAll(std::string_view text, std::string_view unwanted) {
+    return replaceAll(text, unwanted, "");
 }

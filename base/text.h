@@ -31,5 +31,10 @@
 [[nodiscard]] std::string replaceFirst(std::string text, std::string_view from,
                                        std::string_view to);
 
+/// `text` with every occurrence of `from` replaced by `to`; what comes in by that is not looked at
+/// again. `from` is not empty.
+[[nodiscard]] std::string replaceAll(std::string_view text, std::string_view from,
+                                     std::string_view to);
+
 /// `text` with every occurrence of `unwanted` taken out. `unwanted` is not empty.
 [[nodiscard]] std::string removeAll(std::string_view text, std::string_view unwanted);

@@ -4,6 +4,7 @@
 
 #include <sqlite3.h>
 
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -16,11 +17,15 @@ constexpr const char* createTable =
     "CREATE TABLE IF NOT EXISTS settings(application TEXT, section TEXT, key TEXT, value TEXT, "
     "PRIMARY KEY(application, section, key))";
 
+constexpr const char* insertValue =
+    "INSERT OR REPLACE INTO settings(application, section, key, value) VALUES(?1, ?2, ?3, ?4)";
+
 std::string textOf(sqlite3_stmt* row, int column) {
-    const void* const bytes = sqlite3_column_blob(row, column);
+    // As text, since another program may have made a file that keeps it as UTF-16.
+    const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
     const auto size = static_cast<std::size_t>(sqlite3_column_bytes(row, column));
-    if (bytes == nullptr) return {};
-    return codePage::fromUtf8({static_cast<const char*>(bytes), size});
+    if (text == nullptr) return {};
+    return codePage::fromUtf8({text, size});
 }
 
 int bindText(sqlite3_stmt* statement, int position, std::string_view bytes) {
@@ -59,8 +64,9 @@ void SettingsFile::FinalizeStatement::operator()(sqlite3_stmt* handle) const {
     sqlite3_finalize(handle);
 }
 
-std::optional<SettingsTrouble> SettingsFile::open(const std::filesystem::path& path) {
+std::optional<SettingsTrouble> SettingsFile::open(const std::filesystem::path& wanted) {
     close();
+    path = wanted;
     if (const std::error_code error = makeFolder(path.parent_path())) {
         return SettingsTrouble{SettingsTrouble::Kind::Unusable, error.message()};
     }
@@ -72,6 +78,8 @@ std::optional<SettingsTrouble> SettingsFile::open(const std::filesystem::path& p
     database.reset(handle);
     setPatience(patience);
     auto found = result == SQLITE_OK ? prepareFile() : trouble();
+    std::error_code error;
+    realPath = std::filesystem::canonical(path, error);
     if (found) close();
     return found;
 }
@@ -88,9 +96,11 @@ void SettingsFile::close() {
 }
 
 bool SettingsFile::hasMoved() const {
+    // SQLite knows the file behind a link, and not whether the link still leads there.
     int moved = 0;
     sqlite3_file_control(database.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
-    return moved != 0;
+    std::error_code error;
+    return moved != 0 || std::filesystem::canonical(path, error) != realPath;
 }
 
 std::optional<SettingsTrouble> SettingsFile::readVersion(int& version) {
@@ -102,6 +112,44 @@ std::optional<SettingsTrouble> SettingsFile::readVersion(int& version) {
 }
 
 std::optional<SettingsTrouble> SettingsFile::load(Settings& settings) {
+    // Another program may have emptied the file since it was opened.
+    if (auto found = run(createTable)) return found;
+    if (auto found = run("BEGIN")) return found;
+    auto found = loadRows(settings);
+    if (!found) found = check();
+    (void)run("ROLLBACK");
+    return found;
+}
+
+/// Finds the damages that the rows do not show: those that hide rows, and a missing end, which
+/// reads as NULs.
+std::optional<SettingsTrouble> SettingsFile::check() {
+    std::string verdict;
+    if (auto found = ask("PRAGMA integrity_check(settings)", verdict)) return found;
+    if (verdict != "ok") return SettingsTrouble{SettingsTrouble::Kind::Damaged, verdict};
+
+    std::string mode;
+    if (auto found = ask("PRAGMA journal_mode", mode)) return found;
+    changesBeside = mode == "wal";
+    std::string pageSize;
+    if (auto found = ask("PRAGMA page_size", pageSize)) return found;
+    // A log is brought into the file while others read it.
+    if (!changesBeside && fileSize() % std::stol(pageSize) != 0) {
+        return SettingsTrouble{SettingsTrouble::Kind::Damaged, "the file is cut off"};
+    }
+    return std::nullopt;
+}
+
+/// The size of the open file, whatever stands under its path by now.
+std::int64_t SettingsFile::fileSize() const {
+    sqlite3_file* opened = nullptr;
+    sqlite3_file_control(database.get(), "main", SQLITE_FCNTL_FILE_POINTER, &opened);
+    sqlite3_int64 size = 0;
+    if (opened != nullptr) opened->pMethods->xFileSize(opened, &size);
+    return size;
+}
+
+std::optional<SettingsTrouble> SettingsFile::loadRows(Settings& settings) {
     Statement rows;
     if (auto found =
             prepare("SELECT section, key, value FROM settings WHERE application = ?1", rows)) {
@@ -126,9 +174,7 @@ std::optional<SettingsTrouble> SettingsFile::write(const Settings& changes) {
 
 std::optional<SettingsTrouble> SettingsFile::writeAll(const Settings& changes) {
     Statement insert;
-    if (auto found = prepare("INSERT OR REPLACE INTO settings VALUES(?1, ?2, ?3, ?4)", insert)) {
-        return found;
-    }
+    if (auto found = prepare(insertValue, insert)) return found;
     bindText(insert.get(), 1, application);
     for (const auto& [name, value] : changes) {
         bindText(insert.get(), 2, name.first);
@@ -158,6 +204,14 @@ std::optional<SettingsTrouble> SettingsFile::prepare(const char* sql, Statement&
     statement.reset(handle);
     if (result == SQLITE_OK) return std::nullopt;
     return trouble();
+}
+
+std::optional<SettingsTrouble> SettingsFile::ask(const char* sql, std::string& answer) {
+    Statement row;
+    if (auto found = prepare(sql, row)) return found;
+    if (sqlite3_step(row.get()) != SQLITE_ROW) return trouble();
+    answer = textOf(row.get(), 0);
+    return std::nullopt;
 }
 
 SettingsTrouble SettingsFile::trouble() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -47,12 +48,16 @@ public:
 
     /// Opens the file, which is made, with its folder, when there is none. It stays closed when
     /// there is trouble.
-    [[nodiscard]] std::optional<SettingsTrouble> open(const std::filesystem::path& path);
+    [[nodiscard]] std::optional<SettingsTrouble> open(const std::filesystem::path& wanted);
     void close();
     [[nodiscard]] bool isOpen() const { return database != nullptr; }
 
     /// Whether the open file is no longer the one that stands under its path.
     [[nodiscard]] bool hasMoved() const;
+
+    /// Whether changes by other programs may leave the file itself as it is, for a time, and stand
+    /// in a log beside it. Known once it was loaded.
+    [[nodiscard]] bool hasChangesBeside() const { return changesBeside; }
 
     /// A number that changes when another program has changed the file.
     [[nodiscard]] std::optional<SettingsTrouble> readVersion(int& version);
@@ -76,10 +81,19 @@ private:
     [[nodiscard]] std::optional<SettingsTrouble> prepareFile();
     [[nodiscard]] std::optional<SettingsTrouble> run(const char* sql);
     [[nodiscard]] std::optional<SettingsTrouble> prepare(const char* sql, Statement& statement);
+    /// The first text that `sql` gives.
+    [[nodiscard]] std::optional<SettingsTrouble> ask(const char* sql, std::string& answer);
+    [[nodiscard]] std::optional<SettingsTrouble> loadRows(Settings& settings);
+    [[nodiscard]] std::optional<SettingsTrouble> check();
+    [[nodiscard]] std::int64_t fileSize() const;
     [[nodiscard]] std::optional<SettingsTrouble> writeAll(const Settings& changes);
     [[nodiscard]] SettingsTrouble trouble() const;
 
+    std::filesystem::path path;
+    /// Where `path` led when the file was opened.
+    std::filesystem::path realPath;
     std::unique_ptr<sqlite3, CloseDatabase> database;
     Statement versionQuery;
     std::chrono::milliseconds patience{0};
+    bool changesBeside = false;
 };

@@ -38,7 +38,11 @@ SettingsStore::SettingsStore(std::filesystem::path path, std::function<void(std:
 }
 
 SettingsStore::~SettingsStore() {
-    if (!unsaved.empty()) save();
+    if (unsaved.empty()) return;
+    tryAgain();
+    // The last chance for what is in memory only.
+    file.setPatience(patience);
+    refresh();
 }
 
 std::string SettingsStore::ReadSetting(std::string_view section, std::string_view key) {
@@ -49,50 +53,64 @@ std::string SettingsStore::ReadSetting(std::string_view section, std::string_vie
 
 void SettingsStore::WriteSetting(std::string_view section, std::string_view key,
                                  std::string_view value) {
-    givenUp = false;
+    tryAgain();
     refresh();
     const auto known = settings.find(std::pair(section, key));
-    if (known != settings.end() && known->second == value && unsaved.empty()) return;
+    const bool inMemory = known != settings.end() && known->second == value;
+    if (inMemory && loaded && unsaved.empty()) return;
     const std::pair name{std::string(section), std::string(key)};
     settings[name] = value;
     unsaved[name] = value;
     save();
 }
 
-/// Brings the memory up to what the file holds.
+/// Brings the memory up to what the file holds, and the file to what is in memory only.
 void SettingsStore::refresh() {
-    if (givenUp || (!stamp.mayHaveChanged() && loaded && unsaved.empty())) return;
+    if (givenUp && !file.isOpen()) return;
+    const bool toSave = !unsaved.empty() && !givenUp;
+    if (!stamp.mayHaveChanged() && loaded && !toSave && !file.hasChangesBeside()) return;
     if ((!file.isOpen() || file.hasMoved()) && !reopen()) return;
     int version = 0;
     if (const auto trouble = file.readVersion(version)) {
+        // A change may become whole without another change of the file's time.
+        loaded = false;
         handle(*trouble);
     } else if (!loaded || version != knownVersion) {
         knownVersion = version;
         reload();
     }
-    if (loaded && !unsaved.empty()) save();
+    if (!loaded) return;
+    if (unsaved.empty()) {
+        unlocked();
+    } else if (!givenUp) {
+        save();
+    }
+}
+
+/// A file that was of no use may be of use again, to be opened anew.
+void SettingsStore::tryAgain() {
+    if (std::exchange(givenUp, false)) file.close();
 }
 
 bool SettingsStore::reopen() {
     loaded = false;
+    givenUp = false;
     if (const auto trouble = file.open(path)) handle(*trouble);
     return file.isOpen();
 }
 
 void SettingsStore::reload() {
-    Settings fresh = unsaved;
+    Settings fresh;
     const auto trouble = file.load(fresh);
-    if (!trouble) {
-        for (const auto& [name, value] : unsaved)
-            fresh[name] = value;
-        settings = std::move(fresh);
-        loaded = true;
-        unlocked();
-        return;
+    for (const auto& [name, value] : unsaved)
+        fresh[name] = value;
+    loaded = !trouble;
+    if (trouble) {
+        // What can no longer be read is kept as it was known.
+        fresh.merge(settings);
     }
-    if (trouble->kind == SettingsTrouble::Kind::Damaged) settings.merge(fresh);
-    loaded = false;
-    handle(*trouble);
+    settings = std::move(fresh);
+    if (trouble) handle(*trouble);
 }
 
 void SettingsStore::save() {
@@ -121,7 +139,8 @@ void SettingsStore::handle(const SettingsTrouble& trouble) {
             tellOnce(trouble.kind, "the settings in " + name + " cannot be used (" +
                                        trouble.reason +
                                        "); changes last until the end of this run. Make the file "
-                                       "and its folder readable and writable");
+                                       "and its folder readable and writable and start Cobweave "
+                                       "again");
             break;
     }
 }
@@ -143,10 +162,9 @@ void SettingsStore::replaceDamagedFile(const std::string& reason) {
     for (const char* const companion : companions) {
         std::filesystem::rename(withEnding(path, companion), withEnding(kept, companion), error);
     }
-    tellOnce(SettingsTrouble::Kind::Damaged,
-             "the settings in " + path.string() + " are damaged (" + reason +
-                 "); the file is kept as " + kept.string() +
-                 ", and a new one is begun with what could be read");
+    tell("the settings in " + path.string() + " are damaged (" + reason +
+         "); the file is kept as " + kept.string() +
+         ", and a new one is begun with what could be read");
     unsaved = settings;
     auto trouble = file.open(path);
     if (!trouble) trouble = file.write(unsaved);

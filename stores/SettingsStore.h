@@ -29,6 +29,7 @@ public:
 
 private:
     void refresh();
+    void tryAgain();
     [[nodiscard]] bool reopen();
     void reload();
     void save();
@@ -41,7 +42,8 @@ private:
     std::function<void(std::string_view)> tell;
     SettingsFile file;
     FileStamp stamp;
-    /// The file was of no use; it is tried again when there is something to write.
+    /// The file did not take or give what it was asked for. It is written to again when there is
+    /// something new to write; where it can be read, it still is.
     bool givenUp = false;
     bool loaded = false;
     int knownVersion = 0;

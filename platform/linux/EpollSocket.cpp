@@ -1,6 +1,7 @@
 #include "platform/linux/EpollSocket.h"
 
 #include "base/Failure.h"
+#include "base/codePage.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -47,7 +48,9 @@ void sendAtOnce(int descriptor) {
 }
 
 SocketTrouble troubleOf(int error) {
-    return {error == EADDRINUSE ? SocketTrouble::addressInUse : error, std::strerror(error)};
+    // The system describes it in the user's language, as UTF-8.
+    return {error == EADDRINUSE ? SocketTrouble::addressInUse : error,
+            codePage::fromUtf8(std::strerror(error))};
 }
 
 bool isOutOfDescriptors(int error) {

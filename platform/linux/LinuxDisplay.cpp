@@ -19,8 +19,9 @@ bool displayAnswers() {
 }
 
 void choosePlatform(const char* name) {
-    constexpr int keep = 0;
-    setenv("QT_QPA_PLATFORM", name, keep);
+    // Also where the desktop has set another one, which this program is not made for.
+    constexpr int overwrite = 1;
+    setenv("QT_QPA_PLATFORM", name, overwrite);
 }
 
 }  // namespace

@@ -1,0 +1,124 @@
+#include "base/codePage.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace {
+
+using namespace std::string_literals;
+using namespace std::string_view_literals;
+
+std::string allBytes() {
+    std::string bytes;
+    for (int code = 0; code < 256; ++code)
+        bytes += static_cast<char>(code);
+    return bytes;
+}
+
+struct Pair {
+    const char* name;
+    std::string_view bytes;
+    std::string_view utf8;
+};
+
+void PrintTo(const Pair& pair, std::ostream* stream) { *stream << pair.name; }
+
+class CodePagePair : public testing::TestWithParam<Pair> {};
+
+TEST_P(CodePagePair, GivesTheCharacter) {
+    EXPECT_EQ(codePage::toUtf8(GetParam().bytes), GetParam().utf8);
+}
+
+TEST_P(CodePagePair, ComesBackFromTheCharacter) {
+    EXPECT_EQ(codePage::fromUtf8(GetParam().utf8), GetParam().bytes);
+}
+
+constexpr Pair pairs[] = {
+    {"Nothing", ""sv, ""sv},
+    {"Nul", "\0"sv, "\0"sv},
+    {"Ascii", "Ann \r\n\x7F"sv, "Ann \r\n\x7F"sv},
+    {"LatinLetters", "\xA0\xE9\xFF"sv, "\xC2\xA0\xC3\xA9\xC3\xBF"sv},
+    {"Euro", "\x80"sv, "\xE2\x82\xAC"sv},
+    {"LowQuote", "\x82"sv, "\xE2\x80\x9A"sv},
+    {"FlorinSign", "\x83"sv, "\xC6\x92"sv},
+    {"LowDoubleQuote", "\x84"sv, "\xE2\x80\x9E"sv},
+    {"Ellipsis", "\x85"sv, "\xE2\x80\xA6"sv},
+    {"Dagger", "\x86"sv, "\xE2\x80\xA0"sv},
+    {"DoubleDagger", "\x87"sv, "\xE2\x80\xA1"sv},
+    {"Circumflex", "\x88"sv, "\xCB\x86"sv},
+    {"PerMille", "\x89"sv, "\xE2\x80\xB0"sv},
+    {"CapitalSCaron", "\x8A"sv, "\xC5\xA0"sv},
+    {"LeftAngleQuote", "\x8B"sv, "\xE2\x80\xB9"sv},
+    {"CapitalOe", "\x8C"sv, "\xC5\x92"sv},
+    {"CapitalZCaron", "\x8E"sv, "\xC5\xBD"sv},
+    {"LeftQuote", "\x91"sv, "\xE2\x80\x98"sv},
+    {"RightQuote", "\x92"sv, "\xE2\x80\x99"sv},
+    {"LeftDoubleQuote", "\x93"sv, "\xE2\x80\x9C"sv},
+    {"RightDoubleQuote", "\x94"sv, "\xE2\x80\x9D"sv},
+    {"Bullet", "\x95"sv, "\xE2\x80\xA2"sv},
+    {"EnDash", "\x96"sv, "\xE2\x80\x93"sv},
+    {"EmDash", "\x97"sv, "\xE2\x80\x94"sv},
+    {"SmallTilde", "\x98"sv, "\xCB\x9C"sv},
+    {"TradeMark", "\x99"sv, "\xE2\x84\xA2"sv},
+    {"SmallSCaron", "\x9A"sv, "\xC5\xA1"sv},
+    {"RightAngleQuote", "\x9B"sv, "\xE2\x80\xBA"sv},
+    {"SmallOe", "\x9C"sv, "\xC5\x93"sv},
+    {"SmallZCaron", "\x9E"sv, "\xC5\xBE"sv},
+    {"CapitalYDiaeresis", "\x9F"sv, "\xC5\xB8"sv},
+    {"OpenCodes", "\x81\x8D\x8F\x90\x9D"sv, "\xC2\x81\xC2\x8D\xC2\x8F\xC2\x90\xC2\x9D"sv},
+};
+
+INSTANTIATE_TEST_SUITE_P(Table, CodePagePair, testing::ValuesIn(pairs),
+                         [](const auto& info) { return info.param.name; });
+
+TEST(CodePage, BringsBackAllBytes) {
+    EXPECT_EQ(codePage::fromUtf8(codePage::toUtf8(allBytes())), allBytes());
+}
+
+TEST(CodePage, GivesEveryByteACharacterOfItsOwn) {
+    const std::string bytes = allBytes();
+    for (const char first : bytes) {
+        for (const char second : bytes) {
+            const bool same =
+                codePage::toUtf8(std::string(1, first)) == codePage::toUtf8(std::string(1, second));
+            ASSERT_EQ(same, first == second);
+        }
+    }
+}
+
+struct Foreign {
+    const char* name;
+    std::string_view utf8;
+    std::string_view bytes;
+};
+
+void PrintTo(const Foreign& foreign, std::ostream* stream) { *stream << foreign.name; }
+
+class ForeignText : public testing::TestWithParam<Foreign> {};
+
+TEST_P(ForeignText, GivesQuestionMarks) {
+    EXPECT_EQ(codePage::fromUtf8(GetParam().utf8), GetParam().bytes);
+}
+
+constexpr Foreign foreignTexts[] = {
+    {"CharacterOfTwoBytesThatTheCodePageLacks", "a\xD0\x96z"sv, "a?z"sv},
+    {"CharacterOfThreeBytesThatTheCodePageLacks", "a\xE3\x81\x82z"sv, "a?z"sv},
+    {"CharacterOfFourBytes", "a\xF0\x9F\x98\x80z"sv, "a?z"sv},
+    {"ControlWhoseNumberAnotherCharacterHas", "\xC2\x80\xC2\x99"sv, "??"sv},
+    {"LoneContinuation", "a\x80z"sv, "a?z"sv},
+    {"LeadWithoutContinuation", "a\xC3z"sv, "a?z"sv},
+    {"LeadAtTheEnd", "a\xE2\x82"sv, "a??"sv},
+    {"ByteThatNoTextHas", "\xFE\xFF"sv, "??"sv},
+    {"OverlongNulOfTwoBytes", "\xC0\x80"sv, "??"sv},
+    {"OverlongLetterOfThreeBytes", "\xE0\x81\x81"sv, "???"sv},
+    {"OverlongLetterOfFourBytes", "\xF0\x80\x81\x81"sv, "????"sv},
+    {"Surrogate", "\xED\xA0\x80"sv, "???"sv},
+    {"NumberBeyondTheLast", "\xF4\x90\x80\x80"sv, "????"sv},
+};
+
+INSTANTIATE_TEST_SUITE_P(Table, ForeignText, testing::ValuesIn(foreignTexts),
+                         [](const auto& info) { return info.param.name; });
+
+}  // namespace

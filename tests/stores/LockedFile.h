@@ -1,0 +1,61 @@
+#pragma once
+
+#include "tests/stores/StoreFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+/// The waiting of all connections of this process passes at once, and the test may act while it
+/// goes on. So locks are as long as they are said to be, on the slowest machine too.
+class Waiting {
+public:
+    Waiting() {
+        passed = std::chrono::microseconds{0};
+        meanwhile = [] {};
+        system->xSleep = [](sqlite3_vfs*, int time) {
+            passed += std::chrono::microseconds(time);
+            meanwhile();
+            return time;
+        };
+    }
+    ~Waiting() { system->xSleep = realSleep; }
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+
+    static inline std::chrono::microseconds passed{};
+    static inline std::function<void()> meanwhile;
+
+private:
+    sqlite3_vfs* system = sqlite3_vfs_find(nullptr);
+    int (*realSleep)(sqlite3_vfs*, int) = system->xSleep;
+};
+
+/// A file that another program may lock.
+class LockedFile : public StoreFolder {
+protected:
+    Waiting waiting;
+    std::optional<Database> program;
+
+    LockedFile() {
+        other().set("callby", "e");
+        age();
+        program.emplace(path);
+    }
+
+    void lock() const { program->run("BEGIN EXCLUSIVE"); }
+    void unlock() const { program->run("COMMIT"); }
+    /// The lock goes after so much waiting.
+    void unlockAfter(std::chrono::milliseconds time) const {
+        Waiting::meanwhile = [this, time] {
+            if (Waiting::passed < time) return;
+            unlock();
+            Waiting::meanwhile = [] {};
+        };
+    }
+    [[nodiscard]] auto tellsOfTheLockOnce() const {
+        return testing::ElementsAre(testing::HasSubstr(path.string()));
+    }
+};

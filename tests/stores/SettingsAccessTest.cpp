@@ -1,0 +1,212 @@
+#include "stores/SettingsStore.h"
+
+#include "tests/platform/forked.h"
+#include "tests/stores/StoreFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include <unistd.h>
+
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// A file that belongs to a user whom permission bits bind, and a body that runs as this user.
+class ClosedFile : public StoreFolder {
+protected:
+    ClosedFile() { other().set("callby", "e"); }
+    ~ClosedFile() override { allow(folder, 0700); }
+
+    static void allow(const std::filesystem::path& which, unsigned bits) {
+        std::filesystem::permissions(which, static_cast<std::filesystem::perms>(bits));
+    }
+    /// Gives the file and its folder away, with these rights, and runs the body as their owner.
+    [[nodiscard]] bool passesWith(unsigned folderBits, unsigned fileBits,
+                                  const std::function<void()>& body) const {
+        if (std::filesystem::exists(path)) allow(path, fileBits);
+        allow(folder, folderBits);
+        if (geteuid() == 0) {
+            for (const auto& given : {temporary.path(), folder, path})
+                (void)!chown(given.c_str(), nobody, nobody);
+        }
+        return passesForked([&] {
+            becomeNobody();
+            body();
+        });
+    }
+    [[nodiscard]] auto tellsOnceWhatToDo() const {
+        return ElementsAre(AllOf(HasSubstr(path.string()), HasSubstr("Make the file")));
+    }
+    /// Memory does what the file does not, and that is told once.
+    void expectToGoOnInMemory(SettingsStore& store) {
+        store.WriteSetting("Options", "callby", "fn");
+        EXPECT_EQ(option(store, "callby"), "fn");
+        store.WriteSetting("Options", "timestamp", "True");
+        EXPECT_EQ(option(store, "callby"), "fn");
+        EXPECT_EQ(option(store, "timestamp"), "True");
+        EXPECT_THAT(told, tellsOnceWhatToDo());
+    }
+};
+
+TEST_F(ClosedFile, ThatIsReadOnlyIsReadAndWritesStayInMemory) {
+    EXPECT_TRUE(passesWith(0700, 0400, [this] {
+        const std::string before = read(path);
+        {
+            SettingsStore store = open();
+            EXPECT_EQ(option(store, "callby"), "e");
+            EXPECT_THAT(told, IsEmpty());
+            expectToGoOnInMemory(store);
+        }
+        EXPECT_TRUE(read(path) == before);
+        EXPECT_THAT(told, tellsOnceWhatToDo());
+    }));
+}
+
+TEST_F(ClosedFile, ThatIsReadOnlyShowsChangesOfOthersAfterAFailedWriteToo) {
+    EXPECT_TRUE(passesWith(0700, 0400, [this] {
+        SettingsStore store = open();
+        store.WriteSetting("Options", "timestamp", "True");
+        allow(path, 0600);
+        const Database database(path);
+        allow(path, 0400);
+        database.set("callby", "fn");
+        EXPECT_EQ(option(store, "callby"), "fn");
+        EXPECT_EQ(option(store, "timestamp"), "True");
+    }));
+}
+
+TEST_F(ClosedFile, InAReadOnlyFolderIsReadAndWritesStayInMemory) {
+    EXPECT_TRUE(passesWith(0500, 0600, [this] {
+        SettingsStore store = open();
+        EXPECT_EQ(option(store, "callby"), "e");
+        expectToGoOnInMemory(store);
+    }));
+    EXPECT_EQ(other().get("callby"), "e");
+}
+
+TEST_F(ClosedFile, ThatCannotBeMadeIsDoneWithout) {
+    std::filesystem::remove(path);
+    EXPECT_TRUE(passesWith(0500, 0, [this] {
+        SettingsStore store = open();
+        EXPECT_EQ(option(store, "callby"), "");
+        expectToGoOnInMemory(store);
+        EXPECT_FALSE(std::filesystem::exists(path));
+    }));
+}
+
+TEST_F(ClosedFile, ThatCannotBeReadIsDoneWithout) {
+    EXPECT_TRUE(passesWith(0700, 0, [this] {
+        SettingsStore store = open();
+        EXPECT_EQ(option(store, "callby"), "");
+        expectToGoOnInMemory(store);
+    }));
+    allow(path, 0600);
+    EXPECT_EQ(other().get("callby"), "e");
+}
+
+TEST_F(ClosedFile, InAFolderThatCannotBeReachedIsDoneWithout) {
+    EXPECT_TRUE(passesWith(0, 0600, [this] {
+        SettingsStore store = open();
+        EXPECT_EQ(option(store, "callby"), "");
+        expectToGoOnInMemory(store);
+    }));
+}
+
+TEST_F(ClosedFile, InAFolderThatCannotBeMadeIsDoneWithout) {
+    path = folder / "deeper" / "settings.db";
+    EXPECT_TRUE(passesWith(0500, 0, [this] {
+        SettingsStore store = open();
+        expectToGoOnInMemory(store);
+    }));
+    EXPECT_FALSE(std::filesystem::exists(folder / "deeper"));
+}
+
+TEST_F(ClosedFile, GetsAllChangesAtTheFirstWriteAfterItWasOpened) {
+    EXPECT_TRUE(passesWith(0700, 0400, [this] {
+        SettingsStore store = open();
+        store.WriteSetting("Options", "callby", "fn");
+        store.WriteSetting("Options", "timestamp", "True");
+        std::filesystem::rename(path, folder / "old.db");
+        std::filesystem::copy_file(folder / "old.db", path);
+        allow(path, 0600);
+        store.WriteSetting("Options", "constants", "False");
+        const Database database(path);
+        EXPECT_EQ(database.get("callby"), "fn");
+        EXPECT_EQ(database.get("timestamp"), "True");
+        EXPECT_EQ(database.get("constants"), "False");
+        EXPECT_THAT(told, tellsOnceWhatToDo());
+    }));
+}
+
+TEST_F(ClosedFile, IsWrittenAgainOnceItsRightsAreMended) {
+    EXPECT_TRUE(passesWith(0700, 0400, [this] {
+        SettingsStore store = open();
+        store.WriteSetting("Options", "callby", "fn");
+        allow(path, 0600);
+        store.WriteSetting("Options", "timestamp", "True");
+        const Database database(path);
+        EXPECT_EQ(database.get("callby"), "fn");
+        EXPECT_EQ(database.get("timestamp"), "True");
+    }));
+}
+
+TEST_F(ClosedFile, IsWrittenAtTheEndOnceItsRightsAreMended) {
+    EXPECT_TRUE(passesWith(0700, 0400, [this] {
+        {
+            SettingsStore store = open();
+            store.WriteSetting("Options", "callby", "fn");
+            allow(path, 0600);
+        }
+        EXPECT_EQ(Database(path).get("callby"), "fn");
+    }));
+}
+
+TEST_F(ClosedFile, IsWrittenOnceItsFolderCanBeReached) {
+    EXPECT_TRUE(passesWith(0, 0600, [this] {
+        SettingsStore store = open();
+        store.WriteSetting("Options", "timestamp", "True");
+        allow(folder, 0700);
+        store.WriteSetting("Options", "constants", "False");
+        const Database database(path);
+        EXPECT_EQ(database.get("callby"), "e");
+        EXPECT_EQ(database.get("timestamp"), "True");
+        EXPECT_EQ(database.get("constants"), "False");
+        EXPECT_EQ(option(store, "callby"), "e");
+    }));
+}
+
+TEST_F(ClosedFile, ThatIsAFolderIsDoneWithout) {
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    SettingsStore store = open();
+    expectToGoOnInMemory(store);
+    EXPECT_TRUE(std::filesystem::is_empty(path));
+}
+
+TEST_F(ClosedFile, GetsAValueThatIsWrittenAsItWasWhileAnotherThingStoodInItsPlace) {
+    SettingsStore store = open();
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    EXPECT_EQ(option(store, "callby"), "e");
+    store.WriteSetting("Options", "callby", "e");
+    std::filesystem::remove(path);
+    store.WriteSetting("Options", "timestamp", "True");
+    EXPECT_EQ(other().get("callby"), "e");
+    EXPECT_EQ(other().get("timestamp"), "True");
+    EXPECT_THAT(told, tellsOnceWhatToDo());
+}
+
+TEST_F(ClosedFile, WhoseFolderIsAFileIsDoneWithout) {
+    path = path / "settings.db";
+    SettingsStore store = open();
+    expectToGoOnInMemory(store);
+}
+
+}  // namespace

@@ -1,0 +1,206 @@
+#include "stores/SettingsStore.h"
+
+#include "tests/stores/StoreFolder.h"
+#include "tests/support/Descriptor.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <filesystem>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using testing::IsEmpty;
+
+/// A file that has long been the same, and a store that has read it.
+class ChangedByOthers : public StoreFolder {
+protected:
+    ChangedByOthers() {
+        other().set("callby", "e");
+        age();
+    }
+    void TearDown() override { EXPECT_THAT(told, IsEmpty()); }
+
+    /// Another file of settings, to be put in the place of the first.
+    [[nodiscard]] std::filesystem::path anotherFile(const std::string& value) const {
+        const std::filesystem::path file = folder / "another.db";
+        Database(file).set("callby", value);
+        return file;
+    }
+};
+
+TEST_F(ChangedByOthers, IsSeenByTheNextRead) {
+    SettingsStore store = open();
+    EXPECT_EQ(option(store, "callby"), "e");
+    EXPECT_EQ(option(store, "callby"), "e");
+    other().set("callby", "fn");
+    EXPECT_EQ(option(store, "callby"), "fn");
+}
+
+TEST_F(ChangedByOthers, IsSeenDirectlyAfterAnotherChange) {
+    SettingsStore store = open();
+    const Database database = other();
+    for (int round = 0; round < 20; ++round) {
+        const std::string value = std::to_string(round);
+        database.set("callby", value);
+        EXPECT_EQ(option(store, "callby"), value);
+    }
+}
+
+TEST_F(ChangedByOthers, IsSeenDirectlyAfterAWriteOfOurs) {
+    SettingsStore store = open();
+    const Database database = other();
+    for (int round = 0; round < 20; ++round) {
+        const std::string value = std::to_string(round);
+        store.WriteSetting("Options", "callby", "ours " + value);
+        EXPECT_EQ(option(store, "callby"), "ours " + value);
+        database.set("callby", value);
+        EXPECT_EQ(option(store, "callby"), value);
+    }
+}
+
+TEST_F(ChangedByOthers, IsNotOverwrittenByAWriteOfAnotherKey) {
+    SettingsStore store = open();
+    other().set("callby", "fn");
+    store.WriteSetting("Options", "timestamp", "True");
+    EXPECT_EQ(other().get("callby"), "fn");
+    EXPECT_EQ(other().get("timestamp"), "True");
+    EXPECT_EQ(option(store, "callby"), "fn");
+}
+
+TEST_F(ChangedByOthers, IsUndoneByAWriteOfTheValueThatWeHadBefore) {
+    SettingsStore store = open();
+    EXPECT_EQ(option(store, "callby"), "e");
+    other().set("callby", "fn");
+    store.WriteSetting("Options", "callby", "e");
+    EXPECT_EQ(other().get("callby"), "e");
+}
+
+TEST_F(ChangedByOthers, IsSeenWhenAKeyIsGone) {
+    SettingsStore store = open();
+    other().run("DELETE FROM settings");
+    EXPECT_EQ(option(store, "callby"), "");
+}
+
+TEST_F(ChangedByOthers, IsSeenWhenItWasMadeByAnotherProcess) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    Descriptor waiting(ends[0]);
+    Descriptor go(ends[1]);
+    const pid_t child = fork();
+    if (child == 0) {
+        go.reset();
+        char begin = '\0';
+        (void)!::read(waiting.get(), &begin, 1);
+        other().set("callby", "from " + std::to_string(getpid()));
+        _exit(0);
+    }
+    SettingsStore store = open();
+    EXPECT_EQ(option(store, "callby"), "e");
+    go.reset();
+    int status = -1;
+    waitpid(child, &status, 0);
+    ASSERT_EQ(status, 0);
+    EXPECT_EQ(option(store, "callby"), "from " + std::to_string(child));
+}
+
+TEST_F(ChangedByOthers, IsSeenWhenAFileTookItsPlace) {
+    SettingsStore store = open();
+    EXPECT_EQ(option(store, "callby"), "e");
+    std::filesystem::rename(anotherFile("fn"), path);
+    EXPECT_EQ(option(store, "callby"), "fn");
+    other().set("callby", "again");
+    EXPECT_EQ(option(store, "callby"), "again");
+}
+
+TEST_F(ChangedByOthers, IsSeenWhenALinkLeadsToAnotherFile) {
+    const std::filesystem::path another = anotherFile("fn");
+    std::filesystem::rename(path, folder / "real.db");
+    std::filesystem::create_symlink("real.db", path);
+    SettingsStore store = open();
+    EXPECT_EQ(option(store, "callby"), "e");
+    std::filesystem::create_symlink(another, folder / "new-link");
+    std::filesystem::rename(folder / "new-link", path);
+    EXPECT_EQ(option(store, "callby"), "fn");
+}
+
+TEST_F(ChangedByOthers, IsSeenWhenAnOldFileTookItsPlace) {
+    const std::filesystem::path old = anotherFile("fn");
+    const auto now = std::filesystem::file_time_type::clock::now();
+    std::filesystem::last_write_time(old, now - std::chrono::hours{100});
+    SettingsStore store = open();
+    EXPECT_EQ(option(store, "callby"), "e");
+    std::filesystem::rename(old, path);
+    EXPECT_EQ(option(store, "callby"), "fn");
+}
+
+TEST_F(ChangedByOthers, IsWrittenIntoTheFileThatTookItsPlace) {
+    SettingsStore store = open();
+    std::filesystem::rename(anotherFile("fn"), path);
+    store.WriteSetting("Options", "timestamp", "True");
+    EXPECT_EQ(other().get("timestamp"), "True");
+    EXPECT_EQ(other().get("callby"), "fn");
+}
+
+TEST_F(ChangedByOthers, ReadsAsEmptyWhenTheFileIsGone) {
+    SettingsStore store = open();
+    EXPECT_EQ(option(store, "callby"), "e");
+    std::filesystem::remove(path);
+    EXPECT_EQ(option(store, "callby"), "");
+}
+
+TEST_F(ChangedByOthers, BeginsANewFileWhenTheOldOneIsGone) {
+    SettingsStore store = open();
+    std::filesystem::remove(path);
+    store.WriteSetting("Options", "timestamp", "True");
+    EXPECT_EQ(other().get("timestamp"), "True");
+    EXPECT_EQ(other().get("callby"), std::nullopt);
+}
+
+TEST_F(ChangedByOthers, BeginsANewFileWhenTheWholeFolderIsGone) {
+    SettingsStore store = open();
+    std::filesystem::remove_all(folder);
+    EXPECT_EQ(option(store, "callby"), "");
+    store.WriteSetting("Options", "callby", "e");
+    EXPECT_EQ(other().get("callby"), "e");
+}
+
+TEST_F(ChangedByOthers, ReadsAsEmptyWhenTheFileWasEmptied) {
+    SettingsStore store = open();
+    EXPECT_EQ(option(store, "callby"), "e");
+    std::filesystem::resize_file(path, 0);
+    EXPECT_EQ(option(store, "callby"), "");
+    store.WriteSetting("Options", "timestamp", "True");
+    EXPECT_EQ(other().get("timestamp"), "True");
+}
+
+TEST_F(ChangedByOthers, GoesOnWhenTheTableIsGone) {
+    SettingsStore store = open();
+    other().run("DROP TABLE settings");
+    EXPECT_EQ(option(store, "callby"), "");
+    store.WriteSetting("Options", "callby", "fn");
+    EXPECT_EQ(other().get("callby"), "fn");
+}
+
+TEST_F(ChangedByOthers, IsSeenInAWriteAheadLogToo) {
+    SettingsStore store = open();
+    EXPECT_EQ(option(store, "callby"), "e");
+    const Database database = other();
+    database.run("PRAGMA journal_mode = WAL");
+    age();
+    EXPECT_EQ(option(store, "callby"), "e");
+    EXPECT_EQ(option(store, "callby"), "e");
+    // Such a change does not touch the file itself.
+    for (const char* const value : {"one", "two", "three"}) {
+        database.set("callby", value);
+        EXPECT_EQ(option(store, "callby"), value);
+    }
+    store.WriteSetting("Options", "callby", "ours");
+    EXPECT_EQ(database.get("callby"), "ours");
+}
+
+}  // namespace
