@@ -1,15 +1,23 @@
+#include "platform/Browser.h"
+#include "platform/Chance.h"
+#include "platform/Clock.h"
 #include "platform/Display.h"
 #include "platform/Folders.h"
+#include "platform/MachineFacts.h"
+#include "platform/MediaPlayer.h"
 #include "platform/MessageBox.h"
 #include "platform/Platform.h"
+#include "platform/Registry.h"
 #include "proxy/frmMain.h"
 #include "proxy/hostForms.h"
+#include "stores/NotesStore.h"
 #include "stores/SettingsStore.h"
 
 #include <QApplication>
 #include <QSysInfo>
 #include <QTimer>
 
+#include <array>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
@@ -26,29 +34,58 @@ void tellHowToConnect() {
               << '.' << std::endl;
 }
 
+std::string commandLine(int argc, char* argv[]) {
+    std::string line;
+    for (int index = 0; index < argc; ++index) {
+        if (index > 0) line += ' ';
+        line += argv[index];
+    }
+    return line;
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    if (const auto reason = chooseDisplay()) {
-        tellTrouble(*reason + ", so it runs without windows");
+    DisplayChoice display = chooseDisplay();
+    if (display.withoutWindows) {
+        tellTrouble(*display.withoutWindows + ", so it runs without windows");
     }
-    QApplication application(argc, argv);
+    // As an argument, which counts more than what the desktop may have set for all its programs,
+    // and which the browser does not inherit.
+    std::string option = "-platform";
+    std::array arguments{argv[0], option.data(), display.platform.data()};
+    int count = arguments.size();
+    QApplication application(count, arguments.data());
     QApplication::setApplicationName("Cobweave");
     QApplication::setQuitOnLastWindowClosed(false);
 
     const std::unique_ptr<Platform> platform = makePlatform();
     platform->endRequested = [] { QApplication::exit(EXIT_SUCCESS); };
     const std::unique_ptr<MessageBox> messageBox = makeMessageBox();
-    SettingsStore settings(folders::settings() / "Cobwaeve" / "settings.db", tellTrouble);
+    const std::unique_ptr<MachineFacts> machine = makeMachineFacts();
+    const std::unique_ptr<Clock> clock = makeClock();
+    const std::unique_ptr<Chance> chance = makeChance();
+    const std::unique_ptr<Registry> registry = makeRegistry();
+    const std::unique_ptr<MediaPlayer> player = makeMediaPlayer();
+    const std::unique_ptr<Browser> browser = makeBrowser();
 
     TrayForm tray;
     TitleForm title;
-    NotesForm notes;
+    NotesForm notesForm;
     LogForm log;
     OptionsForm options;
     Popups popups;
-    frmMain host(platform->network(), platform->loop(), settings, *messageBox,
-                 {tray, title, notes, log, options, popups});
+
+    SettingsStore settings(folders::settings() / "Cobwaeve" / "settings.db", tellTrouble);
+    NotesStore notes(folders::notes() / "notes.cwv", [&popups](std::string_view text) {
+        tellTrouble(text);
+        popups.popup(text);
+    });
+    frmMain host(platform->network(), platform->loop(), *messageBox,
+                 {tray, title, notesForm, log, options, popups},
+                 {settings, *machine, *clock, *chance, *registry, *player, *browser, notes,
+                  commandLine(argc, argv)});
+    host.endProcess = [] { std::_Exit(EXIT_SUCCESS); };
 
     // Inside the loop, so that a box at start-up can be ended like everything else.
     QTimer::singleShot(0, [&host] {

@@ -3,6 +3,12 @@
 #include <optional>
 #include <string>
 
-/// Chooses how the windows of this run are shown; to be called before the `QApplication` is made.
-/// Returns why there are no windows, where there is no display to show them on.
-[[nodiscard]] std::optional<std::string> chooseDisplay();
+/// How the windows of this run are shown.
+struct DisplayChoice {
+    /// The name of Qt's platform.
+    std::string platform;
+    /// Why there are no windows, where there is no display to show them on.
+    std::optional<std::string> withoutWindows = std::nullopt;
+};
+
+[[nodiscard]] DisplayChoice chooseDisplay();

@@ -7,6 +7,7 @@
 #include "proxy/ProxyHost.h"
 #include "proxy/clientFilter.h"
 #include "proxy/hostForms.h"
+#include "proxy/serverFilter.h"
 
 #include <algorithm>
 #include <charconv>
@@ -42,8 +43,9 @@ private:
     int& count;
 };
 
-/// Gives the memory back too: a thousand quiet connections are to cost little.
-void empty(std::string& buffer) { buffer = std::string(); }
+/// Gives the memory back too, which an assignment would not: a thousand quiet connections are to
+/// cost little.
+void empty(std::string& buffer) { std::string().swap(buffer); }
 
 /// Two characters of a frame or request as the number that they are, with a ceiling of 32,767.
 std::int16_t twoByteNumber(std::string_view bytes) {
@@ -78,7 +80,8 @@ bool beginsLikeForeignFrame(std::string_view buffer) {
 
 }  // namespace
 
-MSNProxy::MSNProxy(ProxyHost& host) : host(host), Timer1(host.loop.makeTimer()) {
+MSNProxy::MSNProxy(ProxyHost& host)
+    : Conversation(host.services), host(host), Timer1(host.loop.makeTimer()) {
     Timer1->tick = [this] { Timer1_Timer(); };
     for (int Index = 0; Index < sides; ++Index) {
         auto& socket = Winsock1[Index];
@@ -108,6 +111,23 @@ std::string MSNProxy::IntegerToBase256(std::int32_t ThePort) {
     const auto value = checked<std::uint16_t>(ThePort);
     return {static_cast<char>(value / 256), static_cast<char>(value % 256)};
 }
+
+void MSNProxy::ChangeNick(std::string_view strcommand) {
+    const ProcessValues& values = services.values;
+    std::string command = connection.protocolVersion == "9"
+                              ? "REA " + values.tranID + " " + values.email + " "
+                              : "PRP " + values.tranID + " MFN ";
+    command.append(strcommand).append("\r\n");
+    Winsock1[serverSide]->SendData(command);
+}
+
+void MSNProxy::ChangeStatus(std::string_view strstatus) {
+    std::string command = "CHG " + services.values.tranID + " ";
+    command.append(strstatus).append(" ").append(services.values.statusPostfix).append("\r\n");
+    Winsock1[serverSide]->SendData(command);
+}
+
+void MSNProxy::sendToClient(std::string_view bytes) { Winsock1[clientSide]->SendData(bytes); }
 
 void MSNProxy::Unload() {
     Timer1->disable();
@@ -156,25 +176,34 @@ void MSNProxy::Winsock1_DataArrival(int Index) {
 /// Takes whole frames of another protocol off the head of the buffer; they are sent nowhere. True
 /// when what is left waits there for more.
 bool MSNProxy::eventEndsAtForeignFrame(Stream& stream) {
-    std::string& buffer = stream.receiveBuffer;
-    while (holds([&] { return beginsLikeForeignFrame(buffer); })) {
+    std::string_view rest = stream.receiveBuffer;
+    const bool ends = endsAfterFrames(stream, rest);
+    // Once and not frame by frame, which would cost the square of what one read can hold.
+    stream.receiveBuffer.erase(0, stream.receiveBuffer.size() - rest.size());
+    return ends;
+}
+
+/// Takes the frames off `rest`.
+bool MSNProxy::endsAfterFrames(Stream& stream, std::string_view& rest) {
+    while (holds([&] { return beginsLikeForeignFrame(rest); })) {
         if (!stream.frameWaiting) {
             attempt(
-                [&] { stream.frameLength = twoByteNumber(characters(buffer, 5, 6)) + frameHead; });
+                [&] { stream.frameLength = twoByteNumber(characters(rest, 5, 6)) + frameHead; });
             if (stream.frameLength == 0) {
                 stream.blocked = true;
-                empty(buffer);
+                rest = {};
                 return true;
             }
         }
-        if (static_cast<std::size_t>(stream.frameLength) > buffer.size()) {
+        const auto length = static_cast<std::size_t>(stream.frameLength);
+        if (length > rest.size()) {
             stream.frameWaiting = true;
             return true;
         }
-        buffer.erase(0, static_cast<std::size_t>(stream.frameLength));
+        rest.remove_prefix(length);
         stream.frameLength = 0;
         stream.frameWaiting = false;
-        if (buffer.size() < frameHead) return true;
+        if (rest.size() < frameHead) return true;
     }
     return false;
 }
@@ -209,9 +238,13 @@ bool MSNProxy::eventEndsAtDirectConnect(int Index, const std::string& buffer) {
 }
 
 void MSNProxy::relay(int Index, std::string& buffer) {
-    if (Index == clientSide) filterClientChunk(buffer, connection, host);
+    if (Index == clientSide) {
+        filterClientChunk(buffer, *this, host.tray);
+    } else {
+        filterServerChunk(buffer, *this);
+    }
     attempt([&] { Winsock1[1 - Index]->SendData(buffer); });
     std::string caption =
-        host.values.loggedin ? std::string("Cobweave") : std::string(characters(buffer, 1, 3));
+        services.values.loggedin ? std::string("Cobweave") : std::string(characters(buffer, 1, 3));
     attempt([&] { host.tray.changetraycaption(caption); });
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "conversation/ConnectionRecord.h"
+#include "conversation/Conversation.h"
 #include "platform/EventLoop.h"
 #include "platform/Winsock.h"
 
@@ -16,7 +16,7 @@ struct ProxyHost;
 /// One connection of the client: the pair of sockets, how the server side is opened, and what
 /// happens to each chunk that passes. A chunk is what one read delivers; it is taken for one
 /// command, looked at by its first three characters and sent on at once in one piece.
-class MSNProxy {
+class MSNProxy final : private Conversation {
 public:
     /// A text to show to the user as a toast.
     std::function<void(std::string_view text)> popup;
@@ -26,8 +26,6 @@ public:
     std::function<void()> FreePort;
 
     explicit MSNProxy(ProxyHost& host);
-    MSNProxy(const MSNProxy&) = delete;
-    MSNProxy& operator=(const MSNProxy&) = delete;
 
     /// Takes over the requested connection as the client side. Statement by statement.
     void Connect(RequestId requestID);
@@ -36,6 +34,12 @@ public:
 
     /// `ThePort` as two characters, most significant first. Fails below 0 and above 65,535.
     [[nodiscard]] static std::string IntegerToBase256(std::int32_t ThePort);
+
+    /// Asks the server for a nick name, percent-encoded, in the client's dialect. Fails when the
+    /// server is gone.
+    void ChangeNick(std::string_view strcommand);
+    /// Asks the server for a status, by its code. Fails when the server is gone.
+    void ChangeStatus(std::string_view strstatus);
 
     /// Ends the connection: the sockets close at once and nothing ticks any more.
     void Unload();
@@ -66,13 +70,17 @@ private:
     void Winsock1_SendProgress(int Index, std::size_t bytesRemaining);
     void Timer1_Timer();
 
-    [[nodiscard]] bool eventEndsAtForeignFrame(Stream& stream);
+    [[nodiscard]] static bool eventEndsAtForeignFrame(Stream& stream);
+    [[nodiscard]] static bool endsAfterFrames(Stream& stream, std::string_view& rest);
     [[nodiscard]] bool eventEndsAtSocksRequest(std::string_view buffer);
     [[nodiscard]] bool eventEndsAtDirectConnect(int Index, const std::string& buffer);
     void relay(int Index, std::string& buffer);
 
+    void sendToClient(std::string_view bytes) override;
+    void showPopup(std::string_view text) override { popup(text); }
+    void addToLog(std::string_view text) override { log(text); }
+
     ProxyHost& host;
-    ConnectionRecord connection;
     std::array<Stream, sides> streams;
     std::int32_t destinationPort = 0;
     std::string destinationAddress;

@@ -2,14 +2,12 @@
 
 class EventLoop;
 class Network;
-class SettingsStore;
 class TrayForm;
-struct ProcessValues;
+struct Services;
 
 /// What a connection asks of the program around it.
 struct ProxyHost {
-    ProcessValues& values;
-    SettingsStore& settings;
+    Services& services;
     TrayForm& tray;
     Network& network;
     EventLoop& loop;

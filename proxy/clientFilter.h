@@ -2,10 +2,11 @@
 
 #include <string>
 
-struct ConnectionRecord;
-struct ProxyHost;
+class Conversation;
+class TrayForm;
 
 /// Treats a chunk that the client has sent: keeps its transaction number, learns the dialect and
-/// the notification-server connection, puts the chosen status into the sign-in and hides typing
-/// notices. The chunk is rewritten in place. Runs statement by statement; nothing fails.
-void filterClientChunk(std::string& chunk, ConnectionRecord& connection, ProxyHost& host);
+/// the notification-server connection, puts the chosen status into the sign-in, carries out chat
+/// commands and hides typing notices. The chunk is rewritten in place. Runs statement by statement;
+/// nothing fails.
+void filterClientChunk(std::string& chunk, Conversation& conversation, TrayForm& tray);

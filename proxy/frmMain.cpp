@@ -2,29 +2,45 @@
 
 #include "base/Failure.h"
 #include "base/text.h"
+#include "conversation/messageConstants.h"
+#include "desktop/mdlFunctions.h"
+#include "desktop/winamp.h"
+#include "platform/MediaPlayer.h"
 #include "platform/MessageBox.h"
+#include "stores/NotesStore.h"
 #include "stores/SettingsStore.h"
 
+#include <cstdlib>
 #include <utility>
 
 using namespace std::string_view_literals;
 
-frmMain::frmMain(Network& network, EventLoop& loop, SettingsStore& settings, MessageBox& messageBox,
-                 HostForms forms)
-    : settings(settings),
-      messageBox(messageBox),
+namespace {
+
+constexpr std::chrono::milliseconds songInterval{1000};
+
+}  // namespace
+
+frmMain::frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, HostForms forms,
+                 Facilities facilities)
+    : messageBox(messageBox),
       forms(forms),
-      host{values, settings, forms.tray, network, loop},
+      services{std::move(facilities), values, *this},
+      host{services, forms.tray, network, loop},
+      ChangeSong(loop.makeTimer()),
       Winsock1(network.makeWinsock()) {
     Winsock1->ConnectionRequest = [this](RequestId requestID) {
         Winsock1_ConnectionRequest(requestID);
     };
+    ChangeSong->tick = [this] { ChangeSong_Timer(); };
+    services.player.changed = [this] { ChangeSong->wake(); };
 }
 
 frmMain::Start frmMain::Load() {
     forms.tray.Show();
-    forms.notes.Load();
+    services.notes.load();
     forms.title.Load();
+    ChangeSong->enable(songInterval);
     if (const auto trouble = Winsock1->Listen(listeningPort)) {
         if (trouble->number == SocketTrouble::addressInUse) {
             messageBox.critical("Please do not run multiple instances of Cobweave."sv);
@@ -34,7 +50,8 @@ frmMain::Start frmMain::Load() {
         messageBox.critical("Error: " + trouble->description);
         return Start::Deaf;
     }
-    if (settings.ReadSetting("Options", "useristyping").empty()) forms.options.ShowFirstRun();
+    if (services.settings.ReadSetting("Options", "useristyping").empty())
+        forms.options.ShowFirstRun();
     return Start::Listening;
 }
 
@@ -76,6 +93,32 @@ void frmMain::MSNProxy1_FreePort(std::int16_t Index) {
 }
 
 void frmMain::MSNProxy1_log(std::string_view text) { forms.log.AddItem(removeAll(text, "\r\n"sv)); }
+
+void frmMain::ChangeSong_Timer() {
+    // Until the player changes there is nothing to see.
+    ChangeSong->rest();
+    currentSong = winamp::CurrentSong(services.player);
+    if (currentSong == lastSong) return;
+    lastSong = winamp::CurrentSong(services.player);
+    if (!values.winampOn) return;
+    std::string nick =
+        values.winampPrefix + (currentSong.empty() ? " Nothing." : " " + currentSong);
+    ApplyNickTemplate(nick);
+}
+
+void frmMain::ApplyNickTemplate(std::string& text) {
+    text = messageConstants::expandNickName(text, services);
+    if (values.serverID == 0) return;
+    const auto found = MSNProxy1.find(values.serverID);
+    if (found == MSNProxy1.end()) throw Failure("the notification-server connection is gone");
+    found->second->ChangeNick(mdlFunctions::UrlEncode(text));
+}
+
+void frmMain::ForceExit() {
+    forms.tray.Unload();
+    endProcess();
+    std::abort();
+}
 
 /// An instance that ends does so in an event of its own; it is destroyed in a later one.
 void frmMain::destroyUnloaded() {

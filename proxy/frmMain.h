@@ -1,5 +1,6 @@
 #pragma once
 
+#include "conversation/Conversation.h"
 #include "conversation/ProcessValues.h"
 #include "platform/Winsock.h"
 #include "proxy/MSNProxy.h"
@@ -7,18 +8,17 @@
 #include "proxy/hostForms.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
-class EventLoop;
 class MessageBox;
-class SettingsStore;
 
 /// The host of the proxy: owns the listening socket, the connections and the values that belong to
 /// the whole process. It is never shown and lives until the process ends.
-class frmMain {
+class frmMain final : private ProgramActions {
 public:
     /// Where clients find the proxy, on all addresses of the machine.
     static constexpr std::uint16_t listeningPort = 1090;
@@ -31,8 +31,11 @@ public:
 
     ProcessValues values;
 
-    frmMain(Network& network, EventLoop& loop, SettingsStore& settings, MessageBox& messageBox,
-            HostForms forms);
+    /// Ends the process at once with status 0. Does not return.
+    std::function<void()> endProcess;
+
+    frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, HostForms forms,
+            Facilities facilities);
 
     /// Shows the tray icon, begins to listen and opens the options on a first run.
     [[nodiscard]] Start Load();
@@ -41,23 +44,35 @@ public:
     /// last one stays.
     void AddControl();
 
+    /// The nick name follows the song. Fails, and with it the program, when the connection is gone
+    /// that is to be told.
+    void ChangeSong_Timer();
+
     /// The instances in use, by number.
     [[nodiscard]] const std::map<std::int16_t, std::unique_ptr<MSNProxy>>& instances() const {
         return MSNProxy1;
     }
 
 private:
+    void ApplyNickTemplate(std::string& text) override;
+    void ShowNotes() override { forms.notes.Show(); }
+    [[noreturn]] void ForceExit() override;
+
     void Winsock1_ConnectionRequest(RequestId requestID);
     void MSNProxy1_FreePort(std::int16_t Index);
     void MSNProxy1_log(std::string_view text);
     void loadInstance(std::int16_t Index);
     void destroyUnloaded();
 
-    SettingsStore& settings;
     MessageBox& messageBox;
     HostForms forms;
+    Services services;
     ProxyHost host;
     std::int16_t instanceCount = 0;
+    std::string currentSong;
+    /// The song at the last change that the timer saw.
+    std::string lastSong;
+    std::unique_ptr<Timer> ChangeSong;
     std::unique_ptr<Winsock> Winsock1;
     std::map<std::int16_t, std::unique_ptr<MSNProxy>> MSNProxy1;
     /// Instances that are no longer in use and wait for their running event to return.

@@ -34,7 +34,7 @@ public:
 class NotesForm {
 public:
     virtual ~NotesForm() = default;
-    virtual void Load() {}
+    virtual void Show() {}
 };
 
 class LogForm {

@@ -1,138 +1,100 @@
-#include "conversation/ConnectionRecord.h"
-#include "conversation/ProcessValues.h"
-#include "desktop/mdlFunctions.h"
-#include "proxy/ProxyHost.h"
+#include "bench/micro/QuietConversation.h"
+
+#include "conversation/messageConstants.h"
 #include "proxy/clientFilter.h"
 #include "proxy/hostForms.h"
-#include "stores/SettingsStore.h"
-#include "stores/mdlEncode.h"
-#include "tests/support/FakeWinsock.h"
-#include "tests/support/TemporaryFolder.h"
+#include "proxy/serverFilter.h"
+#include "tests/support/messages.h"
 
 #include <benchmark/benchmark.h>
 
 #include <string>
 
+/// What one chunk costs on its way through the filters, by its size. "copy" is what merely making
+/// another string of it costs, which each of them does at least once.
+
 namespace {
 
-/// A store whose file has not changed for long, as it is for nearly every chunk.
-struct QuietStore {
-    TemporaryFolder folder;
-    std::filesystem::path path = folder.path() / "settings.db";
-    SettingsStore settings{path, [](std::string_view) {}};
-
-    void set(std::string_view key, std::string_view value) {
-        settings.WriteSetting("Options", key, value);
-        changeTime(-std::chrono::hours(1));
+void measureChunk(benchmark::State& state, const std::string& chunk, auto filter) {
+    std::string filtered;
+    for (auto _ : state) {
+        filtered = chunk;
+        filter(filtered);
+        benchmark::DoNotOptimize(filtered.data());
     }
-    void changeTime(std::chrono::hours fromNow) const {
-        const auto now = std::filesystem::file_time_type::clock::now();
-        std::filesystem::last_write_time(path, now + fromNow);
-    }
-};
+    state.SetComplexityN(state.range(0));
+}
 
-/// What a chunk passes through, without sockets.
-struct Filters {
-    QuietStore store;
-    ProcessValues values;
+/// `chunk` with what fills it up to its size.
+void measure(benchmark::State& state, std::string chunk, auto filter) {
+    chunk.resize(static_cast<std::size_t>(state.range(0)), 'x');
+    measureChunk(state, chunk, filter);
+}
+
+/// A text that makes its message as large as the chunk is to be.
+std::string filling(const benchmark::State& state, std::string text) {
+    constexpr std::size_t others = 150;
+    text.resize(static_cast<std::size_t>(state.range(0)) - others, 'x');
+    return text;
+}
+
+void measureFromClient(benchmark::State& state, const std::string& head) {
+    QuietConversation conversation;
     TrayForm tray;
-    FakeNetwork network;
-    FakeLoop loop;
-    ProxyHost host{values, store.settings, tray, network, loop};
-    ConnectionRecord connection;
-};
-
-std::string sized(std::string head, benchmark::State& state) {
-    head.resize(static_cast<std::size_t>(state.range(0)), 'x');
-    return head;
+    measure(state, head, [&](std::string& chunk) { filterClientChunk(chunk, conversation, tray); });
 }
 
-/// One chunk from the client; `head` decides which rule it meets.
-void filterChunk(benchmark::State& state, const std::string& head) {
-    Filters filters;
-    filters.store.set("useristyping", "True");
-    const std::string original = sized(head, state);
-    std::string chunk;
-    for (auto _ : state) {
-        chunk = original;
-        filterClientChunk(chunk, filters.connection, filters.host);
-        benchmark::DoNotOptimize(chunk.data());
-    }
-    state.SetBytesProcessed(state.iterations() * state.range(0));
-    state.SetComplexityN(state.range(0));
+void measureFromServer(benchmark::State& state, const std::string& head) {
+    QuietConversation conversation;
+    measure(state, head, [&](std::string& chunk) { filterServerChunk(chunk, conversation); });
 }
 
-void plainRelay(benchmark::State& state) { filterChunk(state, "UUX 12 "); }
-void oneWord(benchmark::State& state) { filterChunk(state, "UUX"); }
-void typingNotice(benchmark::State& state) {
-    filterChunk(state,
-                "MSG 12 U 90\r\nMIME-Version: 1.0\r\nContent-Type: text/x-msmsgscontrol\r\n"
-                "TypingUser: ann@example.com\r\n\r\n\r\n");
-}
-void copyOfAChunk(benchmark::State& state) {
-    const std::string original = sized("", state);
-    std::string chunk;
-    for (auto _ : state) {
-        chunk = original;
-        benchmark::DoNotOptimize(chunk.data());
-    }
-    state.SetBytesProcessed(state.iterations() * state.range(0));
-    state.SetComplexityN(state.range(0));
+void copy(benchmark::State& state) {
+    measure(state, "", [](std::string& /*chunk*/) {});
 }
 
-void coder(benchmark::State& state, std::string (*code)(std::string_view), std::string text) {
-    text = sized(std::move(text), state);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(code(text));
-    state.SetBytesProcessed(state.iterations() * state.range(0));
-    state.SetComplexityN(state.range(0));
+void plainFromClient(benchmark::State& state) { measureFromClient(state, "UUX 12 "); }
+void plainFromServer(benchmark::State& state) { measureFromServer(state, "NLN IDL "); }
+
+/// The longest of what fails in a filter: no second word.
+void oneWordFromClient(benchmark::State& state) { measureFromClient(state, "UUX"); }
+
+/// Up to 1640 bytes its constants are expanded.
+void textFromClient(benchmark::State& state) {
+    QuietConversation conversation;
+    TrayForm tray;
+    measureChunk(state, clientText(filling(state, "It is <t>, <cn>")),
+                 [&](std::string& chunk) { filterClientChunk(chunk, conversation, tray); });
 }
 
-void base64Encode(benchmark::State& state) { coder(state, mdlEncode::Base64Encode, ""); }
-void base64Decode(benchmark::State& state) { coder(state, mdlEncode::Base64Decode, ""); }
-void urlEncode(benchmark::State& state) { coder(state, mdlFunctions::UrlEncode, ""); }
-void urlDecode(benchmark::State& state) { coder(state, mdlFunctions::UrlDecode, "%41%20"); }
-
-void readSetting(benchmark::State& state) {
-    QuietStore store;
-    store.set("progress", "1");
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(store.settings.ReadSetting("Options", "progress"));
-    }
+/// Every token looked for in the whole chunk, whatever its size.
+void constants(benchmark::State& state) {
+    QuietConversation conversation;
+    measure(state, "MSG 12 N 900\r\n" + textPayload("It is <t>, <cn>"), [&](std::string& chunk) {
+        chunk = messageConstants::ExpandConstants(chunk, conversation);
+    });
 }
 
-/// Of a file that seems to change all the time, so that its version has to be asked for.
-void readFreshSetting(benchmark::State& state) {
-    QuietStore store;
-    store.set("progress", "1");
-    store.changeTime(std::chrono::hours(1));
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(store.settings.ReadSetting("Options", "progress"));
-    }
-}
-
-void writeSetting(benchmark::State& state) {
-    QuietStore store;
-    int number = 0;
-    for (auto _ : state) {
-        store.settings.WriteSetting("lastthingusersaid", "a", std::to_string(++number));
-    }
+/// Remembered and, up to 32,767 bytes, stamped.
+void textFromServer(benchmark::State& state) {
+    QuietConversation conversation;
+    conversation.set("timestamp", "True");
+    measureChunk(state, contactText(filling(state, "Hello")),
+                 [&](std::string& chunk) { filterServerChunk(chunk, conversation); });
 }
 
 constexpr int kilobyte = 1024;
 
-BENCHMARK(copyOfAChunk)->Arg(kilobyte)->Arg(16 * kilobyte)->Arg(1024 * kilobyte)->Complexity();
-BENCHMARK(plainRelay)->Arg(kilobyte)->Arg(16 * kilobyte)->Arg(1024 * kilobyte)->Complexity();
-BENCHMARK(oneWord)->Arg(kilobyte)->Arg(16 * kilobyte)->Arg(1024 * kilobyte)->Complexity();
-BENCHMARK(typingNotice)->Arg(kilobyte)->Arg(16 * kilobyte)->Arg(1024 * kilobyte)->Complexity();
-BENCHMARK(base64Encode)->Arg(kilobyte)->Arg(16 * kilobyte)->Arg(1024 * kilobyte)->Complexity();
-BENCHMARK(base64Decode)->Arg(kilobyte)->Arg(16 * kilobyte)->Arg(1024 * kilobyte)->Complexity();
-BENCHMARK(urlEncode)->Arg(kilobyte)->Arg(16 * kilobyte)->Complexity();
-BENCHMARK(urlDecode)->Arg(kilobyte)->Arg(16 * kilobyte)->Complexity();
-BENCHMARK(readSetting);
-BENCHMARK(readFreshSetting);
-BENCHMARK(writeSetting);
+void sizes(benchmark::internal::Benchmark* bench) {
+    bench->Arg(kilobyte)->Arg(16 * kilobyte)->Arg(1024 * kilobyte)->Complexity(benchmark::oN);
+}
+
+BENCHMARK(copy)->Apply(sizes);
+BENCHMARK(plainFromClient)->Apply(sizes);
+BENCHMARK(plainFromServer)->Apply(sizes);
+BENCHMARK(oneWordFromClient)->Apply(sizes);
+BENCHMARK(textFromClient)->Apply(sizes);
+BENCHMARK(constants)->Apply(sizes);
+BENCHMARK(textFromServer)->Apply(sizes);
 
 }  // namespace
-
-BENCHMARK_MAIN();

@@ -18,23 +18,17 @@ bool displayAnswers() {
     return answers;
 }
 
-void choosePlatform(const char* name) {
-    // Also where the desktop has set another one, which this program is not made for.
-    constexpr int overwrite = 1;
-    setenv("QT_QPA_PLATFORM", name, overwrite);
-}
-
-}  // namespace
-
-std::optional<std::string> chooseDisplay() {
-    if (displayAnswers()) {
-        choosePlatform("xcb");
-        return std::nullopt;
-    }
-    choosePlatform("offscreen");
+std::string whyWithoutWindows() {
     if (const std::string display = valueOf("DISPLAY"); !display.empty()) {
         return "the display " + display + " does not answer";
     }
     if (!valueOf("WAYLAND_DISPLAY").empty()) return "Wayland is there without XWayland";
     return "there is no display";
+}
+
+}  // namespace
+
+DisplayChoice chooseDisplay() {
+    if (displayAnswers()) return {"xcb"};
+    return {"offscreen", whyWithoutWindows()};
 }

@@ -1,15 +1,35 @@
 #include "platform/qt/QtEventLoop.h"
 
+#include "base/Failure.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+/// Socket events skip their failures; a timer whose step fails has nobody to do that, and goes down
+/// with the program.
+void endAt(const Failure& failure) {
+    std::cerr << "Cobweave: ended, because a step of a timer failed: " << failure.what() << '.'
+              << std::endl;
+    std::_Exit(EXIT_FAILURE);
+}
+
+}  // namespace
 
 QtEventLoop::QtEventLoop() : timers([this] { waitForNextDue(); }) {
     alarm.setSingleShot(true);
     alarm.setTimerType(Qt::PreciseTimer);
     QObject::connect(&alarm, &QTimer::timeout, &alarm, [this] {
-        timers.tickDue();
+        try {
+            timers.tickDue();
+        } catch (const Failure& failure) {
+            endAt(failure);
+        }
         waitForNextDue();
     });
 }

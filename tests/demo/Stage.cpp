@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iostream>
+#include <optional>
 #include <vector>
 
 #include <unistd.h>
@@ -48,21 +49,53 @@ std::string differenceBelow(const std::string& sent, const std::string& received
     return std::string(first, ' ') + std::string(count, '^');
 }
 
+/// Two lines that stand side by side; none where the other end has no counterpart.
+struct Row {
+    std::optional<std::string> sent;
+    std::optional<std::string> received;
+};
+
+/// The lines of both ends, with those that are the same opposite each other.
+std::vector<Row> aligned(const std::vector<std::string>& left,
+                         const std::vector<std::string>& right) {
+    // same[i][j]: how many lines can be paired from left line i and right line j on.
+    std::vector<std::vector<int>> same(left.size() + 1, std::vector<int>(right.size() + 1));
+    for (std::size_t i = left.size(); i-- > 0;) {
+        for (std::size_t j = right.size(); j-- > 0;) {
+            same[i][j] = left[i] == right[j] ? same[i + 1][j + 1] + 1
+                                             : std::max(same[i + 1][j], same[i][j + 1]);
+        }
+    }
+    std::vector<Row> rows;
+    std::size_t i = 0;
+    std::size_t j = 0;
+    while (i < left.size() || j < right.size()) {
+        const bool inLeft = i < left.size();
+        const bool inRight = j < right.size();
+        const bool pair =
+            inLeft && inRight && (left[i] == right[j] || same[i][j] == same[i + 1][j + 1]);
+        if (pair) {
+            rows.push_back({left[i++], right[j++]});
+        } else if (inLeft && (!inRight || same[i + 1][j] >= same[i][j + 1])) {
+            rows.push_back({left[i++], std::nullopt});
+        } else {
+            rows.push_back({std::nullopt, right[j++]});
+        }
+    }
+    return rows;
+}
+
 void show(std::string_view sender, const std::string& sent, std::string_view receiver,
           const std::string& received) {
-    std::cout << "    " << filled(std::string(sender) + " sends") << "   " << receiver
-              << " receives\n";
-    const auto left = printable(sent);
-    const auto right = printable(received);
-    for (std::size_t row = 0; row < std::max(left.size(), right.size()); ++row) {
-        const std::string before = row < left.size() ? left[row] : "";
-        const std::string after = row < right.size() ? right[row] : "";
-        const bool same = before == after;
-        std::cout << "    " << filled(before) << (same ? "   " : " * ")
+    std::cout << "    " << filled(std::string(sender)) << "   " << receiver << '\n';
+    for (const Row& row : aligned(printable(sent), printable(received))) {
+        const bool same = row.sent == row.received;
+        const std::string after = row.received.value_or("");
+        std::cout << "    " << filled(row.sent.value_or("")) << (same ? "   " : " * ")
                   << (same ? after : emphasized(after)) << '\n';
-        if (!same) {
+        if (!same && row.sent && row.received) {
             std::cout << "    " << filled("") << "   "
-                      << emphasized(differenceBelow(before, after)) << '\n';
+                      << emphasized(differenceBelow(*row.sent, *row.received)) << '\n';
         }
     }
     std::cout << std::endl;
@@ -71,12 +104,29 @@ void show(std::string_view sender, const std::string& sent, std::string_view rec
 }  // namespace
 
 void Stage::clientSends(std::string_view bytes) {
-    show("The client", std::string(bytes), "the server", relay.up(bytes));
+    show("The client sends", std::string(bytes), "The server receives", relay.up(bytes));
 }
 
 void Stage::serverSends(std::string_view bytes) {
-    show("The server", std::string(bytes), "the client", relay.down(bytes));
+    // More than one piece may come of it; a command behind it, sent when the first has arrived,
+    // ends the wait.
+    constexpr std::string_view mark = "QNG 50\r\n";
+    std::string received = relay.down(bytes);
+    relay.server.send(mark);
+    while (!received.ends_with(mark))
+        received += relay.client.receiveOnce();
+    received.resize(received.size() - mark.size());
+    if (received.size() > bytes.size() && received.ends_with(bytes)) {
+        received.resize(received.size() - bytes.size());
+        show("", "", "The client is told first", received);
+        received = bytes;
+    }
+    show("The server sends", std::string(bytes), "The client receives", received);
 }
+
+void Stage::serverIsTold() { show("", "", "The server is told", relay.server.receiveOnce()); }
+
+void Stage::clientIsTold() { show("", "", "The client is told", relay.client.receiveOnce()); }
 
 void announce(std::string_view headline, std::string_view text) {
     std::cout << emphasized(std::string(headline)) << '\n' << text << "\n\n";

@@ -12,6 +12,10 @@ public:
 
     void clientSends(std::string_view bytes);
     void serverSends(std::string_view bytes);
+    /// What comes to the server without its client having sent it on this connection.
+    void serverIsTold();
+    /// The same for the client.
+    void clientIsTold();
 
 private:
     Relay relay;

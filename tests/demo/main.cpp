@@ -1,5 +1,6 @@
 #include "tests/demo/Stage.h"
 #include "tests/support/Program.h"
+#include "tests/support/messages.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -8,34 +9,107 @@
 
 namespace {
 
-void showSignIn(Program& program) {
+Stage connection() { return Stage(Relay::through(Program::port)); }
+
+/// Returns the notification-server connection, which stays open.
+Stage showSignIn(Program& program) {
     program.setSetting("initialStatus", "Busy");
     announce("Signing in with a status of one's own",
              "The option for the status at sign-in says \"Busy\"; the client asks for online.\n"
              "What changed on the way is marked with * and ^.");
-    Stage stage(Relay::through(Program::port));
+    Stage stage = connection();
     stage.clientSends("VER 1 MSNP10 MSNP9 CVR0\r\n");
     stage.serverSends("VER 1 MSNP10\r\n");
     stage.clientSends("USR 3 TWN I ann@example.com\r\n");
     stage.serverSends("USR 3 OK ann@example.com Ann%20Lee 1 0\r\n");
     stage.clientSends("SYN 4 0 0\r\n");
-    stage.serverSends("SYN 4 0 0 2 1\r\n");
+    stage.serverSends("PRP MFN Ann%20Lee\r\n");
     stage.clientSends("CHG 5 NLN 268435500\r\n");
-    stage.serverSends("CHG 5 BSY 268435500\r\n");
     stage.serverSends("ILN 5 NLN bob@example.com Bob 268435500\r\n");
-    announce("", "Later changes of the status are the user's own and pass as they are.");
-    stage.clientSends("CHG 6 NLN 268435500\r\n");
+    return stage;
 }
 
-void showTypingNotice(Program& program) {
+void showTypingNotice(Program& program, Stage& stage) {
     program.setSetting("useristyping", "True");
-    announce("Typing without being seen",
-             "The option to hide typing notices is on: the contact's client does not know the header "
-             "any more.");
-    Stage stage(Relay::through(Program::port));
+    announce(
+        "Typing without being seen",
+        "The option to hide typing notices is on: the contact's client does not know the header "
+        "any more.");
     stage.clientSends(
         "MSG 7 U 90\r\nMIME-Version: 1.0\r\nContent-Type: text/x-msmsgscontrol\r\n"
         "TypingUser: ann@example.com\r\n\r\n\r\n");
+    program.setSetting("useristyping", "False");
+}
+
+void showAlerts(Program& program, Stage& stage) {
+    for (const char* const key : {"alertopenwindow", "alertjoinwindow", "alertclosewindow"}) {
+        program.setSetting(key, "True");
+    }
+    announce("Alerts", "A contact joins, and the words come in the contact's own name.");
+    stage.serverSends("JOI bob@example.com Bob\r\n");
+}
+
+void showConstants(Stage& stage) {
+    announce("Message constants", "A token in < > becomes its value for the contact.");
+    stage.clientSends(clientText("It is <t> on <d>, up for <ut> I am <mn>, you are <cn>."));
+}
+
+void showColors(Stage& stage) {
+    announce("Random colours",
+             "\"!rancolor\" is a command: the server gets a message of the same "
+             "number that nobody sees.");
+    stage.clientSends(clientText("!rancolor", "13"));
+    announce("", "From now on each message has a colour of its own.");
+    stage.clientSends(clientText("Hello Bob", "14"));
+    stage.clientSends(clientText("!rancolor", "15"));
+}
+
+void showNickAndNotes(Stage& stage, Stage& notification) {
+    announce("A nick name by command",
+             "The notification server is told; the contact gets a message that shows "
+             "nothing.");
+    stage.clientSends(clientText("!nick Ann (<ur> free)", "16"));
+    notification.serverIsTold();
+    announce("Notes", "Kept in a file; the contact sees nothing.");
+    stage.clientSends(clientText("!note buy milk\r\nand bread", "17"));
+}
+
+void showTypo(Program& program, Stage& stage) {
+    program.setSetting("preventtypo", "True");
+    announce("Mistyped commands", "The option against typing errors is on: they stay here.");
+    stage.clientSends(clientText("!nikc Ann", "18"));
+    stage.clientIsTold();
+}
+
+void showStamp(Program& program, Stage& stage) {
+    program.setSetting("timestamp", "True");
+    program.setSetting("tsprefix", "[");
+    program.setSetting("tspostfix", "]");
+    announce("Timestamps", "The time of arrival stands behind what a contact says.");
+    stage.serverSends(contactText("See you tomorrow"));
+    program.setSetting("timestamp", "False");
+}
+
+void showLeaving(Program& program, Stage& stage) {
+    announce("Leaving and coming back",
+             "The last thing that a contact said is told when that contact next joins.");
+    stage.serverSends("BYE bob@example.com\r\n");
+    program.setSetting("lastthing", "True");
+    Stage next = connection();
+    next.serverSends("JOI bob@example.com Bob\r\n");
+}
+
+void show(Program& program) {
+    Stage notification = showSignIn(program);
+    Stage conversation = connection();
+    showAlerts(program, conversation);
+    showTypingNotice(program, conversation);
+    showConstants(conversation);
+    showColors(conversation);
+    showNickAndNotes(conversation, notification);
+    showTypo(program, conversation);
+    showStamp(program, conversation);
+    showLeaving(program, conversation);
 }
 
 }  // namespace
@@ -44,11 +118,10 @@ int main() {
     try {
         Program program;
         std::cout << program.waitUntilReady() << "\n\n"
-                  << "This run has a store of its own, which is thrown away. Client and server are "
+                  << "This run has stores of its own, which are thrown away. Client and server are "
                      "scripted\nand meet through port "
                   << Program::port << " of this machine.\n\n";
-        showSignIn(program);
-        showTypingNotice(program);
+        show(program);
         program.signal(SIGTERM);
         return program.waitForEnd();
     } catch (const std::exception& trouble) {

@@ -1,4 +1,5 @@
 #include "tests/support/Spine.h"
+#include "tests/support/messages.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -135,7 +136,7 @@ TEST_F(ClientFilter, AChangedSettingTakesEffectWithTheNextChunk) {
 }
 
 const std::string typing =
-    "MSG 12 U 90\r\nMIME-Version: 1.0\r\nContent-Type: text/x-msmsgscontrol\r\n"
+    "MSG 12 U 88\r\nMIME-Version: 1.0\r\nContent-Type: text/x-msmsgscontrol\r\n"
     "TypingUser: ann@example.com\r\n\r\n\r\n";
 
 std::string hidden(std::string message) {
@@ -159,9 +160,7 @@ INSTANTIATE_TEST_SUITE_P(Words, OtherThanTrue, Values("", "False", "true", "TRUE
 
 TEST_F(ClientFilter, HidesTheFirstOccurrenceEvenInATextOfTheUser) {
     set("useristyping", "True");
-    const std::string text =
-        "MSG 12 N 99\r\nMIME-Version: 1.0\r\nContent-Type: text/plain; charset=UTF-8\r\n"
-        "X-MMS-IM-Format: FN=Arial\r\n\r\nTypingUser: TypingUser:";
+    const std::string text = clientText("TypingUser: TypingUser:");
     EXPECT_EQ(filtered(text), hidden(text));
 }
 
@@ -176,14 +175,14 @@ TEST_F(ClientFilter, LeavesPeerToPeerTrafficUntouched) {
 TEST_F(ClientFilter, TakesOnlyTheExactContentTypeForPeerToPeer) {
     set("useristyping", "True");
     const std::string transfer =
-        "MSG 12 N 140\r\nMIME-Version: 1.0\r\nContent-Type: application/X-msnmsgrp2p\r\n"
+        "MSG 12 N 99\r\nMIME-Version: 1.0\r\nContent-Type: application/X-msnmsgrp2p\r\n"
         "P2P-Dest: bob@example.com\r\n\r\nTypingUser:";
     EXPECT_EQ(filtered(transfer), hidden(transfer));
 }
 
 TEST_F(ClientFilter, AMessageOfFewLinesIsTreatedAsOneForAConversation) {
     set("useristyping", "True");
-    EXPECT_EQ(filtered("MSG 12 U 30\r\nTypingUser: ann@"), "MSG 12 U 30\r\nTypingUserx ann@");
+    EXPECT_EQ(filtered("MSG 12 U 16\r\nTypingUser: ann@"), "MSG 12 U 16\r\nTypingUserx ann@");
 }
 
 TEST_F(ClientFilter, HidesNothingInOtherCommands) {

@@ -64,6 +64,15 @@ TEST_P(Frames, SeveralFramesInOneReadVanishTogether) {
     EXPECT_THAT(forwarded(), ElementsAre("QNG 50\r\n"));
 }
 
+TEST_P(Frames, AMillionOfThemInOneReadCostNoMoreThanTheirNumber) {
+    // With a cost that grew with the square this would take hours.
+    std::string many;
+    for (int count = 0; count < 1000000; ++count)
+        many += frame("");
+    arrive(many + "QNG 50\r\n");
+    EXPECT_THAT(forwarded(), ElementsAre("QNG 50\r\n"));
+}
+
 TEST_P(Frames, AChannelAboveFiveIsNoFrame) {
     arrive("*\x05\0\0\0\0"s);
     EXPECT_THAT(forwarded(), IsEmpty());
@@ -176,6 +185,13 @@ TEST_F(DirectConnect, TheLastReportOfEitherSideCounts) {
     spine.client().SendProgress(10, 0);
     spine.client().arrive(directConnect("anna"));
     EXPECT_THAT(spine.server().sent, ElementsAre(directConnect("anna")));
+}
+
+TEST_F(DirectConnect, IsOneOfTheDroppedKindUpToEight) {
+    spine.server().SendProgress(10, 30001);
+    spine.client().arrive(directConnect("anna", '\x08', '\xFF'));
+    spine.client().arrive(directConnect("anna", '\x09', '\xFF'));
+    EXPECT_THAT(spine.server().sent, ElementsAre(directConnect("anna", '\x09', '\xFF')));
 }
 
 TEST_F(DirectConnect, PassesWhileTheServerHasNamedNobody) {

@@ -5,47 +5,53 @@
 
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 
-TEST(Start, ListensOnPort1090) {
+constexpr const char* firstRun = "show the first run";
+
+TEST(Start, ShowsTheIconLoadsTheTitleAndListensOnPort1090) {
     Spine spine;
     EXPECT_EQ(spine.host.Load(), frmMain::Start::Listening);
     EXPECT_EQ(spine.listener().listensOn, 1090);
-    EXPECT_EQ(spine.forms.tray.shown, 1);
-    EXPECT_THAT(spine.forms.boxes.texts, IsEmpty());
+    EXPECT_THAT(spine.forms.calls,
+                ElementsAre("show the icon", "load the title", "listen", firstRun));
 }
 
-TEST(Start, ASecondCopySaysSoAndTakesItsIconAway) {
+TEST(Start, ReadsTheNotesThatAreThere) {
+    Spine spine;
+    spine.facilities.notes.add("buy milk");
+    spine.facilities.notes.savenotes();
+    spine.facilities.notes.remove(0);
+    (void)spine.host.Load();
+    EXPECT_THAT(spine.facilities.notes.list(), ElementsAre("buy milk"));
+}
+
+TEST(Start, ASecondCopySaysSoAndThenTakesItsIconAway) {
     Spine spine;
     spine.listener().listenTrouble = SocketTrouble{10048, "Address already in use"};
     EXPECT_EQ(spine.host.Load(), frmMain::Start::SecondCopy);
-    EXPECT_THAT(spine.forms.boxes.texts,
-                ElementsAre("Please do not run multiple instances of Cobweave."));
-    EXPECT_EQ(spine.forms.tray.unloaded, 1);
-    EXPECT_EQ(spine.forms.options.firstRuns, 0);
+    EXPECT_THAT(spine.forms.calls,
+                ElementsAre("show the icon", "load the title", "listen",
+                            "tell: Please do not run multiple instances of Cobweave.",
+                            "take the icon away"));
 }
 
 TEST(Start, AnyOtherTroubleIsToldAndTheProgramGoesOnDeaf) {
     Spine spine;
     spine.listener().listenTrouble = SocketTrouble{13, "Permission denied"};
     EXPECT_EQ(spine.host.Load(), frmMain::Start::Deaf);
-    EXPECT_THAT(spine.forms.boxes.texts, ElementsAre("Error: Permission denied"));
-    EXPECT_EQ(spine.forms.tray.unloaded, 0);
-    EXPECT_EQ(spine.forms.options.firstRuns, 0);
-}
-
-TEST(Start, AnEmptyStoreIsAFirstRun) {
-    Spine spine;
-    (void)spine.host.Load();
-    EXPECT_EQ(spine.forms.options.firstRuns, 1);
+    EXPECT_THAT(spine.forms.calls, ElementsAre("show the icon", "load the title", "listen",
+                                               "tell: Error: Permission denied"));
 }
 
 TEST(Start, OnlyTheEmptyValueIsAFirstRun) {
     Spine spine;
     spine.settings.WriteSetting("Options", "useristyping", "False");
     (void)spine.host.Load();
-    EXPECT_EQ(spine.forms.options.firstRuns, 0);
+    EXPECT_THAT(spine.forms.calls, Not(Contains(firstRun)));
 }
 
 TEST(Connections, AreNumberedFromOneAndTakeOverTheRequest) {
@@ -83,6 +89,19 @@ TEST(Connections, BeyondTheLastNumberLandOnTheLastInstance) {
     EXPECT_EQ(server.state, SocketState::Closed);
     EXPECT_EQ(spine.host.instances().size(), 32767U);
     EXPECT_EQ(spine.instance(32767).record().formID, 32767);
+}
+
+TEST(Connections, ThatWereRelayedUnderTheLastNumberEndWhenAnotherTakesItOver) {
+    Spine spine;
+    for (int count = 0; count < 32766; ++count)
+        spine.host.AddControl();
+    spine.relay();
+    FakeTimer& watch = spine.watch(32767);
+    watch.pass();
+    ASSERT_TRUE(watch.resting);
+    spine.request();
+    watch.pass();
+    EXPECT_EQ(spine.host.instances().size(), 32766U);
 }
 
 TEST(Connections, OfTheLastNumberAreMadeAnewOnceThatIsFree) {

@@ -71,6 +71,19 @@ TEST_F(Socks, APortOf32768OrMoreStaysAsItWas) {
     EXPECT_THAT(spine.server().connects, ElementsAre(Pair("10.1.2.3", 0)));
 }
 
+TEST_F(Socks, APortOf32768OrMoreInASecondRequestLeavesTheFirstOne) {
+    spine.client().arrive(request);
+    spine.client().arrive("\x04\x01\x80\x00\x0A\x04\x05\x06"s);
+    EXPECT_THAT(spine.server().connects,
+                ElementsAre(Pair("10.1.2.3", 1863), Pair("10.4.5.6", 1863)));
+}
+
+TEST_F(Socks, ASecondRequestThatIsCutOffLeavesTheFirstAddress) {
+    spine.client().arrive(request);
+    spine.client().arrive("\x04\x01\x00\x50\x0A"s);
+    EXPECT_THAT(spine.server().connects, ElementsAre(Pair("10.1.2.3", 1863), Pair("10.1.2.3", 80)));
+}
+
 TEST_F(Socks, ASecondRequestIsDroppedWithItsText) {
     spine.client().arrive(request);
     spine.server().succeedConnecting();

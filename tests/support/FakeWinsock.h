@@ -21,6 +21,7 @@ public:
     SocketState state = SocketState::Closed;
     std::optional<SocketTrouble> listenTrouble;
     std::uint16_t listensOn = 0;
+    std::function<void()> listening = [] {};
     std::vector<RequestId> accepted;
     std::vector<std::pair<std::string, std::int32_t>> connects;
     std::vector<std::string> sent;
@@ -44,6 +45,7 @@ public:
     [[nodiscard]] SocketState State() const override { return state; }
     [[nodiscard]] std::optional<SocketTrouble> Listen(std::uint16_t localPort) override {
         listensOn = localPort;
+        listening();
         return listenTrouble;
     }
     [[nodiscard]] std::uint16_t LocalPort() const override { return listensOn; }

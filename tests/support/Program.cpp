@@ -18,10 +18,10 @@
 
 namespace {
 
-constexpr const char* executable = COBWEAVE_EXECUTABLE;
 constexpr int signalled = 256;
 
-[[noreturn]] void become(const Program::Options& options, int output, int errors) {
+[[noreturn]] void become(const char* executable, const Program::Options& options, int output,
+                         int errors) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (options.descriptors > 0) {
         const rlimit limit{options.descriptors, options.descriptors};
@@ -49,10 +49,13 @@ Program::Program(const Options& options) {
     const Descriptor childOutput(pipeEnds[1]);
     const Descriptor errorFile(
         open((folder.path() / "errors").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+    // A copy: it keeps its notes beside itself, and nobody else's are to be touched.
+    const std::filesystem::path executable = folder.path() / "cobweave";
+    std::filesystem::copy_file(COBWEAVE_EXECUTABLE, executable);
     Options whole = options;
     whole.environment.try_emplace("XDG_CONFIG_HOME", folder.path());
     process = fork();
-    if (process == 0) become(whole, childOutput.get(), errorFile.get());
+    if (process == 0) become(executable.c_str(), whole, childOutput.get(), errorFile.get());
     if (process < 0) throw std::runtime_error("cannot start a process");
 }
 

@@ -49,6 +49,7 @@ public:
     /// All that it has written to standard error so far.
     [[nodiscard]] std::string errors() const;
     [[nodiscard]] std::filesystem::path store() const;
+    [[nodiscard]] std::filesystem::path notes() const { return folder.path() / "notes.cwv"; }
     /// How many descriptors it has open.
     [[nodiscard]] std::size_t openDescriptors() const;
     /// Its resident memory, in bytes.

@@ -3,24 +3,29 @@
 #include "platform/MessageBox.h"
 #include "proxy/frmMain.h"
 #include "proxy/hostForms.h"
-#include "stores/SettingsStore.h"
+#include "tests/support/FakeFacilities.h"
 #include "tests/support/FakeWinsock.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <string>
 #include <vector>
 
 /// Windows that keep what they were told.
 struct ToldForms {
+    /// What was asked of any of them at the start and the end, in order.
+    std::vector<std::string> calls;
+
     struct Tray final : TrayForm {
+        std::vector<std::string>& calls;
+        explicit Tray(std::vector<std::string>& calls) : calls(calls) {}
         std::vector<std::string> captions;
-        int shown = 0;
-        int unloaded = 0;
-        void Show() override { ++shown; }
-        void Unload() override { ++unloaded; }
+        void Show() override { calls.emplace_back("show the icon"); }
+        void Unload() override { calls.emplace_back("take the icon away"); }
         void changetraycaption(std::string& newcaption) override { captions.push_back(newcaption); }
-    } tray;
+    } tray{calls};
     struct Title final : TitleForm {
+        std::vector<std::string>& calls;
+        explicit Title(std::vector<std::string>& calls) : calls(calls) {}
+        void Load() override { calls.emplace_back("load the title"); }
         bool checked = false;
         std::string text;
         std::vector<std::string> captions;
@@ -29,39 +34,54 @@ struct ToldForms {
         void setwindowcaption(std::string_view newcaption) override {
             captions.emplace_back(newcaption);
         }
-    } title;
-    NotesForm notes;
+    } title{calls};
+    struct Notes final : NotesForm {
+        int shown = 0;
+        void Show() override { ++shown; }
+    } notes;
     struct Log final : LogForm {
         std::vector<std::string> lines;
         void AddItem(std::string_view text) override { lines.emplace_back(text); }
     } log;
     struct Options final : OptionsForm {
-        int firstRuns = 0;
-        void ShowFirstRun() override { ++firstRuns; }
-    } options;
+        std::vector<std::string>& calls;
+        explicit Options(std::vector<std::string>& calls) : calls(calls) {}
+        void ShowFirstRun() override { calls.emplace_back("show the first run"); }
+    } options{calls};
     struct Toasts final : Popups {
         std::vector<std::string> texts;
         void popup(std::string_view text) override { texts.emplace_back(text); }
     } popups;
     struct Boxes final : MessageBox {
-        std::vector<std::string> texts;
-        void critical(std::string_view text) override { texts.emplace_back(text); }
-    } boxes;
+        std::vector<std::string>& calls;
+        explicit Boxes(std::vector<std::string>& calls) : calls(calls) {}
+        void critical(std::string_view text) override {
+            calls.push_back("tell: " + std::string(text));
+        }
+    } boxes{calls};
 };
+
+/// What the end of the process is to a test.
+struct ProcessEnded {};
 
 /// The host and its connections over sockets and timers that the test moves.
 class Spine {
 public:
-    TemporaryFolder folder;
-    SettingsStore settings{folder.path() / "settings.db", [](std::string_view) {}};
+    FakeFacilities facilities;
+    SettingsStore& settings = facilities.settings;
     FakeNetwork network;
     FakeLoop loop;
     ToldForms forms;
     frmMain host{network,
                  loop,
-                 settings,
                  forms.boxes,
-                 {forms.tray, forms.title, forms.notes, forms.log, forms.options, forms.popups}};
+                 {forms.tray, forms.title, forms.notes, forms.log, forms.options, forms.popups},
+                 facilities.all()};
+
+    Spine() {
+        listener().listening = [this] { forms.calls.emplace_back("listen"); };
+        host.endProcess = [] { throw ProcessEnded(); };
+    }
 
     [[nodiscard]] FakeWinsock& listener() { return *network.sockets.at(0); }
     /// The sides and the watch of the connection that was requested as number `count`.
@@ -71,8 +91,10 @@ public:
     [[nodiscard]] FakeWinsock& server(std::size_t count = 1) {
         return *network.sockets.at(2 * count);
     }
-    [[nodiscard]] FakeTimer& watch(std::size_t count = 1) { return *loop.timers.at(count - 1); }
-    [[nodiscard]] const MSNProxy& instance(std::int16_t number = 1) {
+    [[nodiscard]] FakeTimer& watch(std::size_t count = 1) { return *loop.timers.at(count); }
+    /// The timer that follows the player.
+    [[nodiscard]] FakeTimer& songTimer() { return *loop.timers.at(0); }
+    [[nodiscard]] MSNProxy& instance(std::int16_t number = 1) {
         return *host.instances().at(number);
     }
 

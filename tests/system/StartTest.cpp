@@ -37,9 +37,14 @@ TEST(Program, RunsWithoutWindowsWhereTheDisplayDoesNotAnswer) {
     EXPECT_EQ(Relay::through(Program::port).up("PNG\r\n"), "PNG\r\n");
 }
 
-TEST(Program, UsesTheDisplayThatAnswers) {
+TEST(Program, RunsWithoutADisplayWhateverTheDesktopSaysOfQt) {
+    Program program({.environment = {{"QT_QPA_PLATFORM", "xcb"}}});
+    program.waitUntilReady();
+}
+
+TEST(Program, UsesTheDisplayThatAnswersWhateverTheDesktopSaysOfQt) {
     const Display display;
-    Program program({.environment = {{"DISPLAY", display.name()}}});
+    Program program({.environment = {{"DISPLAY", display.name()}, {"QT_QPA_PLATFORM", "wayland"}}});
     program.waitUntilReady();
     EXPECT_THAT(program.errors(), Not(HasSubstr("without windows")));
 }

@@ -1,0 +1,54 @@
+#include "bench/micro/QuietConversation.h"
+
+#include "desktop/mdlFunctions.h"
+#include "stores/mdlEncode.h"
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+/// The coders, and the store of settings.
+
+namespace {
+
+void coder(benchmark::State& state, std::string (*code)(std::string_view), std::string text) {
+    text.resize(static_cast<std::size_t>(state.range(0)), 'x');
+    for (auto _ : state)
+        benchmark::DoNotOptimize(code(text));
+    state.SetComplexityN(state.range(0));
+}
+
+void base64Encode(benchmark::State& state) { coder(state, mdlEncode::Base64Encode, ""); }
+void base64Decode(benchmark::State& state) { coder(state, mdlEncode::Base64Decode, ""); }
+void urlEncode(benchmark::State& state) { coder(state, mdlFunctions::UrlEncode, ""); }
+void urlDecode(benchmark::State& state) { coder(state, mdlFunctions::UrlDecode, "%41%20"); }
+
+void readSetting(benchmark::State& state) {
+    QuietConversation conversation;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(conversation.services.settings.ReadSetting("Options", "callby"));
+    }
+}
+
+/// Each write is on the disk before the next begins.
+void writeSetting(benchmark::State& state) {
+    QuietConversation conversation;
+    int number = 0;
+    for (auto _ : state) {
+        conversation.services.settings.WriteSetting("lastthingusersaid", "a",
+                                                    std::to_string(++number));
+    }
+}
+
+constexpr int kilobyte = 1024;
+
+BENCHMARK(base64Encode)->Arg(kilobyte)->Arg(1024 * kilobyte)->Complexity(benchmark::oN);
+BENCHMARK(base64Decode)->Arg(kilobyte)->Arg(1024 * kilobyte)->Complexity(benchmark::oN);
+BENCHMARK(urlEncode)->Arg(kilobyte)->Arg(16 * kilobyte)->Complexity(benchmark::oN);
+BENCHMARK(urlDecode)->Arg(kilobyte)->Arg(16 * kilobyte)->Complexity(benchmark::oN);
+BENCHMARK(readSetting);
+BENCHMARK(writeSetting);
+
+}  // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,66 @@
+#include "conversation/injection.h"
+
+#include "base/Failure.h"
+#include "base/text.h"
+#include "conversation/Conversation.h"
+#include "conversation/messageTools.h"
+#include "desktop/mdlFunctions.h"
+
+#include <cstdint>
+
+namespace {
+
+/// The control character that switches bold on and off in the Messenger Plus add-on.
+constexpr char boldCode = '\x02';
+
+std::string withLengthChanged(std::string_view command, int change) {
+    const auto length = checked<std::int16_t>(messageTools::integerPart(word(line(command, 0), 3)));
+    const auto changed = checked<std::int16_t>(length + change);
+    return replaceFirst(std::string(command), std::to_string(length), std::to_string(changed));
+}
+
+}  // namespace
+
+std::string injection::BuildFakeMessage(std::string_view contactNick, std::string_view contactEmail,
+                                        std::string_view message, std::string_view color,
+                                        std::string_view effects) {
+    std::string head = "MSG ";
+    head.append(contactEmail).append(" ").append(contactNick).append(" {i}\r\n");
+    std::string payload =
+        "MIME-Version: 1.0\r\n"
+        "Content-Type: text/plain; charset=UTF-8\r\n"
+        "X-MMS-IM-Format: FN=Verdana; EF=";
+    payload.append(effects).append("; CO=").append(color.empty() ? "0" : color);
+    payload.append("; CS=0; PF=00; RL=0\r\n\r\n").append(message);
+    return replaceFirst(std::move(head), "{i}", std::to_string(payload.size())) + payload;
+}
+
+void injection::InjectMessage(Conversation& conversation, std::string_view message,
+                              std::string_view color, std::string_view effects) {
+    const ConnectionRecord& connection = conversation.connection;
+    conversation.sendToClient(
+        BuildFakeMessage(connection.contactNick, connection.contactEmail, message, color, effects));
+}
+
+std::string injection::MakeCoverMessage(std::string_view fullmessage, std::string_view email) {
+    // The fixed text of the payload; it agrees with the lines below.
+    constexpr std::size_t fixedLength = 73;
+    std::string cover = "MSG " + messageTools::SecondWord(fullmessage) +
+                        " U {}\r\n"
+                        "MIME-Version: 1.0\r\n"
+                        "Content-Type: text/x-msmsgscontrol\r\n"
+                        "TypingUserx ";
+    cover.append(email).append("\r\n\r\n\r\n");
+    return replaceFirst(std::move(cover), "{}", std::to_string(fixedLength + email.size()));
+}
+
+std::string injection::boldName(std::string_view name, Conversation& conversation) {
+    if (!mdlFunctions::MessengerPlusPresent(conversation.services.registry)) {
+        return std::string(name);
+    }
+    return boldCode + std::string(name) + boldCode;
+}
+
+std::string injection::add1(std::string_view command) { return withLengthChanged(command, 1); }
+
+std::string injection::minus1(std::string_view command) { return withLengthChanged(command, -1); }

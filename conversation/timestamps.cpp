@@ -1,0 +1,64 @@
+#include "conversation/timestamps.h"
+
+#include "base/Failure.h"
+#include "base/text.h"
+#include "conversation/messageTools.h"
+#include "platform/Clock.h"
+#include "stores/SettingsStore.h"
+
+#include <cstdint>
+
+namespace {
+
+/// The formatting codes of the Messenger Plus add-on.
+constexpr char boldCode = '\x02';
+constexpr char colorMark = '\x03';
+
+/// What stands around the time: the first characters of the two options.
+struct Brackets {
+    std::string prefix;
+    std::string postfix;
+
+    explicit Brackets(SettingsStore& settings)
+        : prefix(settings.ReadSetting("Options", "tsprefix").substr(0, 1)),
+          postfix(settings.ReadSetting("Options", "tspostfix").substr(0, 1)) {}
+};
+
+/// `message` with its length made longer by the time and `others` characters.
+std::string lengthened(std::string_view message, int others, Clock& clock) {
+    const auto length = checked<std::int16_t>(messageTools::integerPart(word(line(message, 0), 3)));
+    const auto longer =
+        checked<std::int16_t>(length + checked<std::int16_t>(clock.timeText().size()) + others);
+    return replaceFirst(std::string(message), std::to_string(length), std::to_string(longer));
+}
+
+std::string colorNumber(SettingsStore& settings) {
+    std::string color = settings.ReadSetting("Options", "tscolor");
+    if (color == "black") return "1";
+    if (color == "red" || color.empty()) return "4";
+    return color;
+}
+
+}  // namespace
+
+std::string timestamps::StampPlain(std::string_view message, SettingsStore& settings,
+                                   Clock& clock) {
+    const Brackets brackets(settings);
+    // A blank and the two brackets. Where one is missing, whoever makes the length true mends it.
+    const std::string stamped = lengthened(message, 3, clock);
+    return stamped + " " + brackets.prefix + clock.timeText() + brackets.postfix;
+}
+
+std::string timestamps::StampFormatted(std::string_view message, SettingsStore& settings,
+                                       Clock& clock) {
+    const std::string color = colorNumber(settings);
+    Brackets brackets(settings);
+    if (brackets.prefix.empty() || brackets.postfix.empty()) {
+        brackets.prefix = "[";
+        brackets.postfix = "]";
+    }
+    // Two colour marks, a colour of one character, the code of bold, a blank and the two brackets.
+    const std::string stamped = lengthened(message, 7, clock);
+    return stamped + colorMark + colorMark + color + boldCode + " " + brackets.prefix +
+           clock.timeText() + brackets.postfix;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "stores/NotesStore.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// A place for a file of notes, and what the user is told about it.
+class NotesFile : public testing::Test {
+protected:
+    TemporaryFolder temporary;
+    std::filesystem::path path = temporary.path() / "notes.cwv";
+    std::vector<std::string> told;
+
+    [[nodiscard]] NotesStore store() {
+        return {path, [this](std::string_view text) { told.emplace_back(text); }};
+    }
+    /// The notes that a program sees when it starts.
+    [[nodiscard]] std::vector<std::string> loaded() {
+        NotesStore notes = store();
+        notes.load();
+        return notes.list();
+    }
+    void save(const std::vector<std::string>& list) {
+        NotesStore notes = store();
+        for (const std::string& note : list)
+            notes.add(note);
+        notes.savenotes();
+    }
+    void write(std::string_view bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
+    [[nodiscard]] std::string read() const {
+        std::ifstream stream(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+};
