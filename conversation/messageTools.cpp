@@ -36,7 +36,13 @@ bool beginsLike(std::string_view text, std::string_view head) {
 std::string_view lengthWord(std::string_view message) { return word(line(message, 0), 3); }
 
 /// What stands between the first "CO=" of the colour field and the semicolon behind it.
-std::string_view oldColor(std::string_view field) { return piece(piece(field, "CO=", 1), ";", 0); }
+std::string_view oldColor(std::string_view field) {
+    constexpr std::string_view mark = "CO=";
+    const std::size_t found = field.find(mark);
+    if (found == std::string_view::npos) throw Failure("no colour field");
+    const std::string_view color = field.substr(found + mark.size());
+    return color.substr(0, color.find(';'));
+}
 
 }  // namespace
 

@@ -6,21 +6,23 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 
 namespace {
 
-/// The place of `wanted` in `text`, from 1; 0 when it is not there.
-std::size_t placeOf(std::string_view wanted, std::string_view text) {
+/// The place of `wanted` in `text`, from 1; 0 when it is not there. Places are 16-bit, and it fails
+/// behind the last of them.
+std::int16_t placeOf(std::string_view wanted, std::string_view text) {
     const std::size_t found = text.find(wanted);
-    return found == std::string_view::npos ? 0 : found + 1;
+    return found == std::string_view::npos ? std::int16_t{0} : checked<std::int16_t>(found + 1);
 }
 
 /// `count` characters from `first` on, from 1. Fails for a negative count.
-std::string cut(std::string_view text, std::size_t first, std::ptrdiff_t count) {
+std::string cut(std::string_view text, int first, int count) {
     if (count < 0) throw Failure("a negative count");
-    return std::string(
-        text.substr(std::min(first - 1, text.size()), static_cast<std::size_t>(count)));
+    return std::string(text.substr(std::min(static_cast<std::size_t>(first) - 1, text.size()),
+                                   static_cast<std::size_t>(count)));
 }
 
 constexpr std::pair<std::string_view, int> transportCommands[] = {
@@ -31,8 +33,10 @@ constexpr std::pair<std::string_view, int> transportCommands[] = {
 std::string winamp::songInTitle(std::string title) {
     // What the player shows is "7. Artist - Title - Winamp". The positions fit a number of one
     // digit; one of two leaves a blank at the end.
-    const auto player = static_cast<std::ptrdiff_t>(placeOf(" - Winamp", title));
-    const std::size_t dot = placeOf(".", title);
+    std::int16_t player = 0;
+    std::int16_t dot = 0;
+    attempt([&] { player = placeOf(" - Winamp", title); });
+    attempt([&] { dot = placeOf(".", title); });
     attempt([&] { title = cut(title, dot + 2, player - 4); });
     if (title.ends_with(' ')) title.pop_back();
     return title;

@@ -91,6 +91,8 @@ struct Attack {
     bool fromClient;
 };
 
+void PrintTo(const Attack& attack, std::ostream* out) { *out << attack.kind.name; }
+
 class HostileBytes : public testing::TestWithParam<Attack> {};
 
 TEST_P(HostileBytes, NeitherStopTheProgramNorReachAnotherConnection) {

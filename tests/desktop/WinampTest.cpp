@@ -1,0 +1,91 @@
+#include "desktop/winamp.h"
+#include "tests/support/FakeFacilities.h"
+#include "tests/support/Peer.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+namespace {
+
+using testing::Values;
+
+struct Title {
+    const char* title;
+    const char* song;
+};
+
+void PrintTo(const Title& title, std::ostream* out) { *out << escaped(title.title); }
+
+class SongInTitle : public testing::TestWithParam<Title> {};
+
+TEST_P(SongInTitle, StandsBetweenTheFirstDotAndTheNameOfThePlayer) {
+    EXPECT_EQ(winamp::songInTitle(GetParam().title), GetParam().song);
+}
+
+INSTANTIATE_TEST_SUITE_P(Titles, SongInTitle,
+                         Values(Title{"7. Artist - Title - Winamp", "Artist - Title"},
+                                Title{"12. Artist - Title - Winamp", "Artist - Title"},
+                                Title{"123. Artist - Title - Winamp", "Artist - Title -"},
+                                Title{"12. Artist - Title - Winamp [Paused]", "Artist - Title"},
+                                Title{"3. Dr. Who - Theme - Winamp", "Dr. Who - Theme"},
+                                Title{"Artist - Title - Winamp", "rtist - Tit"},
+                                Title{"Winamp 2.91", "Winamp 2.91"}, Title{"abc - Winamp", ""},
+                                Title{"", ""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Odd, SongInTitle,
+    Values(Title{"7. artist - title - winamp", "7. artist - title - winamp"},
+           Title{"ab - Winamp", "ab - Winamp"}, Title{" - Winamp", " - Winamp"},
+           Title{"7. A - Winamp - B - Winamp", "A"}, Title{"no player at all ", "no player at all"},
+           Title{"two blanks  ", "two blanks "}, Title{" ", ""},
+           Title{"Artist - Title - Winamp.", ""}, Title{"7.  Two - Winamp", " Two"}));
+
+TEST(SongInTitle, IsTheWholeTitleWhereThePlayersNameStandsTooFarBehind) {
+    const std::string last = "1. " + std::string(32767 - 4, 's');
+    EXPECT_EQ(winamp::songInTitle(last + " - Winamp"), std::string(32767 - 4, 's'));
+    EXPECT_EQ(winamp::songInTitle(last + "s - Winamp"), last + "s - Winamp");
+}
+
+TEST(SongInTitle, BeginsWithTheSecondCharacterWhereTheDotStandsTooFarBehind) {
+    const std::string title = "abcdef - Winamp" + std::string(32767 - 15, ' ');
+    EXPECT_EQ(winamp::songInTitle(title + ".x"), "bcd");
+}
+
+TEST(CurrentSong, IsTheOneOfThePlayersTitle) {
+    FakeFacilities::Player player;
+    player.title = "7. Artist - Title - Winamp";
+    EXPECT_EQ(winamp::CurrentSong(player), "Artist - Title");
+}
+
+TEST(CurrentSong, IsEmptyWithoutAPlayer) {
+    FakeFacilities::Player player;
+    EXPECT_EQ(winamp::CurrentSong(player), "");
+}
+
+struct Ending {
+    const char* message;
+    int command;
+};
+
+void PrintTo(const Ending& ending, std::ostream* out) { *out << escaped(ending.message); }
+
+class TransportEnding : public testing::TestWithParam<Ending> {};
+
+TEST_P(TransportEnding, IsThatOfTheWholeMessageWithoutItsBlanks) {
+    EXPECT_EQ(winamp::transportCommand(GetParam().message), GetParam().command);
+}
+
+INSTANTIATE_TEST_SUITE_P(Messages, TransportEnding,
+                         Values(Ending{"!winamp prev", 40044}, Ending{"!winamp play", 40045},
+                                Ending{"!winamp pause", 40046}, Ending{"!winamp stop", 40047},
+                                Ending{"!winamp next", 40048}, Ending{"  !winamp next  ", 40048},
+                                Ending{"!winamp non-stop", 40047}, Ending{"!winampplay", 40045},
+                                Ending{"stop", 40047}, Ending{"!winamp Stop", 0},
+                                Ending{"!winamp stop!", 0}, Ending{"!winamp stop it", 0},
+                                Ending{"!winamp paus", 0}, Ending{"!winamp aus e", 0},
+                                Ending{"!winamp", 0}, Ending{"!winamp stop\t", 0},
+                                Ending{"ause", 0}, Ending{"op", 0}, Ending{"", 0},
+                                Ending{"    ", 0}));
+
+}  // namespace
