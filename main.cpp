@@ -46,6 +46,7 @@ std::string commandLine(int argc, char* argv[]) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    prepareProcess();
     DisplayChoice display = chooseDisplay();
     if (display.withoutWindows) {
         tellTrouble(*display.withoutWindows + ", so it runs without windows");

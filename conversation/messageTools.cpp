@@ -48,6 +48,7 @@ std::string_view oldColor(std::string_view field) {
 
 std::int32_t messageTools::integerPart(std::string_view text) {
     text = withoutBlanks(text);
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     const char* const end = text.data() + text.size();
     double value = 0;
     const auto [stop, error] = std::from_chars(text.data(), end, value);

@@ -6,6 +6,10 @@
 class EventLoop;
 class Network;
 
+/// To be called first of all. From then on a write that fails, to a terminal that is gone or to a
+/// full disk, does not end the process.
+void prepareProcess();
+
 /// What the program gets from the system for the length of the run. Made after the `QApplication`,
 /// destroyed before it, and last of all that uses it.
 class Platform {

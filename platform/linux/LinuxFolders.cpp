@@ -2,7 +2,6 @@
 #include "platform/Folders.h"
 
 #include <cstdlib>
-#include <optional>
 #include <system_error>
 
 #include <fcntl.h>
@@ -24,17 +23,9 @@ std::filesystem::path home() {
     return user == nullptr ? "/" : user->pw_dir;
 }
 
-bool allows(const std::filesystem::path& path, int rights) {
-    return faccessat(AT_FDCWD, path.c_str(), rights, AT_EACCESS) == 0;
-}
-
-/// When the notes in the folder were last changed; nothing without any that this user can read.
-std::optional<std::filesystem::file_time_type> changeOfNotes(const std::filesystem::path& folder) {
-    const std::filesystem::path file = folder / "notes.cwv";
-    if (!allows(file, R_OK)) return std::nullopt;
-    std::error_code error;
-    const auto time = std::filesystem::last_write_time(file, error);
-    return error ? std::nullopt : std::optional(time);
+/// The folder is opened too, when a file in it is replaced.
+bool canBeWritten(const std::filesystem::path& folder) {
+    return faccessat(AT_FDCWD, folder.c_str(), R_OK | W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 }  // namespace
@@ -52,18 +43,16 @@ std::filesystem::path folders::winePrefix() {
 std::filesystem::path folders::notes() {
     std::error_code unknown;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", unknown);
+    return notesIn(program.parent_path(), userData());
+}
+
+std::filesystem::path folders::userData() {
     auto data = absoluteFrom("XDG_DATA_HOME");
     if (data.empty()) data = home() / ".local" / "share";
-    return notesIn(program.parent_path(), data / "cobweave");
+    return data / "cobweave";
 }
 
 std::filesystem::path folders::notesIn(const std::filesystem::path& program,
                                        const std::filesystem::path& data) {
-    if (program.empty()) return data;
-    const auto programChange = changeOfNotes(program);
-    const auto dataChange = changeOfNotes(data);
-    // No notes are older than any.
-    if (programChange != dataChange) return programChange > dataChange ? program : data;
-    // The folder is opened too, when a file in it is replaced.
-    return allows(program, R_OK | W_OK | X_OK) ? program : data;
+    return canBeWritten(program) ? program : data;
 }

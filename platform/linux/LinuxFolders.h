@@ -7,6 +7,9 @@ namespace folders {
 /// The Wine prefix in which the client lives.
 [[nodiscard]] std::filesystem::path winePrefix();
 
+/// Where this program keeps data for its user. The folder need not exist yet.
+[[nodiscard]] std::filesystem::path userData();
+
 /// Which of the two the notes are kept in, as `notes` says: the program's folder, which is
 /// empty where it is not known, or the user's.
 [[nodiscard]] std::filesystem::path notesIn(const std::filesystem::path& program,

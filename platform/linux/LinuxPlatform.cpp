@@ -6,6 +6,8 @@
 
 #include <QSocketNotifier>
 
+#include <csignal>
+
 namespace {
 
 class LinuxPlatform final : public Platform {
@@ -30,5 +32,10 @@ private:
 };
 
 }  // namespace
+
+void prepareProcess() {
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+}
 
 std::unique_ptr<Platform> makePlatform() { return std::make_unique<LinuxPlatform>(); }

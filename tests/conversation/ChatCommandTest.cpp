@@ -70,11 +70,9 @@ TEST_F(ChatCommand, NickHasItsConstantsInTheToast) {
 }
 
 TEST_F(ChatCommand, NickIsToastedAsItWasBeforeTheSecondLookAtConstants) {
-    spine.host.values.nickname = "<d>";
-    spine.facilities.clock.date = "1";
-    spine.facilities.player.title = "1. <me> - Winamp";
-    expectConsumed("!nick <ws>", {"PRP 12 MFN %61%6E%6E%40%65%78%61%6D%70%6C%65%2E%63%6F%6D\r\n"});
-    EXPECT_THAT(toasts(), ElementsAre("Changed Nick Name To:\r\nann@example.com"));
+    join("bob@example.com %3Cme%3E");
+    expectConsumed("!nick <cn>", {"PRP 12 MFN %61%6E%6E%40%65%78%61%6D%70%6C%65%2E%63%6F%6D\r\n"});
+    EXPECT_THAT(toasts(), ElementsAre("Changed Nick Name To:\r\n<me>"));
 }
 
 TEST_F(ChatCommand, NickGoesToTheNotificationConnectionFromAnyOther) {

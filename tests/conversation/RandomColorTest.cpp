@@ -13,7 +13,7 @@ struct Drawn {
     const char* code;
 };
 
-void PrintTo(const Drawn& drawn, std::ostream* out) { *out << escaped(drawn.code); }
+void PrintTo(const Drawn& drawn, std::ostream* out) { *out << drawn.number; }
 
 class ColorCode : public testing::TestWithParam<Drawn> {};
 

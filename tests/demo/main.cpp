@@ -36,7 +36,7 @@ void showTypingNotice(Program& program, Stage& stage) {
         "The option to hide typing notices is on: the contact's client does not know the header "
         "any more.");
     stage.clientSends(
-        "MSG 7 U 90\r\nMIME-Version: 1.0\r\nContent-Type: text/x-msmsgscontrol\r\n"
+        "MSG 7 U 88\r\nMIME-Version: 1.0\r\nContent-Type: text/x-msmsgscontrol\r\n"
         "TypingUser: ann@example.com\r\n\r\n\r\n");
     program.setSetting("useristyping", "False");
 }

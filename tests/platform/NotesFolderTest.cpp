@@ -76,7 +76,7 @@ void PrintTo(const Place& place, std::ostream* stream) { *stream << place.name; 
 
 class NotesFolder : public NotesPlace, public testing::WithParamInterface<Place> {};
 
-TEST_P(NotesFolder, IsWhereTheLatestNotesAreOrCanBeWritten) {
+TEST_P(NotesFolder, IsThatOfTheProgramIfItCanBeWritten) {
     if (GetParam().programNotes) makeNotes(program, *GetParam().programNotes);
     if (GetParam().dataNotes) makeNotes(data, *GetParam().dataNotes);
     giveAway();
@@ -89,33 +89,15 @@ constexpr unsigned readOnly = 0500;
 
 const Place places[] = {
     {"ThatOfTheProgram", writable, {}, {}, "program"},
-    {"ThatOfTheProgramWithNotes", writable, 0, {}, "program"},
+    {"ThatOfTheProgramThoughTheUsersHasNotes", writable, {}, 0, "program"},
     {"ThatOfTheUserWhenTheOtherIsReadOnly", readOnly, {}, {}, "data"},
+    {"ThatOfTheUserWhenTheOtherIsReadOnlyAndHasNotes", readOnly, 0, {}, "data"},
     {"ThatOfTheUserWhenTheOtherCannotBeReached", 0, {}, {}, "data"},
     {"ThatOfTheUserWhenTheOtherCannotBeListed", 0300, {}, {}, "data"},
-    {"ThatOfTheUserWithNotes", readOnly, {}, 0, "data"},
-    {"ThatWithNotesThoughItIsReadOnly", readOnly, 0, {}, "program"},
-    {"ThatWithNotesThoughTheOtherCanBeWritten", writable, {}, 0, "data"},
-    {"ThatWithTheLaterNotesTheUsers", writable, 0, 1, "data"},
-    {"ThatWithTheLaterNotesTheProgramsOwn", writable, 1, 0, "program"},
-    {"ThatWithTheLaterNotesThoughItIsReadOnly", readOnly, 1, 0, "program"},
-    {"ThatWithTheLaterNotesAndNotTheReadOnlyOne", readOnly, 0, 1, "data"},
-    {"ThatOfTheProgramOfTwoThatAreEqual", writable, 0, 0, "program"},
-    {"ThatOfTheUserOfTwoThatAreEqualAndOneReadOnly", readOnly, 0, 0, "data"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Table, NotesFolder, testing::ValuesIn(places),
                          [](const auto& info) { return info.param.name; });
-
-TEST_F(NotesPlace, IsNotWhereSomebodyElsesNotesCannotBeRead) {
-    makeNotes(program, 0);
-    giveAway();
-    allow(program / "notes.cwv", 0);
-    allow(program, readOnly);
-    EXPECT_EQ(chosen(), "data");
-    allow(program, writable);
-    EXPECT_EQ(chosen(), "program");
-}
 
 TEST_F(NotesPlace, IsTheUsersWhenThatOfTheProgramIsNotKnown) {
     EXPECT_TRUE(passesForked([this] {
@@ -158,9 +140,7 @@ TEST_P(UsersNotesFolder, IsFoundFromTheEnvironment) {
     if (value && value->starts_with('/')) value = root.path().string() + *value;
     const Variable special("XDG_DATA_HOME", value);
     const Variable home("HOME", root.path() / "ann");
-    // Notes that are there already are preferred to none in the folder of this program.
-    makeNotes(root.path() / GetParam().expected, 0);
-    EXPECT_EQ(folders::notes(), root.path() / GetParam().expected);
+    EXPECT_EQ(folders::userData(), root.path() / GetParam().expected);
 }
 
 const DataFolder dataFolders[] = {

@@ -20,6 +20,13 @@ namespace {
 
 constexpr int signalled = 256;
 
+/// Its end to read from, and the one to write to.
+std::pair<Descriptor, Descriptor> makePipe() {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+    return {Descriptor(ends[0]), Descriptor(ends[1])};
+}
+
 [[noreturn]] void become(const char* executable, const Program::Options& options, int output,
                          int errors) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -43,19 +50,19 @@ constexpr int signalled = 256;
 
 Program::Program(const Options& options) {
     if (options.prepare) options.prepare(folder.path());
-    std::array<int, 2> pipeEnds{};
-    if (pipe2(pipeEnds.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
-    output = Descriptor(pipeEnds[0]);
-    const Descriptor childOutput(pipeEnds[1]);
-    const Descriptor errorFile(
-        open((folder.path() / "errors").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+    auto [outputReader, childOutput] = makePipe();
+    output = std::move(outputReader);
+    const Descriptor childErrors = options.unheard
+                                       ? makePipe().second
+                                       : Descriptor(open((folder.path() / "errors").c_str(),
+                                                         O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
     // A copy: it keeps its notes beside itself, and nobody else's are to be touched.
     const std::filesystem::path executable = folder.path() / "cobweave";
     std::filesystem::copy_file(COBWEAVE_EXECUTABLE, executable);
     Options whole = options;
     whole.environment.try_emplace("XDG_CONFIG_HOME", folder.path());
     process = fork();
-    if (process == 0) become(executable.c_str(), whole, childOutput.get(), errorFile.get());
+    if (process == 0) become(executable.c_str(), whole, childOutput.get(), childErrors.get());
     if (process < 0) throw std::runtime_error("cannot start a process");
 }
 

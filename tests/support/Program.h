@@ -22,6 +22,8 @@ public:
     struct Options {
         /// Set on top of an environment without a display.
         Environment environment = {};
+        /// Nobody reads what it says on standard error: writing there fails.
+        bool unheard = false;
         /// How many descriptors it may have; 0 leaves the limit as it is.
         unsigned long descriptors = 0;
         /// Called with its folder for settings, before it is started.

@@ -162,6 +162,17 @@ TEST_F(Features, ForceExitEndsTheProgramAndSendsNothing) {
     EXPECT_EQ(conversation.server.receiveToEnd(), "");
 }
 
+class UnheardFeatures : public Features {
+protected:
+    UnheardFeatures() : Features("MSNP10", {.unheard = true}) {}
+};
+
+TEST_F(UnheardFeatures, NotesThatCannotBeSavedEndNothing) {
+    std::filesystem::create_directory(program.notes());
+    command("!note buy milk");
+    EXPECT_EQ(conversation.up("PNG\r\n"), "PNG\r\n");
+}
+
 TEST(LastWords, SurviveARestart) {
     const TemporaryFolder settings;
     const Program::Options options{.environment = {{"XDG_CONFIG_HOME", settings.path()}}};
