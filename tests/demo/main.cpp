@@ -49,6 +49,15 @@ void showAlerts(Program& program, Stage& stage) {
     stage.serverSends("JOI bob@example.com Bob\r\n");
 }
 
+void showToasts(Program& program, Stage& notification) {
+    program.setSetting("alertoffline", "True");
+    announce("",
+             "A contact who opens a conversation or goes offline is told of by a toast and in the "
+             "log,\nwhich are yet to come; the commands themselves pass as they are.");
+    notification.serverSends("RNG 7 127.0.0.1:1863 CKI 17.21 bob@example.com Bob\r\n");
+    notification.serverSends("FLN bob@example.com\r\n");
+}
+
 void showConstants(Stage& stage) {
     announce("Message constants", "A token in < > becomes its value for the contact.");
     stage.clientSends(clientText("It is <t> on <d>, up for <ut> I am <mn>, you are <cn>."));
@@ -103,6 +112,7 @@ void show(Program& program) {
     Stage notification = showSignIn(program);
     Stage conversation = connection();
     showAlerts(program, conversation);
+    showToasts(program, notification);
     showTypingNotice(program, conversation);
     showConstants(conversation);
     showColors(conversation);
