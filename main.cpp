@@ -1,17 +1,25 @@
+#include "desktop/frmTitle.h"
+#include "desktop/frmTray.h"
 #include "platform/Browser.h"
 #include "platform/Chance.h"
 #include "platform/Clock.h"
 #include "platform/Display.h"
 #include "platform/Folders.h"
+#include "platform/ForeignWindows.h"
 #include "platform/MachineFacts.h"
 #include "platform/MediaPlayer.h"
 #include "platform/MessageBox.h"
+#include "platform/OwnWindows.h"
 #include "platform/Platform.h"
 #include "platform/Registry.h"
+#include "platform/Tray.h"
 #include "proxy/frmMain.h"
 #include "proxy/hostForms.h"
 #include "stores/NotesStore.h"
 #include "stores/SettingsStore.h"
+#include "ui/clspopups.h"
+#include "ui/keptForms.h"
+#include "ui/look.h"
 
 #include <QApplication>
 #include <QSysInfo>
@@ -59,10 +67,12 @@ int main(int argc, char* argv[]) {
     QApplication application(count, arguments.data());
     QApplication::setApplicationName("Cobweave");
     QApplication::setQuitOnLastWindowClosed(false);
+    look::apply();
 
     const std::unique_ptr<Platform> platform = makePlatform();
     platform->endRequested = [] { QApplication::exit(EXIT_SUCCESS); };
-    const std::unique_ptr<MessageBox> messageBox = makeMessageBox();
+    const std::unique_ptr<MessageBox> messageBox =
+        display.withoutWindows ? makeMessageBoxWithoutWindows() : makeMessageBox();
     const std::unique_ptr<MachineFacts> machine = makeMachineFacts();
     const std::unique_ptr<Clock> clock = makeClock();
     const std::unique_ptr<Chance> chance = makeChance();
@@ -70,22 +80,28 @@ int main(int argc, char* argv[]) {
     const std::unique_ptr<MediaPlayer> player = makeMediaPlayer();
     const std::unique_ptr<Browser> browser = makeBrowser();
 
-    TrayForm tray;
-    TitleForm title;
-    NotesForm notesForm;
-    LogForm log;
-    OptionsForm options;
-    Popups popups;
-
     SettingsStore settings(folders::settings() / "Cobwaeve" / "settings.db", tellTrouble);
+    const std::unique_ptr<ForeignWindows> otherWindows = makeForeignWindows();
+    const std::unique_ptr<OwnWindows> ownWindows = makeOwnWindows();
+    const std::unique_ptr<Tray> trayIcon = makeTray();
+    clspopups popups(platform->loop(), *ownWindows, *otherWindows);
     NotesStore notes(folders::notes() / "notes.cwv", [&popups](std::string_view text) {
         tellTrouble(text);
         popups.popup(text);
     });
+    frmTitle title(settings, *otherWindows, platform->loop());
+    frmTray tray(settings, title, *trayIcon);
+    ShownForm help;
+    OptionsForm options;
+    Notes notesForm(notes, *messageBox);
+    Log log(*clock, *messageBox);
+    ShownForm about;
+
     frmMain host(platform->network(), platform->loop(), *messageBox,
-                 {tray, title, notesForm, log, options, popups},
+                 {tray, title, help, options, notesForm, log, about, popups},
                  {settings, *machine, *clock, *chance, *registry, *player, *browser, notes,
                   commandLine(argc, argv)});
+    tray.loggedin = [&host] { return host.values.loggedin; };
     host.endProcess = [] { std::_Exit(EXIT_SUCCESS); };
 
     // Inside the loop, so that a box at start-up can be ended like everything else.

@@ -11,9 +11,16 @@ public:
     MessageBox& operator=(const MessageBox&) = delete;
     virtual ~MessageBox() = default;
 
-    /// Shows bad news with an OK, under the application's title, and returns when it was pressed.
-    /// Without a display the text goes to standard error, and nothing waits.
+    /// Each shows a text under the application's title, with the icon of its name and an OK, and
+    /// returns when that was pressed.
     virtual void critical(std::string_view text) = 0;
+    virtual void exclamation(std::string_view text) = 0;
+    virtual void information(std::string_view text) = 0;
+    /// The same with Yes and No; true on Yes. A box that is closed without an answer says no.
+    [[nodiscard]] virtual bool question(std::string_view text) = 0;
 };
 
 [[nodiscard]] std::unique_ptr<MessageBox> makeMessageBox();
+/// For a run without a display: bad news goes to standard error, every question is answered by no,
+/// and nothing waits.
+[[nodiscard]] std::unique_ptr<MessageBox> makeMessageBoxWithoutWindows();

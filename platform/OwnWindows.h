@@ -2,9 +2,20 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 /// A window of this program, as the system numbers it.
 using WindowHandle = std::uintptr_t;
+
+/// Edges on the screen, in the pixels of the system.
+struct ScreenRectangle {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+
+    bool operator==(const ScreenRectangle&) const = default;
+};
 
 /// What can be done to our own windows beyond their contents. A handle that is none of ours is
 /// passed over.
@@ -19,6 +30,9 @@ public:
     virtual void setTopMost(WindowHandle window, bool topMost) = 0;
     /// 0 is invisible, 255 is solid.
     virtual void setAlpha(WindowHandle window, std::uint8_t alpha) = 0;
+
+    /// What panels and task bars leave free of the whole desktop, where that is known.
+    [[nodiscard]] virtual std::optional<ScreenRectangle> workArea() = 0;
 };
 
 [[nodiscard]] std::unique_ptr<OwnWindows> makeOwnWindows();

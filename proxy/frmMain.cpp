@@ -37,7 +37,7 @@ frmMain::frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, Host
 }
 
 frmMain::Start frmMain::Load() {
-    forms.tray.Show();
+    forms.tray.Show(mnupopup());
     services.notes.load();
     forms.title.Load();
     ChangeSong->enable(songInterval);
@@ -53,6 +53,17 @@ frmMain::Start frmMain::Load() {
     if (services.settings.ReadSetting("Options", "useristyping").empty())
         forms.options.ShowFirstRun();
     return Start::Listening;
+}
+
+/// There is no entry to quit: those who want that have "!forceexit".
+std::vector<MenuEntry> frmMain::mnupopup() {
+    return {{"mnuhelp", "&Help...", [this] { forms.help.Show(); }},
+            {"mnuoptions", "&Options...", [this] { forms.options.Show(); }},
+            {"mnubar", "-", {}},
+            {"mnunotes", "&Notes...", [this] { forms.notes.Show(); }},
+            {"mnulog", "&Log...", [this] { forms.log.Show(); }},
+            {"mnubar2", "-", {}},
+            {"mnuabout", "&About...", [this] { forms.about.Show(); }}};
 }
 
 void frmMain::Winsock1_ConnectionRequest(RequestId requestID) {

@@ -37,7 +37,8 @@ public:
     frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, HostForms forms,
             Facilities facilities);
 
-    /// Shows the tray icon, begins to listen and opens the options on a first run.
+    /// Shows the tray icon with the program's menu, begins to listen and opens the options on a
+    /// first run.
     [[nodiscard]] Start Load();
 
     /// Creates the instance of the next number. Statement by statement: when no number is left, the
@@ -58,6 +59,7 @@ private:
     void ShowNotes() override { forms.notes.Show(); }
     [[noreturn]] void ForceExit() override;
 
+    [[nodiscard]] std::vector<MenuEntry> mnupopup();
     void Winsock1_ConnectionRequest(RequestId requestID);
     void MSNProxy1_FreePort(std::int16_t Index);
     void MSNProxy1_log(std::string_view text);

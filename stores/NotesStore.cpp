@@ -91,7 +91,10 @@ void NotesStore::tellUnsaved(const std::string& reason, const std::string& remed
          ", and they are saved at the next change");
 }
 
-void NotesStore::add(std::string_view text) { notes.emplace_back(text); }
+void NotesStore::add(std::string_view text) {
+    notes.emplace_back(text);
+    added();
+}
 
 void NotesStore::remove(std::size_t index) {
     if (index < notes.size())

@@ -17,6 +17,9 @@
 /// all.
 class NotesStore {
 public:
+    /// A note was added at the end. For a window that shows them.
+    std::function<void()> added = [] {};
+
     /// `tell` takes one text for the user, of a save that failed and what becomes of the notes.
     NotesStore(std::filesystem::path path, std::function<void(std::string_view)> tell);
 

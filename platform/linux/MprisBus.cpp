@@ -1,8 +1,9 @@
 #include "platform/linux/MprisBus.h"
 
+#include "platform/linux/sessionBus.h"
+
 #include <QDBusArgument>
 #include <QDBusPendingCallWatcher>
-#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -33,23 +34,11 @@ bool isPlayer(const QString& name) {
                         [&](const char* word) { return words.contains(word); });
 }
 
-/// The sockets of the user's bus that there are already. Without an address the library would start
-/// a bus of its own and wait for it.
-QString busAddress() {
-    if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
-        const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus";
-        return QFileInfo::exists(socket) ? "unix:path=" + socket : QString();
-    }
-    QStringList addresses = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS").split(';');
-    addresses.removeIf([](const QString& address) { return !address.startsWith("unix:"); });
-    return addresses.join(';');
-}
-
 /// A connection of its own: what is asked for on it ends with it.
 QDBusConnection connectToBus() {
     static int count = 0;
     const QString name = "Cobweave players " + QString::number(++count);
-    const QString address = busAddress();
+    const QString address = sessionBus::address();
     return address.isEmpty() ? QDBusConnection(name) : QDBusConnection::connectToBus(address, name);
 }
 

@@ -37,7 +37,7 @@ public:
     /// Sends a player one of its methods that take nothing, as in "Play".
     void command(const QString& owner, const QString& method);
 
-private slots:
+private Q_SLOTS:
     void changeProperties(const QString& interface, const QVariantMap& changed,
                           const QStringList& invalidated, const QDBusMessage& message);
     void loseBus();

@@ -1,8 +1,7 @@
 #include "platform/MessageBox.h"
 #include "platform/qt/text.h"
 
-#include <QCoreApplication>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QMessageBox>
 
 #include <iostream>
@@ -13,19 +12,47 @@ namespace {
 class QtMessageBox final : public MessageBox {
 public:
     void critical(std::string_view text) override {
-        if (QGuiApplication::platformName() == "offscreen") {
-            std::cerr << codePage::toUtf8(text) << std::endl;
-            return;
-        }
-        QMessageBox box;
-        box.setIcon(QMessageBox::Critical);
-        box.setWindowTitle(QCoreApplication::applicationName());
+        ask(QMessageBox::Critical, QMessageBox::Ok, text);
+    }
+    void exclamation(std::string_view text) override {
+        ask(QMessageBox::Warning, QMessageBox::Ok, text);
+    }
+    void information(std::string_view text) override {
+        ask(QMessageBox::Information, QMessageBox::Ok, text);
+    }
+    [[nodiscard]] bool question(std::string_view text) override {
+        return ask(QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, text) ==
+               QMessageBox::Yes;
+    }
+
+private:
+    static int ask(QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
+                   std::string_view text) {
+        // Over the window that asks, when it is one of ours.
+        QMessageBox box(QApplication::activeWindow());
+        box.setIcon(icon);
+        box.setStandardButtons(buttons);
+        box.setWindowTitle(QApplication::applicationName());
         box.setTextFormat(Qt::PlainText);
         box.setText(toQString(text));
-        box.exec();
+        return box.exec();
     }
+};
+
+class UnseenMessageBox final : public MessageBox {
+public:
+    void critical(std::string_view text) override {
+        std::cerr << codePage::toUtf8(text) << std::endl;
+    }
+    void exclamation(std::string_view /*text*/) override {}
+    void information(std::string_view /*text*/) override {}
+    [[nodiscard]] bool question(std::string_view /*text*/) override { return false; }
 };
 
 }  // namespace
 
 std::unique_ptr<MessageBox> makeMessageBox() { return std::make_unique<QtMessageBox>(); }
+
+std::unique_ptr<MessageBox> makeMessageBoxWithoutWindows() {
+    return std::make_unique<UnseenMessageBox>();
+}

@@ -2,28 +2,58 @@
 #include "tests/support/Program.h"
 #include "tests/support/messages.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <thread>
 
 namespace {
 
 Stage connection() { return Stage(Relay::through(Program::port)); }
 
+/// What the program needs of this environment to be seen; nothing without a display.
+Program::Environment desktop() {
+    Program::Environment variables;
+    if (std::getenv("DISPLAY") == nullptr) return variables;
+    for (const char* const name : {"DISPLAY", "XAUTHORITY", "WAYLAND_DISPLAY", "XDG_RUNTIME_DIR",
+                                   "DBUS_SESSION_BUS_ADDRESS"}) {
+        if (const char* const value = std::getenv(name)) variables[name] = value;
+    }
+    return variables;
+}
+
+/// Gives those who can see the desktop the time to look there.
+void waitForEyes(std::chrono::milliseconds time) {
+    if (std::getenv("DISPLAY") != nullptr) std::this_thread::sleep_for(time);
+}
+
+constexpr std::chrono::milliseconds step{700};
+/// As long as a toast stands.
+constexpr std::chrono::milliseconds toastTime{7000};
+
 /// Returns the notification-server connection, which stays open.
 Stage showSignIn(Program& program) {
     program.setSetting("initialStatus", "Busy");
+    for (const char* const key : {"progress", "trayicon", "messengerwindow"}) {
+        program.setSetting(key, "1");
+    }
     announce("Signing in with a status of one's own",
              "The option for the status at sign-in says \"Busy\"; the client asks for online.\n"
-             "What changed on the way is marked with * and ^.");
+             "What changed on the way is marked with * and ^. On a desktop the tool-tip of the "
+             "icon, and\nthe title of Messenger if it runs, follow each step.");
     Stage stage = connection();
     stage.clientSends("VER 1 MSNP10 MSNP9 CVR0\r\n");
     stage.serverSends("VER 1 MSNP10\r\n");
+    waitForEyes(step);
     stage.clientSends("USR 3 TWN I ann@example.com\r\n");
     stage.serverSends("USR 3 OK ann@example.com Ann%20Lee 1 0\r\n");
+    waitForEyes(step);
     stage.clientSends("SYN 4 0 0\r\n");
+    waitForEyes(step);
     stage.serverSends("PRP MFN Ann%20Lee\r\n");
+    waitForEyes(step);
     stage.clientSends("CHG 5 NLN 268435500\r\n");
     stage.serverSends("ILN 5 NLN bob@example.com Bob 268435500\r\n");
     return stage;
@@ -51,9 +81,10 @@ void showAlerts(Program& program, Stage& stage) {
 
 void showToasts(Program& program, Stage& notification) {
     program.setSetting("alertoffline", "True");
-    announce("",
-             "A contact who opens a conversation or goes offline is told of by a toast and in the "
-             "log,\nwhich are yet to come; the commands themselves pass as they are.");
+    announce(
+        "",
+        "A contact who opens a conversation or goes offline is told of by a toast, at the bottom "
+        "left\nof the desktop, and in the log; the commands themselves pass as they are.");
     notification.serverSends("RNG 7 127.0.0.1:1863 CKI 17.21 bob@example.com Bob\r\n");
     notification.serverSends("FLN bob@example.com\r\n");
 }
@@ -126,12 +157,13 @@ void show(Program& program) {
 
 int main() {
     try {
-        Program program;
+        Program program({.environment = desktop()});
         std::cout << program.waitUntilReady() << "\n\n"
                   << "This run has stores of its own, which are thrown away. Client and server are "
                      "scripted\nand meet through port "
                   << Program::port << " of this machine.\n\n";
         show(program);
+        waitForEyes(toastTime);
         program.signal(SIGTERM);
         return program.waitForEnd();
     } catch (const std::exception& trouble) {

@@ -1,8 +1,8 @@
 #include "desktop/mdlFunctions.h"
 
 #include "base/Failure.h"
-#include "platform/OwnWindows.h"
 #include "platform/Registry.h"
+#include "tests/support/FakeDesktop.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -108,31 +108,20 @@ TEST(CodesToText, MayRunAgainWhileItRuns) {
     EXPECT_EQ(inner, "abab");
 }
 
-class ToldWindows final : public OwnWindows {
-public:
-    std::vector<std::pair<WindowHandle, bool>> topMost;
-    std::vector<std::pair<WindowHandle, int>> alphas;
-
-    void setTopMost(WindowHandle window, bool on) override { topMost.emplace_back(window, on); }
-    void setAlpha(WindowHandle window, std::uint8_t alpha) override {
-        alphas.emplace_back(window, alpha);
-    }
-};
-
 TEST(SetTopMost, PutsTheWindowAboveAllOthersWhenEnabled) {
-    ToldWindows windows;
+    FakeOwnWindows windows;
     mdlFunctions::SetTopMost("Enabled", 7, windows);
     EXPECT_THAT(windows.topMost, ElementsAre(Pair(7, true)));
 }
 
 TEST(SetTopMost, PutsTheWindowBackWhenDisabled) {
-    ToldWindows windows;
+    FakeOwnWindows windows;
     mdlFunctions::SetTopMost("Disabled", 7, windows);
     EXPECT_THAT(windows.topMost, ElementsAre(Pair(7, false)));
 }
 
 TEST(SetTopMost, DoesNothingForAnyOtherWord) {
-    ToldWindows windows;
+    FakeOwnWindows windows;
     for (const char* const word : {"", "enabled", "DISABLED", "Enabled ", "True"})
         mdlFunctions::SetTopMost(word, 7, windows);
     EXPECT_THAT(windows.topMost, IsEmpty());
@@ -141,7 +130,7 @@ TEST(SetTopMost, DoesNothingForAnyOtherWord) {
 class Opacity : public testing::TestWithParam<std::pair<std::int16_t, int>> {};
 
 TEST_P(Opacity, IsTheWholePartOnTheScaleOf255AndIsLeftWithTheCaller) {
-    ToldWindows windows;
+    FakeOwnWindows windows;
     std::int16_t percentage = GetParam().first;
     mdlFunctions::SetWindowOpacity(7, percentage, windows);
     EXPECT_EQ(percentage, GetParam().second);
@@ -154,7 +143,7 @@ INSTANTIATE_TEST_SUITE_P(Percentages, Opacity,
                                          std::pair{0, 0}));
 
 TEST(SetWindowOpacity, LeavesAWindowWhoseOpacityDoesNotFit) {
-    ToldWindows windows;
+    FakeOwnWindows windows;
     std::int16_t percentage = 101;
     mdlFunctions::SetWindowOpacity(7, percentage, windows);
     EXPECT_EQ(percentage, 257);
@@ -164,7 +153,7 @@ TEST(SetWindowOpacity, LeavesAWindowWhoseOpacityDoesNotFit) {
 }
 
 TEST(SetWindowOpacity, LeavesAPercentageThatWouldWrap) {
-    ToldWindows windows;
+    FakeOwnWindows windows;
     std::int16_t percentage = 32767;
     mdlFunctions::SetWindowOpacity(7, percentage, windows);
     EXPECT_EQ(percentage, 32767);

@@ -144,7 +144,8 @@ TEST_F(ChangeSong, ReadsTheSongAnewForTheNextComparison) {
     FakeNetwork network;
     FakeLoop loop;
     frmMain host(network, loop, forms.boxes,
-                 {forms.tray, forms.title, forms.notes, forms.log, forms.options, forms.popups},
+                 {forms.tray, forms.title, forms.help, forms.options, forms.notes, forms.log,
+                  forms.about, forms.popups},
                  {facilities.settings, facilities.machine, facilities.clock, facilities.chance,
                   facilities.registry, player, facilities.browser, facilities.notes,
                   facilities.commandLine});

@@ -9,6 +9,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
+using testing::Pair;
 
 constexpr const char* firstRun = "show the first run";
 
@@ -52,6 +53,32 @@ TEST(Start, OnlyTheEmptyValueIsAFirstRun) {
     spine.settings.WriteSetting("Options", "useristyping", "False");
     (void)spine.host.Load();
     EXPECT_THAT(spine.forms.calls, Not(Contains(firstRun)));
+}
+
+TEST(Menu, HasItsEntriesInTheirOrderAndNoneToQuit) {
+    Spine spine;
+    (void)spine.host.Load();
+    std::vector<std::pair<std::string, std::string>> entries;
+    for (const MenuEntry& entry : spine.forms.tray.menu) {
+        entries.emplace_back(entry.name, entry.caption);
+    }
+    EXPECT_THAT(entries, ElementsAre(Pair("mnuhelp", "&Help..."), Pair("mnuoptions", "&Options..."),
+                                     Pair("mnubar", "-"), Pair("mnunotes", "&Notes..."),
+                                     Pair("mnulog", "&Log..."), Pair("mnubar2", "-"),
+                                     Pair("mnuabout", "&About...")));
+}
+
+TEST(Menu, EachEntryShowsItsWindow) {
+    Spine spine;
+    (void)spine.host.Load();
+    for (const MenuEntry& entry : spine.forms.tray.menu) {
+        if (entry.action) entry.action();
+    }
+    EXPECT_EQ(spine.forms.help.shown, 1);
+    EXPECT_EQ(spine.forms.options.shown, 1);
+    EXPECT_EQ(spine.forms.notes.shown, 1);
+    EXPECT_EQ(spine.forms.log.shown, 1);
+    EXPECT_EQ(spine.forms.about.shown, 1);
 }
 
 TEST(Connections, AreNumberedFromOneAndTakeOverTheRequest) {

@@ -18,7 +18,11 @@ struct ToldForms {
         std::vector<std::string>& calls;
         explicit Tray(std::vector<std::string>& calls) : calls(calls) {}
         std::vector<std::string> captions;
-        void Show() override { calls.emplace_back("show the icon"); }
+        std::vector<MenuEntry> menu;
+        void Show(const std::vector<MenuEntry>& entries) override {
+            menu = entries;
+            calls.emplace_back("show the icon");
+        }
         void Unload() override { calls.emplace_back("take the icon away"); }
         void changetraycaption(std::string& newcaption) override { captions.push_back(newcaption); }
     } tray{calls};
@@ -35,28 +39,41 @@ struct ToldForms {
             captions.emplace_back(newcaption);
         }
     } title{calls};
-    struct Notes final : NotesForm {
+    struct Shown final : ShownForm {
         int shown = 0;
         void Show() override { ++shown; }
-    } notes;
+    } help, notes, about;
     struct Log final : LogForm {
+        int shown = 0;
+        void Show() override { ++shown; }
         std::vector<std::string> lines;
         void AddItem(std::string_view text) override { lines.emplace_back(text); }
     } log;
     struct Options final : OptionsForm {
         std::vector<std::string>& calls;
         explicit Options(std::vector<std::string>& calls) : calls(calls) {}
+        int shown = 0;
+        void Show() override { ++shown; }
         void ShowFirstRun() override { calls.emplace_back("show the first run"); }
     } options{calls};
     struct Toasts final : Popups {
         std::vector<std::string> texts;
-        void popup(std::string_view text) override { texts.emplace_back(text); }
+        bool popup(std::string_view text) override {
+            texts.emplace_back(text);
+            return true;
+        }
     } popups;
     struct Boxes final : MessageBox {
         std::vector<std::string>& calls;
         explicit Boxes(std::vector<std::string>& calls) : calls(calls) {}
         void critical(std::string_view text) override {
             calls.push_back("tell: " + std::string(text));
+        }
+        void exclamation(std::string_view text) override { critical(text); }
+        void information(std::string_view text) override { critical(text); }
+        [[nodiscard]] bool question(std::string_view text) override {
+            critical(text);
+            return false;
         }
     } boxes{calls};
 };
@@ -75,7 +92,8 @@ public:
     frmMain host{network,
                  loop,
                  forms.boxes,
-                 {forms.tray, forms.title, forms.notes, forms.log, forms.options, forms.popups},
+                 {forms.tray, forms.title, forms.help, forms.options, forms.notes, forms.log,
+                  forms.about, forms.popups},
                  facilities.all()};
 
     Spine() {

@@ -1,0 +1,95 @@
+#include "desktop/frmTitle.h"
+
+#include "platform/EventLoop.h"
+#include "platform/ForeignWindows.h"
+#include "stores/SettingsStore.h"
+
+#include <chrono>
+
+using namespace std::string_view_literals;
+
+namespace {
+
+constexpr auto messengersOwnTitle = "MSN Messenger"sv;
+constexpr std::chrono::milliseconds writeInterval{1};
+constexpr std::chrono::milliseconds watchInterval{50};
+
+}  // namespace
+
+frmTitle::frmTitle(SettingsStore& settings, ForeignWindows& windows, EventLoop& loop)
+    : settings(settings), windows(windows), Timer1(loop.makeTimer()), Timer2(loop.makeTimer()) {
+    Timer1->tick = [this] { Timer1_Timer(); };
+    Timer2->tick = [this] { Timer2_Timer(); };
+    windows.changed = [this] { Timer2->wake(); };
+}
+
+frmTitle::~frmTitle() {
+    windows.changed = [] {};
+}
+
+void frmTitle::Load() {
+    const bool renamed = settings.ReadSetting("Options", "windowrename") == "1";
+    setText1(settings.ReadSetting("Options", "windowrenamecaption"));
+    setCheck1(renamed);
+    Timer1->enable(writeInterval);
+    Timer2->enable(watchInterval);
+    Timer1_Timer();
+}
+
+void frmTitle::setwindowcaption(std::string_view newcaption) {
+    if (settings.ReadSetting("Options", "messengerwindow") != "1" ||
+        settings.ReadSetting("Options", "progress") != "1") {
+        return;
+    }
+    windows.SetWindowText(MessengerWindowHandle(), newcaption);
+}
+
+void frmTitle::setCheck1(bool value) {
+    if (value == Check1) return;
+    Check1 = value;
+    Check1_Click();
+}
+
+void frmTitle::Check1_Click() {
+    savesettings();
+    Timer1->wake();
+    if (Check1) return;
+    windows.SetWindowText(MessengerWindowHandle(), messengersOwnTitle);
+    setText1(messengersOwnTitle);
+}
+
+void frmTitle::setText1(std::string_view text) {
+    if (text == Text1) return;
+    Text1 = text;
+    savesettings();
+}
+
+void frmTitle::ChangeTitle() {
+    savesettings();
+    titleApplied = false;
+    Timer1->wake();
+}
+
+void frmTitle::savesettings() {
+    settings.WriteSetting("Options", "windowrenamecaption", Text1);
+    settings.WriteSetting("Options", "windowrename", Check1 ? "1" : "0");
+}
+
+WindowHandle frmTitle::MessengerWindowHandle() { return windows.MessengerWindowHandle(); }
+
+void frmTitle::Timer1_Timer() {
+    // Until the text or the window changes there is nothing to write.
+    Timer1->rest();
+    if (!Check1 || titleApplied) return;
+    windows.SetWindowText(MessengerWindowHandle(), Text1);
+    titleApplied = true;
+    titleWindow = MessengerWindowHandle();
+}
+
+void frmTitle::Timer2_Timer() {
+    // Until a window opens or closes there is nothing to find.
+    Timer2->rest();
+    if (MessengerWindowHandle() == titleWindow) return;
+    titleApplied = false;
+    Timer1->wake();
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "desktop/desktopForms.h"
+#include "platform/OwnWindows.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+class EventLoop;
+class ForeignWindows;
+class SettingsStore;
+class Timer;
+
+/// Gives Messenger's main window the title that the user wants, again for each new window, and
+/// shows there how far a sign-in has come. The options window is where the user changes it.
+class frmTitle final : public TitleForm {
+public:
+    frmTitle(SettingsStore& settings, ForeignWindows& windows, EventLoop& loop);
+    ~frmTitle() override;
+
+    /// Takes both settings over and begins to watch for the window.
+    void Load() override;
+
+    [[nodiscard]] bool renaming() const override { return Check1; }
+    [[nodiscard]] std::string renameText() const override { return Text1; }
+    void setwindowcaption(std::string_view newcaption) override;
+
+    /// Ticks or clears the check box; a change counts as a click on it.
+    void setCheck1(bool value);
+    /// What a click on the check box does: clearing it gives the window its own title back, and
+    /// the user's text is lost.
+    void Check1_Click();
+    /// Changes the text, which is saved at once and not yet written to the window.
+    void setText1(std::string_view text);
+    /// Saves the settings and has the text written to the window once more.
+    void ChangeTitle();
+    void savesettings();
+
+private:
+    [[nodiscard]] WindowHandle MessengerWindowHandle();
+    void Timer1_Timer();
+    void Timer2_Timer();
+
+    SettingsStore& settings;
+    ForeignWindows& windows;
+    bool Check1 = false;
+    std::string Text1 = "Enter Window Caption...";
+    /// The text has been written to the window that is tracked.
+    bool titleApplied = false;
+    /// The window that got the text.
+    WindowHandle titleWindow = 0;
+    std::unique_ptr<Timer> Timer1;
+    std::unique_ptr<Timer> Timer2;
+};

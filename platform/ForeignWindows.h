@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/OwnWindows.h"
+
+#include <functional>
+#include <memory>
+#include <string_view>
+
+/// The windows of other programs: Messenger's, and the one that the user works in. 0 is no window;
+/// what is done to 0, or to a window that is gone, has no effect.
+class ForeignWindows {
+public:
+    /// The answer of `MessengerWindowHandle` may be another one from now on. For those who sleep
+    /// until then.
+    std::function<void()> changed = [] {};
+
+    ForeignWindows() = default;
+    ForeignWindows(const ForeignWindows&) = delete;
+    ForeignWindows& operator=(const ForeignWindows&) = delete;
+    virtual ~ForeignWindows() = default;
+
+    /// Messenger's main window; of several the one that was found first, for as long as it stands.
+    /// Cheap while no window opens or closes.
+    [[nodiscard]] virtual WindowHandle MessengerWindowHandle() = 0;
+    /// Writes a window's title.
+    virtual void SetWindowText(WindowHandle window, std::string_view text) = 0;
+    /// Asks a window to close, as its close box does.
+    virtual void requestClose(WindowHandle window) = 0;
+
+    /// The window that the user works in.
+    [[nodiscard]] virtual WindowHandle foreground() = 0;
+    /// Gives the keyboard back to a window that had it, unless it is still there.
+    virtual void giveFocusBack(WindowHandle window) = 0;
+};
+
+[[nodiscard]] std::unique_ptr<ForeignWindows> makeForeignWindows();

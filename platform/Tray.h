@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// An entry of a menu; the caption "-" is a separator.
+struct MenuEntry {
+    std::string name;
+    std::string caption;
+    std::function<void()> action;
+};
+
+/// The program's icon in the notification area of the desktop.
+class Tray {
+public:
+    Tray() = default;
+    Tray(const Tray&) = delete;
+    Tray& operator=(const Tray&) = delete;
+    virtual ~Tray() = default;
+
+    /// Puts the icon there, as soon as the desktop has a place for it, with a tool-tip and the menu
+    /// that a right click opens; no other click does anything. It comes back by itself after the
+    /// notification area was gone.
+    virtual void add(std::string_view tip, const std::vector<MenuEntry>& menu) = 0;
+    /// Changes the tool-tip. CR LF is a line break in it, and nothing is markup.
+    virtual void modify(std::string_view tip) = 0;
+    /// Takes the icon away.
+    virtual void remove() = 0;
+};
+
+[[nodiscard]] std::unique_ptr<Tray> makeTray();

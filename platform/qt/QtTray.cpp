@@ -1,0 +1,68 @@
+#include "platform/Tray.h"
+#include "platform/TrayHost.h"
+#include "platform/qt/text.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QSystemTrayIcon>
+
+#include <memory>
+
+namespace {
+
+QString toolTip(const std::string& tip) { return toQString(tip).replace("\r\n", "\n"); }
+
+class QtTray final : public Tray {
+public:
+    QtTray() {
+        host->found = [this] { show(); };
+    }
+
+    void add(std::string_view text, const std::vector<MenuEntry>& entries) override {
+        tip = text;
+        makeMenu(entries);
+        host->search();
+    }
+
+    void modify(std::string_view text) override {
+        tip = text;
+        if (icon) icon->setToolTip(toolTip(tip));
+    }
+
+    void remove() override {
+        host.reset();
+        icon.reset();
+    }
+
+private:
+    void makeMenu(const std::vector<MenuEntry>& entries) {
+        menu.setTitle("&PopUp Menu");
+        for (const MenuEntry& entry : entries) {
+            if (entry.caption == "-") {
+                menu.addSeparator();
+                continue;
+            }
+            QAction* const action = menu.addAction(toQString(entry.caption));
+            action->setObjectName(entry.name.c_str());
+            QObject::connect(action, &QAction::triggered, &menu, entry.action);
+        }
+    }
+
+    // Not before there is a place: Qt settles at the first icon, for good, what kind of place it
+    // looks for.
+    void show() {
+        icon = std::make_unique<QSystemTrayIcon>(QApplication::windowIcon());
+        icon->setContextMenu(&menu);
+        icon->setToolTip(toolTip(tip));
+        icon->show();
+    }
+
+    std::string tip;
+    QMenu menu;
+    std::unique_ptr<TrayHost> host = makeTrayHost();
+    std::unique_ptr<QSystemTrayIcon> icon;
+};
+
+}  // namespace
+
+std::unique_ptr<Tray> makeTray() { return std::make_unique<QtTray>(); }

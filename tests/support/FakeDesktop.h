@@ -1,0 +1,95 @@
+#pragma once
+
+#include "platform/ForeignWindows.h"
+#include "platform/MessageBox.h"
+#include "platform/OwnWindows.h"
+#include "platform/Tray.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Messenger's window and the one that the user works in, as the test has them.
+struct FakeForeignWindows final : ForeignWindows {
+    WindowHandle messenger = 0;
+    WindowHandle inFront = 0;
+    std::vector<std::pair<WindowHandle, std::string>> titles;
+    std::vector<WindowHandle> closed;
+    std::vector<WindowHandle> focused;
+    int searches = 0;
+
+    /// Messenger's window becomes this one, and whoever waits for that is told.
+    void open(WindowHandle window) {
+        messenger = window;
+        changed();
+    }
+
+    [[nodiscard]] WindowHandle MessengerWindowHandle() override {
+        ++searches;
+        return messenger;
+    }
+    void SetWindowText(WindowHandle window, std::string_view text) override {
+        titles.emplace_back(window, text);
+    }
+    void requestClose(WindowHandle window) override { closed.push_back(window); }
+    [[nodiscard]] WindowHandle foreground() override { return inFront; }
+    void giveFocusBack(WindowHandle window) override { focused.push_back(window); }
+};
+
+/// Keeps what was asked for our own windows.
+struct FakeOwnWindows final : OwnWindows {
+    std::vector<std::pair<WindowHandle, bool>> topMost;
+    std::vector<std::pair<WindowHandle, int>> alphas;
+    std::optional<ScreenRectangle> area;
+
+    void setTopMost(WindowHandle window, bool wanted) override {
+        topMost.emplace_back(window, wanted);
+    }
+    void setAlpha(WindowHandle window, std::uint8_t alpha) override {
+        alphas.emplace_back(window, alpha);
+    }
+    [[nodiscard]] std::optional<ScreenRectangle> workArea() override { return area; }
+};
+
+/// The icon, as it was told to be.
+struct FakeTray final : Tray {
+    std::vector<std::string> tips;
+    std::vector<MenuEntry> menu;
+    bool shown = false;
+
+    void add(std::string_view tip, const std::vector<MenuEntry>& entries) override {
+        tips.emplace_back(tip);
+        menu = entries;
+        shown = true;
+    }
+    void modify(std::string_view tip) override { tips.emplace_back(tip); }
+    void remove() override { shown = false; }
+};
+
+/// Boxes that are answered at once, and kept: "question: text".
+struct ToldBoxes final : MessageBox {
+    std::vector<std::string> shown;
+    /// The answers to come, the first one first; no when there are none left.
+    std::vector<bool> answers;
+    /// What happens while a box is open.
+    std::function<void()> meanwhile = [] {};
+
+    void critical(std::string_view text) override { show("critical: ", text); }
+    void exclamation(std::string_view text) override { show("exclamation: ", text); }
+    void information(std::string_view text) override { show("information: ", text); }
+    [[nodiscard]] bool question(std::string_view text) override {
+        show("question: ", text);
+        if (answers.empty()) return false;
+        const bool answer = answers.front();
+        answers.erase(answers.begin());
+        return answer;
+    }
+
+private:
+    void show(const char* kind, std::string_view text) {
+        shown.push_back(kind + std::string(text));
+        std::exchange(meanwhile, [] {})();
+    }
+};

@@ -1,0 +1,85 @@
+#include "platform/MessageBox.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+#include <optional>
+
+namespace {
+
+/// A box as it stood open.
+struct Seen {
+    QString title;
+    QString text;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    QMessageBox::StandardButtons buttons;
+    Qt::TextFormat format = Qt::AutoText;
+};
+
+class Boxes : public testing::Test {
+protected:
+    std::unique_ptr<MessageBox> boxes = makeMessageBox();
+
+    /// Presses a button of the box that opens meanwhile.
+    static Seen answer(QMessageBox::StandardButton button, const std::function<void()>& open) {
+        std::optional<Seen> seen;
+        QTimer::singleShot(0, [&] {
+            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            seen = Seen{box->windowTitle(), box->text(), box->icon(), box->standardButtons(),
+                        box->textFormat()};
+            if (button == QMessageBox::NoButton) {
+                box->close();
+            } else {
+                box->button(button)->click();
+            }
+        });
+        open();
+        return seen.value();
+    }
+};
+
+TEST_F(Boxes, HaveTheProgramsTitleTheirIconAndAnOk) {
+    const std::pair<void (MessageBox::*)(std::string_view), QMessageBox::Icon> kinds[] = {
+        {&MessageBox::critical, QMessageBox::Critical},
+        {&MessageBox::exclamation, QMessageBox::Warning},
+        {&MessageBox::information, QMessageBox::Information},
+    };
+    for (const auto& [show, icon] : kinds) {
+        const Seen seen = answer(QMessageBox::Ok, [&] { ((*boxes).*show)("<b>text</b>"); });
+        EXPECT_EQ(seen.title, "Cobweave");
+        EXPECT_EQ(seen.text, "<b>text</b>");
+        EXPECT_EQ(seen.format, Qt::PlainText);
+        EXPECT_EQ(seen.icon, icon);
+        EXPECT_EQ(seen.buttons, QMessageBox::Ok);
+    }
+}
+
+TEST_F(Boxes, AQuestionIsAnsweredByYesAlone) {
+    const std::pair<QMessageBox::StandardButton, bool> answers[] = {
+        {QMessageBox::Yes, true}, {QMessageBox::No, false}, {QMessageBox::NoButton, false}};
+    for (const auto& [button, expected] : answers) {
+        bool said = !expected;
+        const Seen seen = answer(button, [&] { said = boxes->question("Sure?"); });
+        EXPECT_EQ(said, expected);
+        EXPECT_EQ(seen.icon, QMessageBox::Question);
+        EXPECT_EQ(seen.buttons, QMessageBox::Yes | QMessageBox::No);
+    }
+}
+
+TEST(BoxesWithoutWindows, WaitForNobody) {
+    const auto boxes = makeMessageBoxWithoutWindows();
+    testing::internal::CaptureStderr();
+    boxes->critical("bad news");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "bad news\n");
+    boxes->information("nothing");
+    boxes->exclamation("nothing");
+    EXPECT_FALSE(boxes->question("Sure?"));
+}
+
+}  // namespace

@@ -1,0 +1,21 @@
+#include "ui/look.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+#include <array>
+#include <string>
+
+int main(int argc, char* argv[]) {
+    testing::InitGoogleTest(&argc, argv);
+    std::string option = "-platform";
+    std::string platform = "offscreen";
+    std::array arguments{argv[0], option.data(), platform.data()};
+    int count = arguments.size();
+    const QApplication application(count, arguments.data());
+    QApplication::setApplicationName("Cobweave");
+    QApplication::setQuitOnLastWindowClosed(false);
+    look::apply();
+    return RUN_ALL_TESTS();
+}

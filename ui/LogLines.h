@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QAbstractListModel>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+/// The lines of the log. New ones are there at once, and the window that shows them hears of them
+/// when it is told to, many at a time: it lays out all of its lines anew for each.
+class LogLines : public QAbstractListModel {
+public:
+    void append(std::string line) { lines.push_back(std::move(line)); }
+    void clear();
+
+    /// Tells the window of what was appended since the last time.
+    void publish();
+    [[nodiscard]] bool isPublished() const { return published == lines.size(); }
+
+    /// The line at `index`; nothing behind the end.
+    [[nodiscard]] std::string at(int index) const;
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+
+private:
+    std::vector<std::string> lines;
+    std::size_t published = 0;
+};

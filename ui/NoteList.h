@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QListWidget>
+
+#include <functional>
+
+/// A list that tells when its user has chosen an entry, by mouse or key, also the same one again.
+class NoteList : public QListWidget {
+public:
+    std::function<void()> Click = [] {};
+
+    using QListWidget::QListWidget;
+
+    /// -1 when no entry is selected. An entry that only has the keyboard's frame is not.
+    [[nodiscard]] int selectedRow() const;
+
+protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+};
