@@ -14,7 +14,6 @@ set(COBWEAVE_PLATFORM_CORE
     platform/linux/Reactor.cpp
     platform/linux/WineRegistry.cpp)
 set(COBWEAVE_PLATFORM_QT
-    platform/linux/BusGreeting.cpp
     platform/linux/LinuxDisplay.cpp
     platform/linux/LinuxPlatform.cpp
     platform/linux/LinuxTrayHost.cpp

@@ -22,6 +22,12 @@ public:
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    /// Nothing: a letter typed on the list would search all lines, and hold up the rest meanwhile.
+    [[nodiscard]] QModelIndexList match(const QModelIndex& /*start*/, int /*role*/,
+                                        const QVariant& /*value*/, int /*hits*/,
+                                        Qt::MatchFlags /*flags*/) const override {
+        return {};
+    }
 
 private:
     std::vector<std::string> lines;

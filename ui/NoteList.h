@@ -15,6 +15,13 @@ public:
     [[nodiscard]] int selectedRow() const;
 
 protected:
+    /// What is selected stays so until another entry is.
+    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+        const QModelIndex& index, const QEvent* event) const override;
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    bool isEntryPressed = false;
 };

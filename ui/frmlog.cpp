@@ -57,7 +57,11 @@ void frmlog::Command2_Click() {
     delegate.forget();
 }
 
-void frmlog::Command3_Click() { copyToClipboard(lines.at(List1.currentIndex().row())); }
+void frmlog::Command3_Click() {
+    // A line that only has the keyboard's frame is not selected.
+    const QModelIndexList rows = List1.selectionModel()->selectedRows();
+    copyToClipboard(lines.at(rows.isEmpty() ? -1 : rows.first().row()));
+}
 
 void frmlog::resizeEvent(QResizeEvent* event) {
     const int outerWidth = event->size().width() * twipsPerPixel + frameWidth;

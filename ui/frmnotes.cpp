@@ -8,6 +8,7 @@
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
@@ -17,13 +18,23 @@
 
 namespace {
 
-/// Those that press nothing by themselves, such as the first key of a mnemonic, and Escape, which
-/// closes the window.
+/// Those that press nothing by themselves, such as the first key of a mnemonic, and those that the
+/// window takes: Escape, which closes it, and Tab, which goes to another control.
 bool isNoTyping(int key) {
-    constexpr std::array keys{Qt::Key_Shift,   Qt::Key_Control,  Qt::Key_Alt,     Qt::Key_AltGr,
-                              Qt::Key_Meta,    Qt::Key_CapsLock, Qt::Key_NumLock, Qt::Key_Super_L,
-                              Qt::Key_Super_R, Qt::Key_Escape};
+    constexpr std::array keys{Qt::Key_Shift,   Qt::Key_Control, Qt::Key_Alt,     Qt::Key_AltGr,
+                              Qt::Key_Meta,    Qt::Key_Super_L, Qt::Key_Super_R, Qt::Key_CapsLock,
+                              Qt::Key_NumLock, Qt::Key_Escape,  Qt::Key_Tab,     Qt::Key_Backtab};
     return std::ranges::find(keys, key) != keys.end();
+}
+
+/// A key was pressed in a text box. Letters that are composed of several keys, as accents and
+/// Chinese are, come without their keys.
+bool isTyping(const QEvent& event) {
+    if (event.type() == QEvent::InputMethod) {
+        return !static_cast<const QInputMethodEvent&>(event).commitString().isEmpty();
+    }
+    return event.type() == QEvent::KeyPress &&
+           !isNoTyping(static_cast<const QKeyEvent&>(event).key());
 }
 
 void fill(QGroupBox& frame, QWidget& content) {
@@ -158,8 +169,6 @@ void frmnotes::closeEvent(QCloseEvent* event) {
 }
 
 bool frmnotes::eventFilter(QObject* control, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && !isNoTyping(static_cast<QKeyEvent*>(event)->key())) {
-        noteChanged = true;
-    }
+    if (isTyping(*event)) noteChanged = true;
     return Form::eventFilter(control, event);
 }

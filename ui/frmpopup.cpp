@@ -14,6 +14,7 @@
 
 #include <array>
 #include <chrono>
+#include <utility>
 
 namespace {
 
@@ -103,6 +104,8 @@ void frmpopup::setOpacity(std::int16_t percentage) {
 }
 
 void frmpopup::Unload() {
+    // A second click may be on its way already; by then the place may be another toast's.
+    if (std::exchange(isUnloaded, true)) return;
     Timer1->disable();
     Timer2->disable();
     FadeOut();
@@ -121,10 +124,14 @@ bool frmpopup::eventFilter(QObject* control, QEvent* event) {
         // The form would take it for a move over itself.
         return true;
     }
-    if (event->type() == QEvent::MouseButtonRelease &&
-        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
-        if (control == &Image1) Unload();
-        if (control == &Label2) Label2_Click();
+    if (event->type() == QEvent::MouseButtonRelease) {
+        const auto& release = *static_cast<QMouseEvent*>(event);
+        const QWidget& pressed = *static_cast<QWidget*>(control);
+        // Who drags the mouse off the control has thought better of it.
+        const bool isClick = release.button() == Qt::LeftButton &&
+                             pressed.rect().contains(release.position().toPoint());
+        if (isClick && control == &Image1) Unload();
+        if (isClick && control == &Label2) Label2_Click();
     }
     return false;
 }

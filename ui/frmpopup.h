@@ -60,4 +60,5 @@ private:
     void setOpacity(std::int16_t percentage);
 
     OwnWindows& windows;
+    bool isUnloaded = false;
 };

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QFontMetrics>
 #include <QIcon>
 #include <QLinearGradient>
 #include <QPainter>
@@ -11,6 +12,25 @@
 
 namespace look {
 
+namespace {
+
+/// Where the font of our choice is not installed, the one in its place is made so narrow that the
+/// captions with the least room have enough.
+void narrow(QFont& font) {
+    constexpr int narrowest = 60;
+    const auto width = [&](const char* caption) {
+        return QFontMetrics(font).horizontalAdvance(caption);
+    };
+    for (int stretch = 99; stretch >= narrowest; --stretch) {
+        const bool fits =
+            width("Copy Selected Item To Clipboard") <= 162 && width("Copy to Clipboard") <= 89;
+        if (fits) return;
+        font.setStretch(stretch);
+    }
+}
+
+}  // namespace
+
 void apply() {
     QApplication::setStyle(QStyleFactory::create("Fusion"));
 
@@ -18,6 +38,7 @@ void apply() {
     QFont font("Liberation Sans");
     font.setStyleHint(QFont::SansSerif);
     font.setPixelSize(11);
+    narrow(font);
     QApplication::setFont(font);
 
     // All colours are ours, whatever theme the desktop has: some texts have a colour that means

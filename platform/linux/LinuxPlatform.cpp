@@ -2,6 +2,7 @@
 #include "platform/linux/EndSignals.h"
 #include "platform/linux/EpollNetwork.h"
 #include "platform/linux/Reactor.h"
+#include "platform/linux/sessionBus.h"
 #include "platform/qt/QtEventLoop.h"
 
 #include <QSocketNotifier>
@@ -36,6 +37,7 @@ private:
 void prepareProcess() {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
+    sessionBus::avoidIfMute();
 }
 
 std::unique_ptr<Platform> makePlatform() { return std::make_unique<LinuxPlatform>(); }

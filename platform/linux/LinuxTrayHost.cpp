@@ -9,28 +9,6 @@
 
 namespace {
 
-/// For as long as it lives, Qt takes the session bus to be out of reach.
-class WithoutSessionBus {
-public:
-    WithoutSessionBus() : before(qgetenv(variable)), wasSet(qEnvironmentVariableIsSet(variable)) {
-        qputenv(variable, "disabled:");
-    }
-    ~WithoutSessionBus() {
-        if (wasSet) {
-            qputenv(variable, before);
-        } else {
-            qunsetenv(variable);
-        }
-    }
-    WithoutSessionBus(const WithoutSessionBus&) = delete;
-    WithoutSessionBus& operator=(const WithoutSessionBus&) = delete;
-
-private:
-    static constexpr const char* variable = "DBUS_SESSION_BUS_ADDRESS";
-    QByteArray before;
-    bool wasSet;
-};
-
 /// There are two kinds of places: a host that is found over the session bus, and the older one, a
 /// window of a panel that owns a selection of the X server and takes icons in as its children. Qt
 /// decides between them when its first icon is made, by what it finds then, and for good.
@@ -63,11 +41,12 @@ private:
 
     void decide() {
         if (bus->state() == State::Host) return tell();
-        if (bus->state() == State::Open || !listener->stands()) return;
+        // Where the bus or the watcher does not answer, Qt would ask it all the same, and wait.
+        if (bus->state() != State::Nobody || !listener->stands()) return;
         const auto cookie =
             xcb_get_selection_owner(listener->handle(), listener->atoms().netSystemTray);
         listener->ask<xcb_get_selection_owner_reply_t>(cookie, [this](const auto* reply) {
-            if (reply != nullptr && reply->owner != 0 && bus->state() != State::Open) tell();
+            if (reply != nullptr && reply->owner != 0 && bus->state() == State::Nobody) tell();
         });
         listener->flush();
     }
@@ -78,12 +57,8 @@ private:
         QMetaObject::invokeMethod(
             &context,
             [this] {
-                const bool isBusMute = bus->state() == State::Mute;
                 bus.reset();
                 listener.reset();
-                // Qt asks the bus again when it makes the icon, and waits for the answer; without
-                // an address it would start a bus.
-                const auto spared = isBusMute ? std::make_unique<WithoutSessionBus>() : nullptr;
                 found();
             },
             Qt::QueuedConnection);

@@ -12,14 +12,14 @@ void MessengerWindows::take(const std::vector<xcb_window_t>& windows, bool areSh
     const std::set<xcb_window_t> present(windows.begin(), windows.end());
     std::vector<xcb_window_t> gone;
     for (const auto& [window, entry] : known) {
-        if (present.count(window) == 0) gone.push_back(window);
+        if (!present.contains(window)) gone.push_back(window);
     }
     for (const xcb_window_t window : gone)
         forget(window);
     order = windows;
     allShown = areShown;
     for (const xcb_window_t window : present) {
-        if (known.count(window) == 0) {
+        if (!known.contains(window)) {
             askClass(window);
         } else if (known[window].facts.kind != MessengerWindow::Kind::Other &&
                    (!allShown || !known[window].facts.isShown)) {

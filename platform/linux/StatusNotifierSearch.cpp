@@ -6,7 +6,6 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 
-#include <chrono>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -18,24 +17,18 @@ constexpr const char* watcherPath = "/StatusNotifierWatcher";
 constexpr const char* busName = "org.freedesktop.DBus";
 constexpr const char* busPath = "/org/freedesktop/DBus";
 
-/// For one answer, and from one try to the next. At the start of a session, a watcher is there some
-/// seconds before its host.
-constexpr auto interval = 5s;
 constexpr int mostTries = 5;
 
 bool isUnanswered(const QDBusMessage& answer) {
-    return QDBusError(answer).type() == QDBusError::NoReply ||
-           QDBusError(answer).type() == QDBusError::Disconnected;
+    return QDBusError(answer).type() == QDBusError::NoReply;
 }
 
 }  // namespace
 
-StatusNotifierSearch::StatusNotifierSearch() {
-    patience.setSingleShot(true);
-    patience.callOnTimeout(this, [this] { become(State::Mute); });
+StatusNotifierSearch::StatusNotifierSearch(std::chrono::milliseconds interval)
+    : interval(interval) {
     nextTry.setSingleShot(true);
     nextTry.callOnTimeout(this, [this] { askForHost(); });
-    greeting.answered = [this] { connectToBus(); };
 }
 
 StatusNotifierSearch::~StatusNotifierSearch() {
@@ -43,18 +36,12 @@ StatusNotifierSearch::~StatusNotifierSearch() {
 }
 
 void StatusNotifierSearch::search() {
-    if (greeting.greet(sessionBus::address())) {
-        patience.start(interval);
-    } else {
-        become(State::Mute);
-    }
-}
-
-void StatusNotifierSearch::connectToBus() {
-    patience.stop();
-    connection = std::make_unique<QDBusConnection>(
-        QDBusConnection::connectToBus(sessionBus::address(), "Cobweave tray"));
-    if (!connection->isConnected()) return become(State::Mute);
+    const QString address = sessionBus::address();
+    if (address.isEmpty()) return become(State::Nobody);
+    static int count = 0;
+    const QString name = "Cobweave tray " + QString::number(++count);
+    connection = std::make_unique<QDBusConnection>(QDBusConnection::connectToBus(address, name));
+    if (!connection->isConnected()) return become(State::Nobody);
     // Before anything is asked for, so that no change gets lost in between. The host's signal from
     // whoever sends it: for one sender the library would ask the bus who that is, and wait.
     connection->connect(busName, busPath, busName, "NameOwnerChanged", {watcherName}, "sss", this,
@@ -106,7 +93,7 @@ void StatusNotifierSearch::takeHost(const QDBusMessage& answer) {
     }
     if (tries < mostTries && ++tries < mostTries) {
         // Where no answer came, the pause is over already.
-        nextTry.start(isMute ? 0s : interval);
+        nextTry.start(isMute ? 0ms : interval);
     } else {
         become(isMute ? State::Mute : State::Nobody);
     }
@@ -114,7 +101,7 @@ void StatusNotifierSearch::takeHost(const QDBusMessage& answer) {
 
 void StatusNotifierSearch::ask(QDBusMessage message, Answered answered) {
     message.setAutoStartService(false);
-    constexpr int limit = std::chrono::milliseconds(interval).count();
+    const auto limit = static_cast<int>(interval.count());
     auto* const pending = new QDBusPendingCallWatcher(connection->asyncCall(message, limit), this);
     QObject::connect(pending, &QDBusPendingCallWatcher::finished, this,
                      [this, pending, mine = ++question, answered = std::move(answered)] {

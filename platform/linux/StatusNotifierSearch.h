@@ -1,13 +1,12 @@
 #pragma once
 
-#include "platform/linux/BusGreeting.h"
-
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QObject>
 #include <QString>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -21,16 +20,18 @@ class StatusNotifierSearch final : public QObject {
 public:
     enum class State {
         Open,
-        /// Nobody shows icons. May change whenever somebody comes.
+        /// Nobody shows icons, or there is no bus. May change whenever somebody comes.
         Nobody,
-        /// As `Nobody`, because there is no bus, or it or the watcher does not answer. Whoever asks
-        /// them and waits for the answer may wait for ever.
+        /// The bus or the watcher does not answer. Whoever asks them and waits for it may wait for
+        /// long.
         Mute,
         Host,
     };
     std::function<void()> changed = [] {};
 
-    StatusNotifierSearch();
+    /// `interval`: for one answer, and from one try to the next. At the start of a session, a
+    /// watcher is there some seconds before its host.
+    explicit StatusNotifierSearch(std::chrono::milliseconds interval = std::chrono::seconds(5));
     ~StatusNotifierSearch() override;
     StatusNotifierSearch(const StatusNotifierSearch&) = delete;
     StatusNotifierSearch& operator=(const StatusNotifierSearch&) = delete;
@@ -45,15 +46,13 @@ private Q_SLOTS:
 private:
     using Answered = std::function<void(const QDBusMessage& answer)>;
 
-    void connectToBus();
     void askForWatcher();
     void takeHost(const QDBusMessage& answer);
-    void ask(QDBusMessage question, Answered answered);
+    void ask(QDBusMessage message, Answered answered);
     void become(State state);
 
+    const std::chrono::milliseconds interval;
     State now = State::Open;
-    BusGreeting greeting;
-    QTimer patience;
     std::unique_ptr<QDBusConnection> connection;
     QTimer nextTry;
     int tries = 0;

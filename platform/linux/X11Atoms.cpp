@@ -23,6 +23,8 @@ X11Atoms X11Atoms::of(xcb_connection_t* connection, int screen) {
         Name{"_NET_SYSTEM_TRAY_S" + std::to_string(screen), &X11Atoms::netSystemTray},
         Name{"_NET_WM_ICON_NAME", &X11Atoms::netWmIconName},
         Name{"_NET_WM_NAME", &X11Atoms::netWmName},
+        Name{"_NET_WM_STATE", &X11Atoms::netWmState},
+        Name{"_NET_WM_STATE_ABOVE", &X11Atoms::netWmStateAbove},
         Name{"_NET_WM_WINDOW_OPACITY", &X11Atoms::netWmWindowOpacity},
         Name{"_NET_WM_WINDOW_TYPE", &X11Atoms::netWmWindowType},
         Name{"_NET_WM_WINDOW_TYPE_NORMAL", &X11Atoms::netWmWindowTypeNormal},

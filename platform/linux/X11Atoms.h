@@ -18,6 +18,8 @@ struct X11Atoms {
     xcb_atom_t netSystemTray = 0;
     xcb_atom_t netWmIconName = 0;
     xcb_atom_t netWmName = 0;
+    xcb_atom_t netWmState = 0;
+    xcb_atom_t netWmStateAbove = 0;
     xcb_atom_t netWmWindowOpacity = 0;
     xcb_atom_t netWmWindowType = 0;
     xcb_atom_t netWmWindowTypeNormal = 0;

@@ -64,8 +64,11 @@ public:
     void select(xcb_window_t window, std::uint32_t events) {
         connection->select(*this, window, events);
     }
-    /// The server takes what is sent, up to some 100 KB, without waiting.
-    [[nodiscard]] bool canWrite() const { return connection->canWrite(); }
+    /// The server takes what is sent, up to some 100 KB, without keeping the sender waiting; is
+    /// waited for until it does.
+    [[nodiscard]] bool canWrite(std::chrono::milliseconds limit = {}) const {
+        return connection->canWrite(limit);
+    }
     /// To be called after the last of some requests, unless in the course of an event or answer.
     void flush() { connection->flush(); }
 

@@ -67,7 +67,7 @@ void X11Connection::remove(X11Client& client) {
     questions.erase(gone, questions.end());
     std::vector<xcb_window_t> watched;
     for (const auto& [window, wishes] : masks) {
-        if (wishes.count(&client) != 0) watched.push_back(window);
+        if (wishes.contains(&client)) watched.push_back(window);
     }
     for (const xcb_window_t window : watched)
         select(client, window, 0);
@@ -124,10 +124,10 @@ void X11Connection::flush() {
     if (!backlog.empty() || !questions.empty()) dispatchSoon();
 }
 
-bool X11Connection::canWrite() const {
+bool X11Connection::canWrite(std::chrono::milliseconds limit) const {
     if (!stands()) return false;
     pollfd entry{xcb_get_file_descriptor(connection), POLLOUT, 0};
-    return poll(&entry, 1, 0) == 1 && (entry.revents & POLLOUT) != 0;
+    return poll(&entry, 1, static_cast<int>(limit.count())) == 1 && (entry.revents & POLLOUT) != 0;
 }
 
 void X11Connection::dispatch() {
@@ -164,7 +164,7 @@ void X11Connection::dispatchSoon() {
 
 bool X11Connection::answerNext() { return !questions.empty() && answer(questions.begin()); }
 
-bool X11Connection::answer(std::deque<Question>::iterator question) {
+bool X11Connection::answer(const std::deque<Question>::iterator& question) {
     void* reply = nullptr;
     xcb_generic_error_t* error = nullptr;
     if (xcb_poll_for_reply(connection, question->sequence, &reply, &error) == 0) return false;

@@ -56,14 +56,14 @@ private:
     /// Serves the answers to one client's questions, as they come, and nothing else.
     void await(const X11Client& client, std::chrono::milliseconds limit);
     void select(X11Client& client, xcb_window_t window, std::uint32_t events);
-    [[nodiscard]] bool canWrite() const;
+    [[nodiscard]] bool canWrite(std::chrono::milliseconds limit) const;
     void flush();
 
     /// Serves all that has arrived.
     void dispatch();
     void dispatchSoon();
     [[nodiscard]] bool answerNext();
-    [[nodiscard]] bool answer(std::deque<Question>::iterator question);
+    [[nodiscard]] bool answer(const std::deque<Question>::iterator& question);
     [[nodiscard]] Event nextEvent();
     void tell(const xcb_generic_event_t& event);
     void loseServer();

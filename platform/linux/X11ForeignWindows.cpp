@@ -6,9 +6,13 @@
 #include "platform/linux/x11OwnWindow.h"
 #include "platform/linux/x11Properties.h"
 
+#include <QSocketNotifier>
+
 #include <algorithm>
 #include <chrono>
+#include <map>
 #include <memory>
+#include <string>
 #include <utility>
 
 namespace {
@@ -29,8 +33,17 @@ public:
             list.hear(event);
             messenger.hear(event);
         };
-        listener.lost = [this] { messenger.lose(); };
+        listener.lost = [this] {
+            writability.reset();
+            owed.clear();
+            messenger.lose();
+        };
         if (!listener.stands()) return;
+        writability = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(listener.handle()),
+                                                        QSocketNotifier::Write);
+        writability->setEnabled(false);
+        QObject::connect(writability.get(), &QSocketNotifier::activated, writability.get(),
+                         [this] { payTitles(); });
         list.look();
         listener.await(patience);
     }
@@ -39,13 +52,13 @@ public:
 
     void SetWindowText(WindowHandle window, std::string_view text) override {
         // A server that takes nothing gets the next title.
-        if (window == 0 || !listener.canWrite()) return;
-        writeX11Title(listener, toX11(window), text);
-        listener.flush();
+        if (window == 0 || !listener.stands()) return;
+        owed[toX11(window)] = text;
+        payTitles();
     }
 
     void requestClose(WindowHandle window) override {
-        if (window == 0 || !listener.canWrite()) return;
+        if (window == 0 || !listener.canWrite(patience)) return;
         const xcb_window_t target = toX11(window);
         const X11Atoms& atoms = listener.atoms();
         listener.askProperty(target, atoms.wmProtocols, [this, target](const auto* reply) {
@@ -59,7 +72,7 @@ public:
     }
 
     WindowHandle foreground() override {
-        if (!listener.canWrite()) return 0;
+        if (!listener.canWrite(patience)) return 0;
         // Questions of its own, so that none of the other answers is served before this is through.
         X11Client asking;
         Places places;
@@ -70,7 +83,7 @@ public:
     }
 
     void giveFocusBack(WindowHandle window) override {
-        if (window == 0 || !listener.canWrite()) return;
+        if (window == 0 || !listener.canWrite(patience)) return;
         ask(listener, [this, target = toX11(window)](const Places& places) {
             giveFocusBack(target, places);
         });
@@ -78,6 +91,17 @@ public:
     }
 
 private:
+    /// Writes the titles that the server takes at once; the others when it does, and of several for
+    /// one window the last.
+    void payTitles() {
+        while (!owed.empty() && listener.canWrite()) {
+            const auto title = owed.extract(owed.begin());
+            writeX11Title(listener, title.key(), title.mapped());
+            listener.flush();
+        }
+        writability->setEnabled(!owed.empty());
+    }
+
     /// The window that the window manager says the user works in, and the one that gets the keys.
     struct Places {
         xcb_window_t active = 0;
@@ -136,6 +160,8 @@ private:
     X11Client listener;
     X11WindowList list{listener};
     MessengerWindows messenger{listener};
+    std::map<xcb_window_t, std::string> owed;
+    std::unique_ptr<QSocketNotifier> writability;
 };
 
 }  // namespace

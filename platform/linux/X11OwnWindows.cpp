@@ -21,14 +21,13 @@ public:
         if (isBeyondManager(*found)) {
             topMost.set(static_cast<xcb_window_t>(window), isTopMost);
         } else {
-            found->setFlag(Qt::WindowStaysOnTopHint, isTopMost);
+            askManager(static_cast<xcb_window_t>(window), found->isVisible(), isTopMost);
         }
     }
 
     void setAlpha(WindowHandle window, std::uint8_t alpha) override {
         const auto target = static_cast<xcb_window_t>(window);
         if (!isOwnX11Window(target) || !client.stands()) return;
-        // Over Qt's connection: on another one it might come before the window itself.
         xcb_connection_t* const connection = qtX11Connection();
         const xcb_atom_t name = client.atoms().netWmWindowOpacity;
         xcb_void_cookie_t change{};
@@ -41,12 +40,11 @@ public:
             change = xcb_change_property_checked(connection, XCB_PROP_MODE_REPLACE, target, name,
                                                  XCB_ATOM_CARDINAL, 32, 1, &opacity);
         }
-        xcb_discard_reply(connection, change.sequence);
-        xcb_flush(connection);
+        send(change);
     }
 
     std::optional<ScreenRectangle> workArea() override {
-        if (!client.canWrite()) return std::nullopt;
+        if (!client.canWrite(patience)) return std::nullopt;
         X11Client asking;
         std::uint32_t desktop = 0;
         std::vector<std::uint32_t> areas;
@@ -71,6 +69,43 @@ private:
             if (each->handle() != nullptr && each->winId() == window) return each;
         }
         return nullptr;
+    }
+
+    /// Sends a request over Qt's connection, where what Qt does to the window has its turn before
+    /// it: on another one it might come before the window itself. Its error, when the window is
+    /// gone, is nobody's.
+    static void send(xcb_void_cookie_t request) {
+        xcb_discard_reply(qtX11Connection(), request.sequence);
+        xcb_flush(qtX11Connection());
+    }
+
+    /// Not by Qt's flag for it: a widget that has it changed before it is shown gets another
+    /// window.
+    void askManager(xcb_window_t window, bool isShown, bool isTopMost) {
+        xcb_connection_t* const connection = qtX11Connection();
+        const X11Atoms& atoms = client.atoms();
+        if (isShown) {
+            constexpr std::uint32_t fromProgram = 1;
+            xcb_client_message_event_t message{};
+            message.response_type = XCB_CLIENT_MESSAGE;
+            message.format = 32;
+            message.window = window;
+            message.type = atoms.netWmState;
+            message.data.data32[0] = isTopMost ? 1 : 0;
+            message.data.data32[1] = atoms.netWmStateAbove;
+            message.data.data32[3] = fromProgram;
+            send(xcb_send_event_checked(
+                connection, 0, client.root(),
+                XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                reinterpret_cast<const char*>(&message)));
+        } else if (isTopMost) {
+            send(xcb_change_property_checked(connection, XCB_PROP_MODE_APPEND, window,
+                                             atoms.netWmState, XCB_ATOM_ATOM, 32, 1,
+                                             &atoms.netWmStateAbove));
+        } else {
+            // Qt adds what it wants itself when it shows the window.
+            send(xcb_delete_property_checked(connection, window, atoms.netWmState));
+        }
     }
 
     /// Window managers leave it alone.

@@ -9,4 +9,9 @@ namespace sessionBus {
 /// without any. Without an address the library would start a bus of its own and wait for it.
 [[nodiscard]] QString address();
 
+/// Takes the bus out of the process's sight if it takes connections but does not answer. The
+/// library waits for such a bus for ever, and with it Qt, as soon as its event loop starts. Waits
+/// 2 s for the answer, which otherwise comes within a millisecond.
+void avoidIfMute();
+
 }  // namespace sessionBus

@@ -17,7 +17,7 @@ std::vector<std::uint32_t> x11Properties::numbersIn(const xcb_get_property_reply
     if (!isThere(reply) || reply->format != 32) return {};
     const auto length = static_cast<std::size_t>(xcb_get_property_value_length(reply));
     std::vector<std::uint32_t> numbers(length / sizeof(std::uint32_t));
-    std::memcpy(numbers.data(), xcb_get_property_value(reply), length);
+    if (length > 0) std::memcpy(numbers.data(), xcb_get_property_value(reply), length);
     return numbers;
 }
 

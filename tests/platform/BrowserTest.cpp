@@ -1,6 +1,6 @@
 #include "base/Failure.h"
 #include "platform/Browser.h"
-#include "tests/platform/Variable.h"
+#include "tests/support/Variable.h"
 #include "tests/support/Descriptor.h"
 #include "tests/support/Peer.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,5 +1,5 @@
 #include "platform/Clock.h"
-#include "tests/platform/Variable.h"
+#include "tests/support/Variable.h"
 
 #include <gtest/gtest.h>
 

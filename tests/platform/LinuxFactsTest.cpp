@@ -1,7 +1,7 @@
 #include "platform/Folders.h"
 #include "platform/MachineFacts.h"
 #include "platform/linux/LinuxFolders.h"
-#include "tests/platform/Variable.h"
+#include "tests/support/Variable.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "platform/Folders.h"
 
 #include "platform/linux/LinuxFolders.h"
-#include "tests/platform/Variable.h"
+#include "tests/support/Variable.h"
 #include "tests/platform/forked.h"
 #include "tests/support/TemporaryFolder.h"
 

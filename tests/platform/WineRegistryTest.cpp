@@ -1,5 +1,5 @@
 #include "platform/Registry.h"
-#include "tests/platform/Variable.h"
+#include "tests/support/Variable.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

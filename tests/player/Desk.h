@@ -1,26 +1,16 @@
 #pragma once
 
 #include "platform/MediaPlayer.h"
-#include "tests/platform/Variable.h"
+#include "tests/support/Variable.h"
 #include "tests/player/ScriptedPlayer.h"
-#include "tests/player/SessionBus.h"
 #include "tests/support/Peer.h"
-
-#include <QCoreApplication>
+#include "tests/support/SessionBus.h"
+#include "tests/support/comesTrue.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
-
-/// Waits for a condition while events are served.
-template <typename Condition>
-[[nodiscard]] bool comesTrue(Condition condition) {
-    return becomesTrue([&] {
-        QCoreApplication::processEvents();
-        return condition();
-    });
-}
 
 /// A desktop with a session bus, on which the program has not yet been started.
 class Desk : public testing::Test {

@@ -17,6 +17,7 @@ public:
     Child& operator=(Child&& other) noexcept;
     ~Child();
 
+    [[nodiscard]] pid_t number() const { return process; }
     /// The next line of its output. Throws `std::runtime_error` when none comes.
     [[nodiscard]] std::string readLine();
 

@@ -13,31 +13,27 @@ std::string search(const std::string& title) {
 
 }  // namespace
 
-Display::Display()
-    : server({"Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24", "-nolisten", "tcp",
-              "-noreset"}),
-      displayName(":" + server.readLine()),
-      windowManager({"env", "DISPLAY=" + displayName, "openbox", "--sm-disable"}) {
+Display::Display() : windowManager({"env", "DISPLAY=" + displayName, "openbox", "--sm-disable"}) {
     // A window that is shown while the window manager starts may get lost.
-    if (!becomesTrue([&] { return run("xprop -root _NET_SUPPORTING_WM_CHECK | grep -q id"); })) {
+    if (!becomesTrue([&] { return runs("xprop -root _NET_SUPPORTING_WM_CHECK | grep -q id"); })) {
         throw std::runtime_error("the window manager does not start");
     }
 }
 
 void Display::waitForWindow(const std::string& title) const {
-    if (!becomesTrue([&] { return run(search(title)); })) {
+    if (!becomesTrue([&] { return runs(search(title)); })) {
         throw std::runtime_error("no window " + title);
     }
 }
 
 void Display::press(const std::string& title, const std::string& key) const {
     // Apart from each other: the window may be gone before the key is let go.
-    if (!run(search(title) + " windowactivate --sync") || !run("xdotool key " + key)) {
+    if (!runs(search(title) + " windowactivate --sync") || !runs("xdotool key " + key)) {
         throw std::runtime_error("cannot press " + key + " in " + title);
     }
 }
 
-bool Display::run(const std::string& command) const {
+bool Display::runs(const std::string& command) const {
     const std::string whole = "export DISPLAY=" + displayName + "; " + command + " >/dev/null 2>&1";
     return std::system(whole.c_str()) == 0;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/Child.h"
+#include "tests/support/XServer.h"
 
 #include <string>
 
@@ -15,13 +16,13 @@ public:
 
     /// Waits until a window of this title is shown.
     void waitForWindow(const std::string& title) const;
+    /// Whether a command of the shell, run on this display, ends well.
+    [[nodiscard]] bool runs(const std::string& command) const;
     /// Presses a key, by its X name, in the window of this title.
     void press(const std::string& title, const std::string& key) const;
 
 private:
-    [[nodiscard]] bool run(const std::string& command) const;
-
-    Child server;
-    std::string displayName;
+    XServer server;
+    std::string displayName = server.name();
     Child windowManager;
 };

@@ -123,6 +123,21 @@ std::size_t Program::openDescriptors() const {
     return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
 }
 
+long Program::wakeUps() const {
+    long sum = 0;
+    for (const auto& thread :
+         std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/task")) {
+        std::ifstream facts(thread.path() / "status");
+        for (std::string word; facts >> word;) {
+            if (word != "voluntary_ctxt_switches:") continue;
+            long count = 0;
+            facts >> count;
+            sum += count;
+        }
+    }
+    return sum;
+}
+
 std::size_t Program::memory() const {
     std::ifstream sizes("/proc/" + std::to_string(process) + "/statm");
     std::size_t all = 0;

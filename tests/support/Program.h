@@ -54,6 +54,8 @@ public:
     [[nodiscard]] std::filesystem::path notes() const { return folder.path() / "notes.cwv"; }
     /// How many descriptors it has open.
     [[nodiscard]] std::size_t openDescriptors() const;
+    /// How often its threads have gone to sleep so far: as often they woke up.
+    [[nodiscard]] long wakeUps() const;
     /// Its resident memory, in bytes.
     [[nodiscard]] std::size_t memory() const;
 

@@ -91,6 +91,26 @@ TEST_F(LogWindow, CopyWithNoSelectionLeavesTheClipboardEmpty) {
     EXPECT_EQ(QApplication::clipboard()->text(), "");
 }
 
+TEST_F(LogWindow, CopyWithNoSelectionLeavesTheClipboardEmptyThoughTheListHasTheKeyboard) {
+    log.AddItem("first");
+    frmlog& form = show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    form.List1.setFocus();
+    ASSERT_TRUE(form.List1.currentIndex().isValid());
+    QApplication::clipboard()->setText("before");
+    QTest::mouseClick(&form.Command3, Qt::LeftButton);
+    EXPECT_EQ(QApplication::clipboard()->text(), "");
+}
+
+TEST_F(LogWindow, ALetterTypedOnTheListSearchesNoLines) {
+    log.AddItem("first");
+    log.AddItem("zebra");
+    frmlog& form = show();
+    select(form, 0);
+    QTest::keyClick(&form.List1, Qt::Key_Z);
+    EXPECT_EQ(form.List1.currentIndex().row(), 0);
+}
+
 TEST_F(LogWindow, IsClearedAfterAYes) {
     log.AddItem("first");
     frmlog& form = show();

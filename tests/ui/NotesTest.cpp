@@ -217,6 +217,42 @@ TEST_F(NotesWindow, AnyKeyCountsAsAChangeAndPastingByMouseDoesNot) {
     EXPECT_THAT(boxes.shown, ElementsAre(saveQuestion));
 }
 
+TEST_F(NotesWindow, AComposedLetterCountsAsAChange) {
+    frmnotes& form = showWith({"one", "two"});
+    click(form, 0);
+    QInputMethodEvent composed;
+    composed.setCommitString("\u00E9");
+    QApplication::sendEvent(&text(form), &composed);
+    EXPECT_EQ(text(form).toPlainText(), "\u00E9one");
+    click(form, 1);
+    EXPECT_THAT(boxes.shown, ElementsAre(saveQuestion));
+}
+
+TEST_F(NotesWindow, GoingOnToTheNextControlIsNoChange) {
+    frmnotes& form = showWith({"one", "two"});
+    click(form, 0);
+    text(form).setFocus();
+    QTest::keyClick(&text(form), Qt::Key_Tab);
+    QTest::keyClick(&text(form), Qt::Key_Backtab, Qt::ShiftModifier);
+    click(form, 1);
+    EXPECT_THAT(boxes.shown, IsEmpty());
+}
+
+TEST_F(NotesWindow, TheRoomBelowTheNotesIsNoChoice) {
+    frmnotes& form = showWith({"one", "two"});
+    click(form, 0);
+    QTest::keyClicks(&text(form), "x");
+    const QWidget& room = *listOf(form)->viewport();
+    QTest::mouseClick(listOf(form)->viewport(), Qt::LeftButton, {}, room.rect().bottomLeft());
+    const QRect first = listOf(form)->visualItemRect(listOf(form)->item(0));
+    EXPECT_EQ(list(form).selectedRow(), 0);
+    EXPECT_EQ(text(form).toPlainText(), "xone");
+    EXPECT_THAT(boxes.shown, IsEmpty());
+    QTest::mouseClick(listOf(form)->viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      first.center());
+    EXPECT_EQ(list(form).selectedRow(), 0);
+}
+
 TEST_F(NotesWindow, AfterARemovalUnsavedTypingIsWrittenOverTheNextNote) {
     frmnotes& form = showWith({"one", "two", "three"});
     click(form, 0);

@@ -45,6 +45,11 @@ protected:
     [[nodiscard]] static int screenHeight() {
         return QGuiApplication::primaryScreen()->geometry().height();
     }
+    /// A work area that ends so much above the lower edge of the screen, in the system's pixels.
+    [[nodiscard]] static ScreenRectangle areaAbove(int free) {
+        const double scale = QGuiApplication::primaryScreen()->devicePixelRatio();
+        return {0, 0, 800, static_cast<int>((screenHeight() - free) * scale)};
+    }
     [[nodiscard]] static FakeTimer& timer(const std::unique_ptr<Timer>& made) {
         return dynamic_cast<FakeTimer&>(*made);
     }
@@ -65,18 +70,19 @@ TEST_F(Toasts, StandAtTheBottomLeft) {
 }
 
 TEST_F(Toasts, StandAboveTheTaskBar) {
-    windows.area = ScreenRectangle{0, 0, 800, screenHeight() - 30};
+    windows.area = areaAbove(30);
     EXPECT_EQ(show().y(), screenHeight() - 116 - 30);
     EXPECT_EQ(popups.TaskbarHeight(), 450);
 }
 
 TEST_F(Toasts, KnowNothingOfATaskBarAtTheTop) {
-    windows.area = ScreenRectangle{0, 30, 800, screenHeight()};
+    windows.area = areaAbove(0);
+    windows.area->top = 30;
     EXPECT_EQ(popups.TaskbarHeight(), 0);
 }
 
 TEST_F(Toasts, KeepToTheirScreenWhenTheDesktopIsHigher) {
-    windows.area = ScreenRectangle{0, 0, 800, screenHeight() + 500};
+    windows.area = areaAbove(-500);
     EXPECT_EQ(popups.TaskbarHeight(), 0);
 }
 
@@ -169,6 +175,23 @@ TEST_F(Toasts, TheCloseBoxEndsThem) {
     QTest::mouseClick(&toast.Image1, Qt::LeftButton);
     EXPECT_TRUE(shown().empty());
     EXPECT_EQ(windows.alphas.size(), 8U);
+}
+
+TEST_F(Toasts, ASecondClickThatWasOnItsWayEndsNoOtherToast) {
+    frmpopup& first = show("first");
+    QTest::mouseClick(&first.Image1, Qt::LeftButton);
+    const QPointer<frmpopup> second = &show("second");
+    QTest::mouseClick(&first.Image1, Qt::LeftButton);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(second);
+    EXPECT_EQ(shown().size(), 1U);
+}
+
+TEST_F(Toasts, AMouseThatIsDraggedOffTheCloseBoxClicksNothing) {
+    frmpopup& toast = show();
+    QTest::mousePress(&toast.Image1, Qt::LeftButton);
+    QTest::mouseRelease(&toast.Image1, Qt::LeftButton, {}, QPoint(-50, 50));
+    EXPECT_TRUE(toast.isVisible());
 }
 
 TEST_F(Toasts, OtherMouseButtonsDoNothing) {

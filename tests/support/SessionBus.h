@@ -15,6 +15,7 @@ public:
     [[nodiscard]] std::string address() const;
     /// The folder whose socket "bus" is the bus.
     [[nodiscard]] const std::filesystem::path& folder() const { return files.path(); }
+    [[nodiscard]] pid_t process() const { return daemon.number(); }
     void end() { daemon = Child(); }
 
     static constexpr const char* sleeper = "org.mpris.MediaPlayer2.sleeper";

@@ -1,4 +1,4 @@
-#include "tests/player/SessionBus.h"
+#include "tests/support/SessionBus.h"
 
 #include <fstream>
 

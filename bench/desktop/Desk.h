@@ -1,0 +1,23 @@
+#pragma once
+
+#include "tests/support/Child.h"
+#include "tests/support/Display.h"
+#include "tests/support/Program.h"
+
+#include <memory>
+#include <string>
+
+/// A desktop with a notification area and the program on it, every alert and all progress on.
+class Desk {
+public:
+    Desk();
+
+    /// Opens a window of the program by the menu entry of this mnemonic.
+    void choose(const std::string& key, const std::string& title);
+    /// Runs a command of the shell on this display.
+    void run(const std::string& command) const;
+
+    Display display;
+    Child tray;
+    std::unique_ptr<Program> program;
+};

@@ -1,0 +1,268 @@
+#include "stores/SettingsStore.h"
+#include "tests/support/Child.h"
+#include "tests/support/Display.h"
+#include "tests/support/Program.h"
+#include "tests/support/Relay.h"
+#include "tests/support/StandIn.h"
+#include "tests/support/Variable.h"
+#include "tests/support/messages.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+using Settings = std::vector<std::pair<const char*, const char*>>;
+
+/// The program on a desktop with a window manager, and a Messenger that is no more than a window.
+class OnTheDesktop : public testing::Test {
+protected:
+    static constexpr int screenHeight = 768;
+    static constexpr int toastHeight = 116;
+
+    Display display;
+    Variable displayName{"DISPLAY", display.name()};
+    StandIn other;
+    std::unique_ptr<Program> program;
+
+    void start(const Settings& settings = {}) {
+        const auto prepare = [&](const std::filesystem::path& folder) {
+            SettingsStore store(folder / "Cobwaeve" / "settings.db", [](std::string_view) {});
+            store.WriteSetting("Options", "useristyping", "False");
+            for (const auto& [key, value] : settings)
+                store.WriteSetting("Options", key, value);
+        };
+        program = std::make_unique<Program>(Program::Options{
+            .environment = {{"DISPLAY", display.name()}, {"DBUS_SESSION_BUS_ADDRESS", "disabled:"}},
+            .prepare = prepare});
+        program->waitUntilReady();
+    }
+
+    /// Opens a window of Messenger's process, and waits until the window manager has taken it.
+    [[nodiscard]] xcb_window_t open(const std::string& title) {
+        const xcb_window_t window = other.open({"msnmsgr.exe", "msnmsgr.exe", title});
+        const auto isListed = [&] {
+            const auto list = other.numbers(other.root(), "_NET_CLIENT_LIST");
+            if (std::ranges::find(list, window) != list.end()) return true;
+            // It loses windows that are shown while it starts.
+            other.hide(window);
+            other.show(window);
+            return false;
+        };
+        if (!becomesTrue(isListed)) throw std::runtime_error("a window is not taken");
+        return window;
+    }
+    [[nodiscard]] xcb_window_t openMessenger() { return open("MSN Messenger"); }
+    /// The window gets this title, soon.
+    [[nodiscard]] testing::AssertionResult isTitled(xcb_window_t window, const std::string& title) {
+        if (becomesTrue([&] { return other.bytes(window, "_NET_WM_NAME") == title; })) {
+            return testing::AssertionSuccess();
+        }
+        return testing::AssertionFailure()
+               << "titled " << other.bytes(window, "_NET_WM_NAME").value_or("nothing");
+    }
+    /// Whether a window of the program stands in the place of the toast of this slot.
+    [[nodiscard]] bool isToastAt(int slot) {
+        const xcb_window_t window = other.topAt(17 + 5, screenHeight - toastHeight * slot - 5);
+        if (window == 0) return false;
+        const auto place = other.geometry(window);
+        return place.x == 17 && place.y == screenHeight - toastHeight * (slot + 1) &&
+               place.width == 181 && place.height == toastHeight;
+    }
+    void clickAt(int left, int top, const std::string& button = "1") const {
+        ASSERT_TRUE(display.runs("xdotool mousemove " + std::to_string(left) + " " +
+                                 std::to_string(top) + " click " + button));
+    }
+};
+
+TEST_F(OnTheDesktop, AnAlertIsAToastAtTheBottomLeftThatCanBeClosed) {
+    start({{"alertoffline", "True"}});
+    Relay relay = Relay::through(Program::port);
+    (void)relay.down("FLN bob@example.com\r\n");
+    EXPECT_TRUE(becomesTrue([&] { return isToastAt(0); }));
+    EXPECT_FALSE(isToastAt(1));
+    (void)relay.down("FLN carol@example.com\r\n");
+    EXPECT_TRUE(becomesTrue([&] { return isToastAt(1); }));
+    // The close box of the lower one.
+    clickAt(17 + 170, screenHeight - toastHeight + 15);
+    EXPECT_TRUE(becomesTrue([&] { return !isToastAt(0); }));
+    EXPECT_TRUE(isToastAt(1));
+}
+
+TEST_F(OnTheDesktop, AToastEndsByItselfAndTakesNoFocusMeanwhile) {
+    start({{"alertoffline", "True"}});
+    const xcb_window_t work = other.open({"work", "Work", "Work"});
+    other.focus(work);
+    ASSERT_TRUE(becomesTrue([&] { return other.focused() == work; }));
+    Relay relay = Relay::through(Program::port);
+    (void)relay.down("FLN bob@example.com\r\n");
+    ASSERT_TRUE(becomesTrue([&] { return isToastAt(0); }));
+    EXPECT_EQ(other.focused(), work);
+    clickAt(17 + 100, screenHeight - toastHeight + 30);
+    EXPECT_TRUE(becomesTrue([&] { return !isToastAt(0); }));
+    EXPECT_EQ(other.focused(), work);
+}
+
+TEST_F(OnTheDesktop, AToastStaysAboveAWindowThatIsRaisedLater) {
+    start({{"alertoffline", "True"}});
+    const xcb_window_t work = other.open({"work", "Work", "Work"});
+    Relay relay = Relay::through(Program::port);
+    (void)relay.down("FLN bob@example.com\r\n");
+    ASSERT_TRUE(becomesTrue([&] { return isToastAt(0); }));
+    other.move(work, 0, screenHeight - 150);
+    other.raise(work);
+    EXPECT_TRUE(becomesTrue([&] { return isToastAt(0); }));
+}
+
+TEST_F(OnTheDesktop, TheSignInIsToldInMessengersTitle) {
+    const xcb_window_t messenger = openMessenger();
+    start({{"progress", "1"}, {"messengerwindow", "1"}});
+    Relay relay = Relay::through(Program::port);
+    (void)relay.up("VER 1 MSNP10 CVR0\r\n");
+    EXPECT_TRUE(isTitled(messenger, "Suggested signin progress: 5%"));
+    (void)relay.up("USR 3 TWN I ann@example.com\r\n");
+    EXPECT_TRUE(isTitled(messenger, "Suggested signin progress: 15%"));
+    (void)relay.up("QNG\r\n");
+    EXPECT_TRUE(isTitled(messenger, "Suggested signin progress: 95%"));
+    (void)relay.up("OUT\r\n");
+    EXPECT_TRUE(isTitled(messenger, "MSN Messenger"));
+}
+
+TEST_F(OnTheDesktop, TheEndOfTheSignInBringsTheUsersTitleBack) {
+    const xcb_window_t messenger = openMessenger();
+    start({{"progress", "1"},
+           {"messengerwindow", "1"},
+           {"windowrename", "1"},
+           {"windowrenamecaption", "Mine"}});
+    EXPECT_TRUE(isTitled(messenger, "Mine"));
+    Relay relay = Relay::through(Program::port);
+    (void)relay.up("SYN 4 0 0\r\n");
+    EXPECT_TRUE(isTitled(messenger, "Suggested signin progress: 30%"));
+    (void)relay.up("CHG 5 NLN 0\r\n");
+    EXPECT_TRUE(isTitled(messenger, "Mine"));
+    (void)relay.up("SYN 6 0 0\r\n");
+    EXPECT_TRUE(isTitled(messenger, "Mine"));
+}
+
+TEST_F(OnTheDesktop, ALostConnectionBringsTheUsersTitleBack) {
+    const xcb_window_t messenger = openMessenger();
+    start({{"progress", "1"}, {"messengerwindow", "1"}, {"windowrenamecaption", "Mine"}});
+    Relay relay = Relay::through(Program::port);
+    (void)relay.up("CHG 5 NLN 0\r\n");
+    EXPECT_TRUE(isTitled(messenger, "Mine"));
+    other.setTitle(messenger, "Messenger's own");
+    relay.client.close();
+    EXPECT_TRUE(isTitled(messenger, "Mine"));
+}
+
+TEST_F(OnTheDesktop, AMessengerThatStartsLaterOrAgainGetsTheUsersTitle) {
+    start({{"windowrename", "1"}, {"windowrenamecaption", "Mine"}});
+    for (int time = 0; time < 3; ++time) {
+        const xcb_window_t messenger = openMessenger();
+        EXPECT_TRUE(isTitled(messenger, "Mine"));
+        other.close(messenger);
+    }
+}
+
+TEST_F(OnTheDesktop, AConversationKeepsItsTitle) {
+    const xcb_window_t conversation = open("Bob - Conversation");
+    start({{"windowrename", "1"}, {"windowrenamecaption", "Mine"}});
+    EXPECT_TRUE(isTitled(openMessenger(), "Mine"));
+    EXPECT_TRUE(isTitled(conversation, "Bob - Conversation"));
+}
+
+/// With a notification area of the older kind at the upper left corner.
+class WithATray : public OnTheDesktop {
+protected:
+    Child tray = startTray();
+
+    [[nodiscard]] static Child startTray() {
+        return Child({"trayer", "--edge", "top", "--align", "left", "--widthtype", "request",
+                      "--height", "24"});
+    }
+    [[nodiscard]] bool hasIcon() { return other.countBelowTop("_XEMBED_INFO") == 1; }
+
+    void choose(const std::string& key) {
+        ASSERT_TRUE(becomesTrue([&] { return hasIcon(); }));
+        // A click that comes while another window is going away may be lost on it.
+        int looks = 0;
+        ASSERT_TRUE(becomesTrue([&] {
+            if (looks++ % 250 == 0) clickAt(12, 12, "3");
+            return isMenuOpen();
+        }));
+        // The menu is seen a little before it has the keyboard.
+        ASSERT_TRUE(
+            becomesTrue([&] { return display.runs("xdotool key " + key) && !isMenuOpen(); }));
+    }
+    /// Below the tool-tip, and narrower than any other window of the program.
+    [[nodiscard]] bool isMenuOpen() {
+        const xcb_window_t window = other.topAt(60, 100);
+        return window != 0 && other.geometry(window).width < 200;
+    }
+    [[nodiscard]] bool isShown(const std::string& title) const {
+        return display.runs("xdotool search --onlyvisible --name '^" + title + "$'");
+    }
+};
+
+TEST_F(WithATray, EachWindowOpensByItsMenuEntryAndClosesByEscape) {
+    start();
+    for (const auto& [key, title] : {std::pair{"n", "Cobweave - Notes"}, {"l", "Cobweave - Log"}}) {
+        choose(key);
+        display.waitForWindow(title);
+        display.press(title, "Escape");
+        EXPECT_TRUE(becomesTrue([&] { return !isShown(title); })) << title;
+    }
+    EXPECT_TRUE(program->isRunning());
+}
+
+TEST_F(WithATray, OtherClicksOnTheIconDoNothing) {
+    start();
+    ASSERT_TRUE(becomesTrue([&] { return hasIcon(); }));
+    for (const char* const button : {"1", "--repeat 2 1", "2"})
+        clickAt(12, 12, button);
+    choose("Escape");
+    for (const char* const title : {"Cobweave - Notes", "Cobweave - Log"}) {
+        EXPECT_FALSE(isShown(title));
+    }
+}
+
+TEST_F(WithATray, ATrayThatComesLaterOrAgainGetsTheIcon) {
+    tray = Child();
+    start();
+    EXPECT_FALSE(hasIcon());
+    for (int time = 0; time < 2; ++time) {
+        tray = startTray();
+        EXPECT_TRUE(becomesTrue([&] { return hasIcon(); }));
+        tray = Child();
+        EXPECT_TRUE(becomesTrue([&] { return !hasIcon(); }));
+    }
+}
+
+TEST_F(WithATray, ForceExitTakesTheIconAway) {
+    start();
+    ASSERT_TRUE(becomesTrue([&] { return hasIcon(); }));
+    Relay relay = Relay::through(Program::port);
+    relay.client.send(clientText("!forceexit"));
+    EXPECT_EQ(program->waitForEnd(), 0);
+    EXPECT_TRUE(becomesTrue([&] { return !hasIcon(); }));
+}
+
+TEST_F(WithATray, NotesComeByCommandAndAreShownByCommand) {
+    start();
+    Relay relay = Relay::through(Program::port);
+    (void)relay.up(clientText("!note buy milk"));
+    EXPECT_TRUE(becomesTrue([&] { return isToastAt(0); }));
+    (void)relay.up(clientText("!notes"));
+    display.waitForWindow("Cobweave - Notes");
+    display.press("Cobweave - Notes", "Escape");
+    EXPECT_TRUE(becomesTrue([&] { return !isShown("Cobweave - Notes"); }));
+    std::ostringstream file;
+    file << std::ifstream(program->notes(), std::ios::binary).rdbuf();
+    EXPECT_EQ(file.str(), "buy milk\r\n\r\n");
+}
+
+}  // namespace
