@@ -2,6 +2,7 @@
 #include "desktop/frmTray.h"
 #include "platform/Browser.h"
 #include "platform/Chance.h"
+#include "platform/Client.h"
 #include "platform/Clock.h"
 #include "platform/Display.h"
 #include "platform/Folders.h"
@@ -18,6 +19,7 @@
 #include "stores/NotesStore.h"
 #include "stores/SettingsStore.h"
 #include "ui/clspopups.h"
+#include "ui/freshForms.h"
 #include "ui/keptForms.h"
 #include "ui/look.h"
 
@@ -79,6 +81,7 @@ int main(int argc, char* argv[]) {
     const std::unique_ptr<Registry> registry = makeRegistry();
     const std::unique_ptr<MediaPlayer> player = makeMediaPlayer();
     const std::unique_ptr<Browser> browser = makeBrowser();
+    const std::unique_ptr<Client> client = makeClient();
 
     SettingsStore settings(folders::settings() / "Cobwaeve" / "settings.db", tellTrouble);
     const std::unique_ptr<ForeignWindows> otherWindows = makeForeignWindows();
@@ -91,11 +94,14 @@ int main(int argc, char* argv[]) {
     });
     frmTitle title(settings, *otherWindows, platform->loop());
     frmTray tray(settings, title, *trayIcon);
-    ShownForm help;
-    OptionsForm options;
+    Help help;
+    Options optionsForm({settings, title, *registry, *messageBox, *otherWindows, *client, help});
+    // Options that nobody can see would only keep a first run from coming to its end.
+    OptionsForm noOptions;
+    OptionsForm& options = display.withoutWindows ? noOptions : optionsForm;
     Notes notesForm(notes, *messageBox);
     Log log(*clock, *messageBox);
-    ShownForm about;
+    About about;
 
     frmMain host(platform->network(), platform->loop(), *messageBox,
                  {tray, title, help, options, notesForm, log, about, popups},

@@ -12,7 +12,9 @@ set(COBWEAVE_PLATFORM_CORE
     platform/linux/LinuxFolders.cpp
     platform/linux/LinuxMachineFacts.cpp
     platform/linux/Reactor.cpp
-    platform/linux/WineRegistry.cpp)
+    platform/linux/WineClient.cpp
+    platform/linux/WineRegistry.cpp
+    platform/linux/startProgram.cpp)
 set(COBWEAVE_PLATFORM_QT
     platform/linux/LinuxDisplay.cpp
     platform/linux/LinuxPlatform.cpp

@@ -11,4 +11,8 @@ namespace folders {
 /// folder of this user's data, which need not exist yet.
 [[nodiscard]] std::filesystem::path notes();
 
+/// A file that came with the program: the one beside it, or else the one among the data of the
+/// place where it is installed. Neither need exist.
+[[nodiscard]] std::filesystem::path movie(const char* name);
+
 }  // namespace folders

@@ -1,6 +1,10 @@
 #include "ui/Form.h"
 
+#include <QApplication>
+#include <QCloseEvent>
 #include <QKeyEvent>
+
+#include <utility>
 
 Form::Form(const char* caption, int width, int height) {
     setWindowTitle(caption);
@@ -13,6 +17,21 @@ void Form::present() {
     show();
     raise();
     activateWindow();
+    if (QWidget* const box = QApplication::activeModalWidget()) {
+        box->raise();
+        box->activateWindow();
+    }
+}
+
+void Form::fixSize() {
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    setFixedSize(size());
+}
+
+void Form::closeEvent(QCloseEvent* event) {
+    event->accept();
+    std::exchange(unloaded, [] {})();
 }
 
 void Form::keyPressEvent(QKeyEvent* event) {

@@ -4,16 +4,28 @@
 
 #include <QWidget>
 
+#include <functional>
+
 /// A window of the program. Escape closes it as its close box does.
 class Form : public QWidget {
 public:
+    /// The window has been closed; comes once. Destroy it later, since one of its own events
+    /// runs.
+    std::function<void()> unloaded = [] {};
+
     /// The client area is given in twips.
     Form(const char* caption, int width, int height);
 
-    /// Shows the window, above others and with the keyboard, also when it is shown already.
+    /// Shows the window, above others and with the keyboard, also when it is shown already. A box
+    /// that is waiting for its answer stays in front.
     void present();
 
 protected:
+    /// The window keeps its size: it has neither an edge to draw at nor the boxes that would make
+    /// it large or small.
+    void fixSize();
+
+    void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 };
 

@@ -2,8 +2,9 @@
 
 #include <QPainter>
 
-void Picture::setDrawing(pictures::Drawing newDrawing) {
+void Picture::setDrawing(pictures::Drawing newDrawing, QSize newGround) {
     drawing = newDrawing;
+    ground = newGround;
     update();
 }
 
@@ -11,7 +12,6 @@ void Picture::paintEvent(QPaintEvent* /*event*/) {
     if (drawing == nullptr) return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    // Every picture is drawn on 16 by 16 and takes the room that it gets.
-    painter.scale(width() / 16.0, height() / 16.0);
+    painter.scale(1.0 * width() / ground.width(), 1.0 * height() / ground.height());
     drawing(painter);
 }

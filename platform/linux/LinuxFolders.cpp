@@ -28,6 +28,12 @@ bool canBeWritten(const std::filesystem::path& folder) {
     return faccessat(AT_FDCWD, folder.c_str(), R_OK | W_OK | X_OK, AT_EACCESS) == 0;
 }
 
+/// The folder of the program; empty where it is not known.
+std::filesystem::path programFolder() {
+    std::error_code unknown;
+    return std::filesystem::read_symlink("/proc/self/exe", unknown).parent_path();
+}
+
 }  // namespace
 
 std::filesystem::path folders::settings() {
@@ -40,11 +46,7 @@ std::filesystem::path folders::winePrefix() {
     return home() / ".wine";
 }
 
-std::filesystem::path folders::notes() {
-    std::error_code unknown;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", unknown);
-    return notesIn(program.parent_path(), userData());
-}
+std::filesystem::path folders::notes() { return notesIn(programFolder(), userData()); }
 
 std::filesystem::path folders::userData() {
     auto data = absoluteFrom("XDG_DATA_HOME");
@@ -55,4 +57,12 @@ std::filesystem::path folders::userData() {
 std::filesystem::path folders::notesIn(const std::filesystem::path& program,
                                        const std::filesystem::path& data) {
     return canBeWritten(program) ? program : data;
+}
+
+std::filesystem::path folders::movie(const char* name) { return movieFor(programFolder(), name); }
+
+std::filesystem::path folders::movieFor(const std::filesystem::path& program, const char* name) {
+    std::error_code unreadable;
+    if (std::filesystem::exists(program / name, unreadable)) return program / name;
+    return program.parent_path() / "share" / "cobweave" / name;
 }

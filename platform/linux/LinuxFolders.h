@@ -15,4 +15,8 @@ namespace folders {
 [[nodiscard]] std::filesystem::path notesIn(const std::filesystem::path& program,
                                             const std::filesystem::path& data);
 
+/// The file of this name that goes with the program in that folder, as `movie` says.
+[[nodiscard]] std::filesystem::path movieFor(const std::filesystem::path& program,
+                                             const char* name);
+
 }  // namespace folders

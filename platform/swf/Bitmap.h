@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace swf {
+
+/// A picture as it stands in the file. The views are into the movie's bytes.
+struct Bitmap {
+    enum class Kind {
+        Jpeg,      ///< `data` in a format that tells its own size, `alpha` packed beside it
+        Palette,   ///< packed: a table of `colors` colours, then a byte for each pixel
+        Pixels15,  ///< packed: two bytes a pixel
+        Pixels32,  ///< packed: alpha or nothing, red, green, blue
+    };
+    Kind kind = Kind::Jpeg;
+    std::string_view data;
+    std::string_view alpha;
+    /// What pictures of this kind have in common, to be read ahead of `data`.
+    std::string_view tables;
+    bool hasAlpha = false;
+    std::size_t width = 0;
+    std::size_t height = 0;
+    std::size_t colors = 0;
+};
+
+/// The pixels of a packed picture, row by row, as 0xAARRGGBB with colours multiplied by alpha.
+/// Fails for one that is damaged or larger than the limit.
+[[nodiscard]] std::vector<std::uint32_t> unpackPixels(const Bitmap& bitmap);
+
+}  // namespace swf

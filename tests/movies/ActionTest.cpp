@@ -1,0 +1,164 @@
+#include "tests/movies/MovieFile.h"
+#include "tests/movies/Screening.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const Bits stop = action(0x07);
+const Bits play = action(0x06);
+
+/// A movie of five frames, of which each tells its number, and which does something in the first.
+std::string frames(const Bits& first) {
+    MovieFile movie;
+    movie.actions(first).actions(command("1")).show();
+    for (int frame = 2; frame <= 5; ++frame) {
+        if (frame == 4) movie.label("four");
+        movie.actions(command(std::to_string(frame))).show();
+    }
+    return movie.file();
+}
+
+std::string told(const Bits& first, int turns = 3) {
+    Screening screen(frames(first));
+    screen.advance(turns);
+    return screen.commands();
+}
+
+TEST(MovieAction, LeftAloneGoesOnFrameByFrame) { EXPECT_EQ(told({}, 6), "1;2;3;4;5;1;2;"); }
+
+TEST(MovieAction, Stops) {
+    Screening screen(frames(stop));
+    EXPECT_FALSE(screen.player.moves());
+    EXPECT_EQ(told(stop), "1;");
+    EXPECT_EQ(told(stop + play), "1;2;3;4;");
+}
+
+TEST(MovieAction, GoesToFramesAndLabels) {
+    EXPECT_EQ(told(action(0x81, Bits().u16(2))), "1;3;");
+    EXPECT_EQ(told(action(0x81, Bits().u16(2)) + play), "1;3;4;5;1;3;");
+    EXPECT_EQ(told(action(0x8C, Bits().text("four"))), "1;4;");
+    EXPECT_EQ(told(action(0x8C, Bits().text("five"))), "1;2;3;4;");
+    EXPECT_EQ(told(action(0x81, Bits().u16(2000))), "1;5;");
+    EXPECT_EQ(told(action(0x04)), "1;2;");
+    EXPECT_EQ(told(action(0x81, Bits().u16(2)) + action(0x05)), "1;3;2;");
+}
+
+TEST(MovieAction, GoesToWhatStandsOnTheStack) {
+    const auto number = [](unsigned value) { return action(0x96, Bits().u8(7).u32(value)); };
+    EXPECT_EQ(told(number(3) + action(0x9F, Bits().u8(0))), "1;3;");
+    EXPECT_EQ(told(number(3) + action(0x9F, Bits().u8(1))), "1;3;4;5;1;3;");
+    EXPECT_EQ(told(number(1) + action(0x9F, Bits().u8(2).u16(4))), "1;5;");
+    EXPECT_EQ(told(pushText("four") + action(0x9F, Bits().u8(0))), "1;4;");
+    EXPECT_EQ(told(pushText("/:2") + action(0x9F, Bits().u8(0))), "1;2;");
+    const Bits real = action(0x96, Bits().u8(6).u32(0x40100000).u32(0));
+    EXPECT_EQ(told(real + action(0x9F, Bits().u8(0))), "1;4;");
+    const Bits single = action(0x96, Bits().u8(1).u32(0x40400000));
+    EXPECT_EQ(told(single + action(0x9F, Bits().u8(0))), "1;3;");
+    const Bits pool = action(0x88, Bits().u16(2).text("x").text("four"));
+    EXPECT_EQ(told(pool + action(0x96, Bits().u8(8).u8(1)) + action(0x9F, Bits().u8(0))), "1;4;");
+    EXPECT_EQ(told(pool + action(0x96, Bits().u8(9).u16(1)) + action(0x9F, Bits().u8(0))), "1;4;");
+}
+
+std::string toldBy(const Bits& code) {
+    return Screening(MovieFile().actions(code).show().file()).commands();
+}
+
+TEST(MovieAction, TellsCommandsWithTheirArguments) {
+    Screening screen(MovieFile()
+                         .actions(action(0x83, Bits().text("fsCOMMAND:Say").text("it loud")))
+                         .show()
+                         .file());
+    const auto commands = screen.player.takeCommands();
+    ASSERT_EQ(commands.size(), 1U);
+    EXPECT_EQ(commands[0].name, "Say");
+    EXPECT_EQ(commands[0].arguments, "it loud");
+}
+
+TEST(MovieAction, TellsCommandsFromTheStack) {
+    const Bits tell = action(0x9A, Bits().u8(0));
+    EXPECT_EQ(toldBy(pushText("FSCommand:go") + pushText("") + tell), "go;");
+    EXPECT_EQ(
+        toldBy(pushText("FSCommand:") + pushText("joined") + action(0x21) + pushText("") + tell),
+        "joined;");
+    EXPECT_EQ(toldBy(tell), "");
+}
+
+TEST(MovieAction, OpensNoAddress) {
+    EXPECT_EQ(toldBy(action(0x83, Bits().text("http://localhost/").text("_blank"))), "");
+    EXPECT_EQ(toldBy(action(0x83, Bits().text("javascript:FSCommand:x").text(""))), "");
+    EXPECT_EQ(toldBy(action(0x83, Bits().text("FSComman").text(""))), "");
+}
+
+TEST(MovieAction, GoesOnAfterWhatItDoesNotKnow) {
+    const Bits unknown = pushText("a") + pushText("b") + action(0x1D);
+    EXPECT_EQ(toldBy(unknown + command("on")), "on;");
+    EXPECT_EQ(toldBy(action(0xB7, Bits().raw("what")) + command("on")), "on;");
+}
+
+TEST(MovieAction, PassesOverBodiesAndEndsAtBranches) {
+    const std::string body = command("no").get();
+    const auto size = static_cast<unsigned>(body.size());
+    const Bits function = action(0x9B, Bits().text("f").u16(1).text("p").u16(size));
+    EXPECT_EQ(toldBy(Bits(function).raw(body) + command("on")), "on;");
+    const Bits second =
+        action(0x8E, Bits().text("f").u16(1).u8(2).u16(0).u8(1).text("p").u16(size));
+    EXPECT_EQ(toldBy(Bits(second).raw(body) + command("on")), "on;");
+    EXPECT_EQ(toldBy(Bits(action(0x94, Bits().u16(size))).raw(body) + command("on")), "on;");
+    EXPECT_EQ(toldBy(command("on") + action(0x9D, Bits().u16(2)) + command("no")), "on;");
+    EXPECT_EQ(toldBy(command("on") + action(0x99, Bits().u16(0xFFF0)) + command("no")), "on;");
+}
+
+/// Two sprites within each other, `a` and `b`, of three frames that tell their names.
+MovieFile nested() {
+    MovieFile inner;
+    inner.actions(stop).show().actions(command("b2")).show().actions(command("b3")).show();
+    MovieFile outer;
+    outer.placeNamed(1, 1, "b").actions(stop).show().actions(command("a2")).show().show();
+    return MovieFile().sprite(1, inner).sprite(2, outer).placeNamed(2, 1, "a");
+}
+
+std::string toldOf(const Bits& code) {
+    Screening screen(nested().show().actions(code).show().actions(stop).show().file());
+    screen.advance();
+    return screen.commands();
+}
+
+TEST(MovieAction, ReachesOtherSpritesByTheirPath) {
+    const Bits second = action(0x81, Bits().u16(1));
+    const auto target = [](const char* path) { return action(0x8B, Bits().text(path)); };
+    EXPECT_EQ(toldOf(target("a") + second), "a2;");
+    EXPECT_EQ(toldOf(target("/a/b") + second), "b2;");
+    EXPECT_EQ(toldOf(target("A/B") + second), "b2;");
+    EXPECT_EQ(toldOf(target("_root.a.b") + second), "b2;");
+    EXPECT_EQ(toldOf(target("a.b._parent") + second), "a2;");
+    EXPECT_EQ(toldOf(target("/a/b/..") + second), "a2;");
+    EXPECT_EQ(toldOf(target("_level0/a") + second), "a2;");
+    EXPECT_EQ(toldOf(target("this.a") + second), "a2;");
+    EXPECT_EQ(toldOf(target("nobody") + second), "");
+    EXPECT_EQ(toldOf(target("a") + target("/a/b") + second + target("") + play), "b2;");
+    EXPECT_EQ(toldOf(pushText("/a/b") + action(0x20) + second), "b2;");
+    EXPECT_EQ(toldOf(pushText("/a/b:3") + action(0x9F, Bits().u8(0))), "b3;");
+}
+
+TEST(MovieAction, MayTakeAwayItsOwnSprite) {
+    MovieFile inner;
+    inner.show()
+        .actions(action(0x8B, Bits().text("/")) + action(0x81, Bits().u16(2)) + command("gone"))
+        .show();
+    MovieFile movie;
+    movie.sprite(1, inner)
+        .place(1, 1)
+        .actions(stop)
+        .show()
+        .show()
+        .remove(1)
+        .actions(command("end"))
+        .show();
+    Screening screen(movie.file());
+    screen.advance(3);
+    EXPECT_EQ(screen.commands(), "end;");
+    EXPECT_TRUE(screen.player.stage().empty());
+}
+
+}  // namespace

@@ -1,0 +1,159 @@
+#include "platform/swf/limits.h"
+#include "tests/movies/MovieFile.h"
+#include "tests/movies/Screening.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::size_t standing(const swf::DisplayList& list) {
+    std::size_t count = list.size();
+    for (const auto& [depth, instance] : list) {
+        if (instance.inner() != nullptr) count += standing(*instance.inner());
+    }
+    return count;
+}
+
+TEST(MovieBudget, EndsSpritesThatPlaceThemselves) {
+    MovieFile inner;
+    inner.place(9, 1).place(9, 2).show();
+    Screening screen(MovieFile().sprite(9, inner).place(9, 1).show(2).file());
+    for (int frame = 0; frame < 5; ++frame) {
+        EXPECT_LE(standing(screen.player.stage()), swf::limits::instances);
+        screen.advance();
+    }
+    EXPECT_GT(standing(screen.player.stage()), 10U);
+    static_cast<void>(screen.picture());
+}
+
+TEST(MovieBudget, EndsSpritesThatPlaceEachOtherThroughButtons) {
+    MovieFile inner;
+    inner.place(8, 1).show();
+    MovieFile movie;
+    movie.sprite(9, inner);
+    Bits record = Bits().u8(15).u16(9).u16(1).move(0, 0).u8(0).u8(0);
+    movie.tag(34, Bits().u16(8).u8(0).u16(0).raw(record.get()));
+    Screening screen(movie.place(9, 1).show().file());
+    EXPECT_LE(standing(screen.player.stage()), swf::limits::depth + 1U);
+    screen.player.mouse({100, 100}, true);
+    static_cast<void>(screen.picture());
+}
+
+TEST(MovieBudget, StopsAMovieThatGoesToAndFroForEver) {
+    const auto to = [](unsigned frame) { return action(0x81, Bits().u16(frame)); };
+    MovieFile movie;
+    movie.actions(to(1)).show().actions(to(0)).show();
+    Screening screen(movie.file());
+    screen.advance(swf::limits::exhaustedFrames + 1);
+    EXPECT_FALSE(screen.player.moves());
+}
+
+TEST(MovieBudget, StopsAMovieThatPlacesWithoutEnd) {
+    MovieFile movie;
+    for (unsigned count = 0; count <= swf::limits::work; ++count)
+        movie.place(1, count % 500);
+    Screening screen(movie.show().show().file());
+    EXPECT_TRUE(screen.player.moves());
+    screen.advance(2 * static_cast<int>(swf::limits::exhaustedFrames) + 1);
+    // Only every second frame is like that, so it goes on.
+    EXPECT_TRUE(screen.player.moves());
+}
+
+TEST(MovieBudget, HandsOutOnlySoManyCommands) {
+    Bits code;
+    for (int count = 0; count < 1000; ++count)
+        code = code + command("x");
+    Screening screen(MovieFile().actions(code).show().file());
+    EXPECT_EQ(screen.player.takeCommands().size(), swf::limits::commands);
+    const Bits longOne = command(std::string(20000, 'y'));
+    EXPECT_EQ(Screening(MovieFile().actions(longOne).show().file()).commands().size(),
+              swf::limits::commandBytes + 1);
+}
+
+TEST(MovieBudget, ReadsNoMoreControlsThanThereMayBe) {
+    MovieFile movie;
+    const auto frames = static_cast<int>(swf::limits::controls);
+    const auto read = swf::readMovie(movie.show(frames + 10).file());
+    EXPECT_EQ(read->timeline.frameCount(), swf::limits::controls);
+}
+
+/// A shape with an edge for each step of a zigzag.
+Bits zigzag(unsigned number, std::size_t edges, bool line) {
+    Bits body = Bits().u16(number).rect(0, 100, 0, 100);
+    if (line) {
+        body.u8(0).u8(1).u16(20).rgb(red).styleBits(0, 1).jumpAndLine(0, 50);
+    } else {
+        body.u8(1).u8(0).rgb(red).u8(0).styleBits(1, 0).jumpAndFill(0, 50, 1);
+    }
+    for (std::size_t edge = 0; edge < edges; ++edge)
+        body.line(edge % 2 == 0 ? 90 : -90, 0.05);
+    return body.endShape();
+}
+
+TEST(MovieBudget, TakesNoShapeOfTooManyEdges) {
+    const auto edgesOf = [](std::size_t edges) {
+        const auto movie =
+            swf::readMovie(MovieFile().tag(2, zigzag(1, edges, false)).show().file());
+        const auto* shape = movie->find<swf::Shape>(1);
+        return shape == nullptr ? 0 : shape->edges.size();
+    };
+    EXPECT_EQ(edgesOf(swf::limits::edgesOfAShape), swf::limits::edgesOfAShape);
+    EXPECT_EQ(edgesOf(swf::limits::edgesOfAShape + 1), 0U);
+}
+
+TEST(MovieBudget, TakesNoMoreEdgesInAllThanThereMayBe) {
+    MovieFile movie;
+    const std::size_t shapes = swf::limits::edges / 10000 + 5;
+    for (unsigned number = 1; number <= shapes; ++number)
+        movie.tag(2, zigzag(number, 10000, false));
+    const auto read = swf::readMovie(movie.show().packedFile());
+    EXPECT_LT(read->characters.size(), shapes);
+    EXPECT_GT(read->characters.size(), shapes / 2);
+}
+
+TEST(MovieBudget, CutsADrawingThatCostsTooMuch) {
+    for (const bool line : {false, true}) {
+        MovieFile movie;
+        movie.tag(2, zigzag(1, 4000, line));
+        for (unsigned depth = 1; depth <= 200; ++depth)
+            movie.place(1, depth);
+        Screening screen(movie.show().file());
+        static_cast<void>(screen.picture(4));
+        EXPECT_TRUE(screen.outcome.cut);
+        EXPECT_LE(screen.outcome.cost, DrawingBudget::whole);
+    }
+}
+
+TEST(MovieBudget, CutsLargeGradientsOnTopOfEachOther) {
+    MovieFile movie;
+    Bits body = Bits().u16(1).rect(0, 100, 0, 100).u8(1).u8(0x12).matrix(0.1, 0.1, 50, 50);
+    body.u8(2).u8(0).rgb(red).u8(255).rgb(blue).u8(0).styleBits(1, 0);
+    movie.tag(2, body.square(0, 0, 100).endShape());
+    for (unsigned depth = 1; depth <= 900; ++depth)
+        movie.place(1, depth);
+    Screening screen(movie.show().file());
+    static_cast<void>(screen.picture(10));
+    EXPECT_TRUE(screen.outcome.cut);
+}
+
+TEST(MovieBudget, ShowsALargeShapeThatFits) {
+    Bits body = Bits().u16(1).rect(0, 100, 0, 100).u8(1).u8(0).rgb(red).u8(0).styleBits(1, 0);
+    body.jumpAndFill(10, 10, 1).line(0, 80);
+    for (int step = 0; step < 2000; ++step)
+        body.line(0.05, step % 2 == 0 ? 0.5 : -0.5);
+    body.line(-100, -80).endShape();
+    Screening screen(MovieFile().tag(2, body).place(1, 1).show().file());
+    EXPECT_EQ(screen.at(15, 50), red);
+    EXPECT_FALSE(screen.outcome.cut);
+}
+
+TEST(MovieBudget, DrawsNothingThatIsTooFarAwayToCountWith) {
+    MovieFile movie;
+    movie.square(1, 0, 0, 100, red);
+    Bits far = Bits().u8(6).u16(1).u16(1).bits(1, 1).bits(31, 5).bits(0x3FFFFFFF, 31);
+    far.bits(0x3FFFFFFF, 31).bits(0, 1).bits(31, 5).bits(0x3FFFFFFF, 31).bits(-0x3FFFFFFF, 31);
+    Screening screen(movie.tag(26, far).show().file());
+    EXPECT_EQ(screen.at(50, 50), black);
+}
+
+}  // namespace

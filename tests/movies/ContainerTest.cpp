@@ -1,0 +1,118 @@
+#include "platform/swf/MovieLoader.h"
+#include "platform/swf/limits.h"
+#include "tests/movies/MovieFile.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::size_t framesOf(const std::string& file) {
+    return swf::readMovie(file)->timeline.frameCount();
+}
+
+TEST(MovieContainer, IsReadPlainAndPackedInAllVersions) {
+    const MovieFile movie = MovieFile().show(3);
+    for (unsigned version = 1; version <= 12; ++version) {
+        EXPECT_EQ(framesOf(movie.file(version)), 3U);
+        EXPECT_EQ(framesOf(movie.packedFile(version)), 3U);
+        EXPECT_EQ(swf::readMovie(movie.file(version))->version, version);
+    }
+}
+
+TEST(MovieContainer, TellsItsSizeAndRate) {
+    const auto movie = swf::readMovie(MovieFile().show().file());
+    EXPECT_EQ(movie->frame.width(), 2000);
+    EXPECT_EQ(movie->frame.height(), 2000);
+    EXPECT_EQ(movie->framesASecond, 20);
+    EXPECT_FALSE(movie->background.has_value());
+}
+
+TEST(MovieContainer, TellsItsBackground) {
+    const auto movie = swf::readMovie(MovieFile().tag(9, Bits().rgb(0x123456)).show().file());
+    EXPECT_EQ(movie->background, (swf::Color{0x12, 0x34, 0x56, 255}));
+}
+
+TEST(MovieContainer, MayHaveTagsThatNobodyKnows) {
+    MovieFile movie;
+    movie.tag(69, Bits().u32(8)).tag(777, Bits().raw("whatever")).show().tag(500).show();
+    EXPECT_EQ(framesOf(movie.file()), 2U);
+}
+
+TEST(MovieContainer, LeavesOutATagWithAFault) {
+    MovieFile movie;
+    movie.tag(26, Bits().u8(255)).tag(2, Bits().u16(1)).square(2, 0, 0, 10, 0).place(2, 1).show();
+    const auto read = swf::readMovie(movie.file());
+    EXPECT_EQ(read->timeline.frameCount(), 1U);
+    EXPECT_EQ(read->timeline.controls.size(), 1U);
+    EXPECT_NE(read->find<swf::Shape>(2), nullptr);
+    EXPECT_EQ(read->find<swf::Shape>(1), nullptr);
+}
+
+TEST(MovieContainer, KeepsTheFirstOfTwoCharactersOfOneNumber) {
+    MovieFile movie;
+    movie.square(1, 0, 0, 10, 0).sprite(1, MovieFile().show(5)).sprite(2, MovieFile().show(2));
+    movie.sprite(2, MovieFile().show(7)).show();
+    const auto read = swf::readMovie(movie.file());
+    EXPECT_NE(read->find<swf::Shape>(1), nullptr);
+    EXPECT_EQ(read->find<swf::Timeline>(2)->frameCount(), 2U);
+}
+
+TEST(MovieContainer, GivesNoMovieForWhatIsNone) {
+    EXPECT_EQ(framesOf(""), 0U);
+    EXPECT_EQ(framesOf("FW"), 0U);
+    EXPECT_EQ(framesOf("GIF89a and more"), 0U);
+    EXPECT_EQ(framesOf("ZWS\x0D and more and more"), 0U);
+    EXPECT_EQ(framesOf("CWS\x06" + std::string(100, 'x')), 0U);
+    std::string flat = Bits().raw("FWS").u8(6).u32(20).rect(0, 0, 0, 0).u16(0).u16(1).get();
+    EXPECT_EQ(framesOf(flat + MovieFile().show().tags()), 0U);
+}
+
+TEST(MovieContainer, GivesWhatCameBeforeTheEndOfACutFile) {
+    const std::string file = MovieFile().show(3).file();
+    EXPECT_EQ(framesOf(file.substr(0, file.size() - 3)), 2U);
+    const std::string cut = MovieFile().show(20000).packedFile();
+    const std::size_t frames = framesOf(cut.substr(0, cut.size() / 2));
+    EXPECT_GT(frames, 1000U);
+    EXPECT_LT(frames, 20000U);
+}
+
+TEST(MovieContainer, IsReadInStepsOfABoundedSize) {
+    const std::string body = MovieFile().show().tag(999).body();
+    // The last tag but one says that it is longer than all that there may be.
+    std::string bomb = body.substr(0, body.size() - 6) + Bits().u32(0xFFFFFFF0).get();
+    bomb.resize(swf::limits::unpackedBytes + 1000, '\0');
+    const std::string file = Bits().raw("CWS").u8(6).u32(0xFFFFFFFF).get() + packed(bomb);
+    swf::MovieLoader loader(file);
+    std::size_t steps = 1;
+    while (loader.step())
+        ++steps;
+    EXPECT_GE(steps, swf::limits::unpackedBytes / swf::limits::bytesAStep);
+    const auto movie = loader.take();
+    EXPECT_EQ(movie->bytes.size(), swf::limits::unpackedBytes);
+    EXPECT_EQ(movie->timeline.frameCount(), 1U);
+}
+
+TEST(MovieContainer, IsReadUpToSoManyTags) {
+    std::string many;
+    const std::string unknown = Bits().u16(999U << 6U).get();
+    for (std::size_t count = 0; count < swf::limits::tags - 2; ++count)
+        many += unknown;
+    const auto framesBehind = [&](const std::string& tags) {
+        const std::string head = MovieFile().body();
+        const std::string body = head.substr(0, head.size() - 2) + tags;
+        return framesOf(Bits().raw("FWS").u8(6).u32(0).get() + body);
+    };
+    const std::string frame = MovieFile().show().tags();
+    EXPECT_EQ(framesBehind(many + frame), 1U);
+    EXPECT_EQ(framesBehind(many + unknown + unknown + frame), 0U);
+}
+
+TEST(MovieContainer, IsNotReadWhenTheFileIsTooLarge) {
+    std::string file = MovieFile().show().file();
+    file.resize(swf::limits::fileBytes);
+    EXPECT_EQ(framesOf(file), 1U);
+    file += '\0';
+    EXPECT_EQ(framesOf(file), 0U);
+}
+
+}  // namespace

@@ -1,0 +1,220 @@
+#include "platform/qt/ShockwaveFlash.h"
+#include "tests/movies/MovieFile.h"
+#include "tests/movies/Screening.h"
+#include "tests/support/Peer.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <fstream>
+
+namespace {
+
+template <typename Condition>
+[[nodiscard]] bool comesTrue(Condition condition) {
+    return becomesTrue([&] {
+        QCoreApplication::processEvents();
+        return condition();
+    });
+}
+
+class MovieControl : public testing::Test {
+protected:
+    MovieControl() { control.resize(200, 100); }
+
+    std::filesystem::path save(const std::string& content, const char* name = "movie.swf") {
+        const auto path = folder.path() / name;
+        std::ofstream(path, std::ios::binary) << content;
+        return path;
+    }
+    void play(const MovieFile& movie) { control.setMovie(save(movie.packedFile())); }
+    QRgb at(int x, int y) {
+        QImage image(control.size(), QImage::Format_RGB32);
+        image.fill(Qt::yellow);
+        control.render(&image, {}, {}, QWidget::DrawChildren);
+        return image.pixel(x, y) & 0xFFFFFFU;
+    }
+    void send(QEvent::Type type, int x, int y, Qt::MouseButtons held) {
+        QMouseEvent event(type, QPointF(x, y), control.mapToGlobal(QPointF(x, y)),
+                          type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held, {});
+        QCoreApplication::sendEvent(&control, &event);
+    }
+
+    TemporaryFolder folder;
+    ShockwaveFlash control;
+};
+
+constexpr QRgb yellow = 0xFFFF00;
+
+TEST_F(MovieControl, IsEmptyWithoutAMovie) {
+    EXPECT_EQ(at(100, 50), yellow);
+    EXPECT_TRUE(control.Movie().empty());
+    control.show();
+    EXPECT_FALSE(control.isAwake());
+    EXPECT_FALSE(control.key(Qt::Key_Space));
+}
+
+TEST_F(MovieControl, StaysEmptyWhenTheFileIsNone) {
+    const std::filesystem::path paths[] = {folder.path() / "missing.swf", folder.path(),
+                                           save("", "empty.swf"), save("CWS\x06", "short.swf"),
+                                           save("plain text, and not a movie", "text.swf")};
+    control.show();
+    for (const auto& path : paths) {
+        play(MovieFile().tag(9, Bits().rgb(green)).show());
+        EXPECT_EQ(at(100, 50), green);
+        control.setMovie(path);
+        EXPECT_EQ(control.Movie(), path);
+        EXPECT_EQ(at(100, 50), yellow);
+        EXPECT_FALSE(control.isAwake());
+    }
+}
+
+TEST_F(MovieControl, DoesNotWaitForAPipe) {
+    const auto pipe = folder.path() / "pipe.swf";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    control.setMovie(pipe);
+    EXPECT_EQ(at(100, 50), yellow);
+}
+
+TEST_F(MovieControl, LetsTheParentShowThroughAMovieWithoutABackground) {
+    play(MovieFile().square(1, 0, 0, 50, red).place(1, 1).show());
+    EXPECT_EQ(at(75, 25), red);
+    EXPECT_EQ(at(125, 75), yellow);
+}
+
+TEST_F(MovieControl, KeepsTheMovieInShapeUnlessItIsToFillTheSurface) {
+    play(MovieFile().tag(9, Bits().rgb(blue)).square(1, 0, 0, 50, red).place(1, 1).show());
+    // 100 by 100 in 200 by 100.
+    EXPECT_EQ(at(40, 50), yellow);
+    EXPECT_EQ(at(60, 25), red);
+    EXPECT_EQ(at(140, 25), blue);
+    EXPECT_EQ(at(160, 50), yellow);
+    control.setExactFit(true);
+    EXPECT_TRUE(control.exactFit());
+    EXPECT_EQ(at(10, 25), red);
+    EXPECT_EQ(at(90, 40), red);
+    EXPECT_EQ(at(190, 25), blue);
+}
+
+TEST_F(MovieControl, RestsWhenNothingMoves) {
+    play(MovieFile().square(1, 0, 0, 50, red).place(1, 1).show());
+    control.show();
+    EXPECT_FALSE(control.isAwake());
+    EXPECT_EQ(control.framesPlayed(), 0);
+}
+
+TEST_F(MovieControl, PlaysToItsEndAndRests) {
+    play(MovieFile().show(3).actions(action(0x07)).show());
+    EXPECT_FALSE(control.isAwake());
+    control.show();
+    EXPECT_TRUE(control.isAwake());
+    EXPECT_TRUE(comesTrue([&] { return !control.isAwake(); }));
+    EXPECT_EQ(control.framesPlayed(), 3);
+}
+
+TEST_F(MovieControl, RestsWhileItCannotBeSeen) {
+    play(MovieFile().show(2));
+    control.show();
+    EXPECT_TRUE(control.isAwake());
+    control.hide();
+    EXPECT_FALSE(control.isAwake());
+    control.show();
+    EXPECT_TRUE(control.isAwake());
+    control.setWindowState(Qt::WindowMinimized);
+    EXPECT_TRUE(comesTrue([&] { return !control.isAwake(); }));
+    control.setWindowState(Qt::WindowNoState);
+    EXPECT_TRUE(comesTrue([&] { return control.isAwake(); }));
+}
+
+TEST_F(MovieControl, RestsWhileItsParentCannotBeSeen) {
+    QWidget window;
+    auto* const child = new ShockwaveFlash(&window);
+    child->setMovie(save(MovieFile().show(2).file()));
+    EXPECT_FALSE(child->isAwake());
+    window.show();
+    EXPECT_TRUE(child->isAwake());
+    window.setWindowState(Qt::WindowMinimized);
+    EXPECT_TRUE(comesTrue([&] { return !child->isAwake(); }));
+    window.setWindowState(Qt::WindowNoState);
+    EXPECT_TRUE(comesTrue([&] { return child->isAwake(); }));
+    window.hide();
+    EXPECT_FALSE(child->isAwake());
+}
+
+/// A button that covers the movie and says "click" on a press and on the key.
+MovieFile buttonMovie() {
+    MovieFile movie;
+    movie.square(1, 0, 0, 100, red).square(2, 0, 0, 100, green);
+    Bits records = Bits().u8(9).u16(1).u16(1).move(0, 0).u8(0);
+    records.u8(6).u16(2).u16(2).move(0, 0).u8(0).u8(0);
+    const std::string code = command("click").u8(0).get();
+    Bits body = Bits().u16(9).u8(0).u16(static_cast<unsigned>(records.get().size() + 2));
+    body.raw(records.get()).u16(static_cast<unsigned>(code.size() + 4)).u16(4).raw(code);
+    return movie.tag(34, body.u16(0).u16(32U << 9U).raw(code)).place(9, 1).show();
+}
+
+TEST_F(MovieControl, TellsOfPressesAndKeys) {
+    std::string told;
+    control.FSCommand = [&](std::string_view name, std::string_view arguments) {
+        told += name;
+        told += '(';
+        told += arguments;
+        told += ')';
+    };
+    control.setExactFit(true);
+    play(buttonMovie());
+    send(QEvent::MouseMove, 50, 50, Qt::NoButton);
+    EXPECT_EQ(at(50, 50), green);
+    EXPECT_EQ(told, "");
+    send(QEvent::MouseButtonPress, 50, 50, Qt::LeftButton);
+    EXPECT_EQ(told, "click()");
+    send(QEvent::MouseButtonRelease, 50, 50, Qt::NoButton);
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(&control, &leave);
+    EXPECT_EQ(at(50, 50), red);
+    EXPECT_TRUE(control.key(Qt::Key_Space));
+    EXPECT_FALSE(control.key(Qt::Key_Return));
+    EXPECT_EQ(told, "click()click()");
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_Space, {});
+    QCoreApplication::sendEvent(&control, &key);
+    EXPECT_EQ(told, "click()click()click()");
+}
+
+TEST_F(MovieControl, MayBeEndedByTheReceiverOfACommand) {
+    auto movie = std::make_unique<ShockwaveFlash>();
+    int calls = 0;
+    movie->FSCommand = [&](std::string_view, std::string_view) {
+        ++calls;
+        movie.reset();
+    };
+    movie->setMovie(save(buttonMovie().file()));
+    EXPECT_TRUE(movie->key(Qt::Key_Space));
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(movie, nullptr);
+}
+
+TEST_F(MovieControl, MayPlayAnotherMovieWhenOneTellsSomething) {
+    const auto next = save(MovieFile().tag(9, Bits().rgb(blue)).show().file(), "next.swf");
+    control.FSCommand = [&](std::string_view, std::string_view) { control.setMovie(next); };
+    control.setMovie(save(MovieFile().actions(command("a")).actions(command("b")).show().file()));
+    EXPECT_EQ(control.Movie(), next);
+    EXPECT_EQ(at(100, 50), blue);
+}
+
+TEST_F(MovieControl, ReadsALargeFilePieceByPiece) {
+    MovieFile movie;
+    movie.tag(9, Bits().rgb(green)).tag(999, Bits().raw(std::string(3 << 20, 'x'))).show();
+    control.setMovie(save(movie.packedFile()));
+    EXPECT_TRUE(control.isAwake());
+    EXPECT_EQ(at(100, 50), yellow);
+    EXPECT_TRUE(comesTrue([&] { return !control.isAwake(); }));
+    EXPECT_EQ(at(100, 50), green);
+}
+
+}  // namespace

@@ -1,0 +1,162 @@
+#include "platform/qt/MoviePictures.h"
+
+#include "platform/swf/limits.h"
+#include "tests/movies/MovieFile.h"
+#include "tests/movies/Screening.h"
+
+#include <QBuffer>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// The picture of number 7 as the program makes it.
+QImage pictureOf(unsigned code, const Bits& body, const std::string& before = {}) {
+    const std::string tags =
+        before + MovieFile().tag(code, Bits().u16(7).raw(body.get())).show().tags();
+    const std::string file =
+        Bits().raw("FWS").u8(8).u32(0).rect(0, 100, 0, 100).u16(0).u16(1).raw(tags).get();
+    return MoviePictures(swf::readMovie(file)).find(7, true);
+}
+
+std::string jpeg(int width, int height, QRgb color) {
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(color);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    image.save(&buffer, "jpeg", 95);
+    return bytes.toStdString();
+}
+
+void expectNear(QRgb color, int redPart, int greenPart, int bluePart, int alpha) {
+    EXPECT_NEAR(qRed(color), redPart, 4);
+    EXPECT_NEAR(qGreen(color), greenPart, 4);
+    EXPECT_NEAR(qBlue(color), bluePart, 4);
+    EXPECT_EQ(qAlpha(color), alpha);
+}
+
+TEST(MoviePicture, IsUnpackedFromAPalette) {
+    // Rows of three pixels take four bytes.
+    const std::string pixels = Bits().rgb(red).rgb(blue).u32(0x99000100).u32(0x01010101).get();
+    const QImage image = pictureOf(20, Bits().u8(3).u16(3).u16(2).u8(1).raw(packed(pixels)));
+    ASSERT_EQ(image.size(), QSize(3, 2));
+    EXPECT_EQ(image.pixel(0, 0), 0xFFFF0000);
+    EXPECT_EQ(image.pixel(1, 0), 0xFF0000FF);
+    EXPECT_EQ(image.pixel(2, 0), 0xFFFF0000);
+    EXPECT_EQ(image.pixel(2, 1), 0xFF0000FF);
+}
+
+TEST(MoviePicture, IsUnpackedFromAPaletteWithAlpha) {
+    const std::string pixels = Bits().rgba(0x400000, 64).rgba(0, 0).u32(0x00000100).get();
+    const QImage image = pictureOf(36, Bits().u8(3).u16(2).u16(1).u8(1).raw(packed(pixels)));
+    EXPECT_EQ(image.pixel(0, 0), 0x40400000U);
+    EXPECT_EQ(qAlpha(image.pixel(1, 0)), 0);
+}
+
+TEST(MoviePicture, IsUnpackedFromFifteenBits) {
+    const std::string pixels = Bits().u8(0x7C).u8(0x00).u8(0x03).u8(0xE0).get();
+    const QImage image = pictureOf(20, Bits().u8(4).u16(2).u16(1).raw(packed(pixels)));
+    EXPECT_EQ(image.pixel(0, 0), 0xFFFF0000);
+    EXPECT_EQ(image.pixel(1, 0), 0xFF00FF00);
+}
+
+TEST(MoviePicture, IsUnpackedFromThirtyTwoBitsWithAlpha) {
+    const std::string pixels = Bits().u8(128).rgb(0x008000).u8(255).rgb(blue).get();
+    const QImage image = pictureOf(36, Bits().u8(5).u16(2).u16(1).raw(packed(pixels)));
+    EXPECT_EQ(image.pixel(0, 0), 0x80008000U);
+    EXPECT_EQ(image.pixel(1, 0), 0xFF0000FF);
+}
+
+TEST(MoviePicture, IsNothingWhenPixelsAreMissingOrTheKindIsUnknown) {
+    EXPECT_TRUE(pictureOf(20, Bits().u8(5).u16(2).u16(2).raw(packed("abc"))).isNull());
+    EXPECT_TRUE(pictureOf(20, Bits().u8(5).u16(2).u16(2).raw("no zlib")).isNull());
+    EXPECT_TRUE(pictureOf(20, Bits().u8(9).u16(2).u16(2).raw(packed("abc"))).isNull());
+    EXPECT_TRUE(pictureOf(20, Bits().u8(5).u16(0).u16(2).raw(packed("abc"))).isNull());
+}
+
+TEST(MoviePicture, MayBeAJpeg) {
+    const QImage image = pictureOf(21, Bits().raw(jpeg(8, 4, 0xFFFF0000)));
+    ASSERT_EQ(image.size(), QSize(8, 4));
+    expectNear(image.pixel(3, 2), 255, 0, 0, 255);
+}
+
+TEST(MoviePicture, MayBeAJpegWithTheMistakeOfOldTools) {
+    using namespace std::string_literals;
+    const QImage image = pictureOf(21, Bits().raw("\xFF\xD9\xFF\xD8"s + jpeg(8, 4, 0xFF0000FF)));
+    ASSERT_EQ(image.size(), QSize(8, 4));
+    expectNear(image.pixel(3, 2), 0, 0, 255, 255);
+}
+
+TEST(MoviePicture, MayBeAJpegWhoseTablesStandApart) {
+    using namespace std::string_literals;
+    // The tables are a file of their own, cut in front of the frame's head.
+    const std::string whole = jpeg(8, 8, 0xFF00FF00);
+    const std::size_t frame = whole.find("\xFF\xC0"s);
+    ASSERT_NE(frame, std::string::npos);
+    const std::string tables = whole.substr(0, frame) + "\xFF\xD9"s;
+    const std::string rest = "\xFF\xD8"s + whole.substr(frame);
+    const std::string before = MovieFile().tag(8, Bits().raw(tables)).tags();
+    const QImage image = pictureOf(6, Bits().raw(rest), before);
+    ASSERT_EQ(image.size(), QSize(8, 8));
+    expectNear(image.pixel(3, 2), 0, 255, 0, 255);
+    EXPECT_TRUE(pictureOf(6, Bits().raw(rest)).isNull());
+}
+
+TEST(MoviePicture, MayBeAJpegWithAlpha) {
+    const std::string data = jpeg(4, 1, 0xFFFFFFFF);
+    const std::string alpha = packed(Bits().u8(0).u8(64).u8(128).u8(255).get());
+    for (const unsigned code : {35U, 90U}) {
+        Bits body = Bits().u32(static_cast<std::uint32_t>(data.size()));
+        if (code == 90) body.u16(0);
+        const QImage image = pictureOf(code, body.raw(data).raw(alpha));
+        ASSERT_EQ(image.size(), QSize(4, 1));
+        EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
+        EXPECT_EQ(image.pixel(1, 0), 0x40404040U);
+        EXPECT_EQ(qAlpha(image.pixel(2, 0)), 128);
+        EXPECT_EQ(image.pixel(3, 0), 0xFFFFFFFF);
+    }
+}
+
+TEST(MoviePicture, IsNotUnpackedWhenItIsTooLarge) {
+    const std::size_t width = 1024;
+    const std::size_t height = swf::limits::pixelsOfAPicture / width;
+    const auto packedPicture = [&](std::size_t rows) {
+        const std::string data = packed(std::string(3 + width * rows, '\0'));
+        return pictureOf(20,
+                         Bits().u8(3).u16(width).u16(static_cast<unsigned>(rows)).u8(0).raw(data));
+    };
+    EXPECT_FALSE(packedPicture(height).isNull());
+    EXPECT_TRUE(packedPicture(height + 1).isNull());
+    const auto file = [](int rows) { return pictureOf(21, Bits().raw(jpeg(1024, rows, 0))); };
+    EXPECT_FALSE(file(static_cast<int>(height)).isNull());
+    EXPECT_TRUE(file(static_cast<int>(height) + 1).isNull());
+}
+
+TEST(MoviePicture, IsNotUnpackedWhenItHasScansWithoutEnd) {
+    using namespace std::string_literals;
+    std::string data = jpeg(8, 8, 0xFF00FF00);
+    EXPECT_FALSE(pictureOf(21, Bits().raw(data)).isNull());
+    for (int scan = 0; scan < 20; ++scan)
+        data += "\xFF\xDA"s;
+    EXPECT_TRUE(pictureOf(21, Bits().raw(data)).isNull());
+}
+
+TEST(MoviePicture, ComesOneADrawing) {
+    MovieFile movie;
+    for (unsigned number = 1; number <= 3; ++number) {
+        const std::string pixels = Bits().u8(0).rgb(green).get();
+        movie.tag(20, Bits().u16(number).u8(5).u16(1).u16(1).raw(packed(pixels)));
+        Bits body = Bits().u16(number + 10).rect(0, 100, 0, 100).u8(1).u8(0x42).u16(number);
+        body.matrix(20, 20, 0, 0).u8(0).styleBits(1, 0);
+        movie.tag(2, body.square(number * 20.0, 10, 10).endShape()).place(number + 10, number);
+    }
+    Screening screen(movie.show().file());
+    EXPECT_EQ(screen.picture().pixel(65, 15) & 0xFFFFFFU, black);
+    EXPECT_TRUE(screen.outcome.unfinished);
+    static_cast<void>(screen.picture());
+    EXPECT_TRUE(screen.outcome.unfinished);
+    EXPECT_EQ(screen.picture().pixel(65, 15) & 0xFFFFFFU, green);
+    EXPECT_FALSE(screen.outcome.unfinished);
+}
+
+}  // namespace

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/qt/MoviePainter.h"
+#include "platform/swf/MovieLoader.h"
+#include "platform/swf/Player.h"
+
+#include <QColor>
+#include <QImage>
+
+#include <memory>
+#include <string>
+
+/// A movie that is played, and drawn onto a picture on a black ground.
+class Screening {
+public:
+    explicit Screening(std::string file)
+        : movie(swf::readMovie(std::move(file))), player(movie), painter(movie) {}
+
+    void advance(int frames = 1) {
+        for (; frames > 0; --frames)
+            player.advance();
+    }
+    /// The picture, `scale` times as large as the movie.
+    QImage picture(double scale = 1) {
+        const swf::Rect& frame = movie->frame;
+        const double factor = scale / 20;
+        QImage image(std::max(1, static_cast<int>(frame.width() * factor)),
+                     std::max(1, static_cast<int>(frame.height() * factor)), QImage::Format_RGB32);
+        image.fill(Qt::black);
+        QPainter target(&image);
+        outcome = painter.draw(target, image.rect(), player.stage(),
+                               {factor, 0, 0, factor, -frame.left * factor, -frame.top * factor});
+        return image;
+    }
+    /// The colour in the middle of a pixel of the movie.
+    QRgb at(int x, int y) { return picture().pixel(x, y) & 0xFFFFFFU; }
+    [[nodiscard]] std::string commands() {
+        std::string all;
+        for (const swf::Command& command : player.takeCommands())
+            all += command.name + ";";
+        return all;
+    }
+
+    std::shared_ptr<const swf::Movie> movie;
+    swf::Player player;
+    MoviePainter painter;
+    MoviePainter::Outcome outcome;
+};
+
+constexpr QRgb black = 0;
+constexpr QRgb red = 0xFF0000;
+constexpr QRgb green = 0x00FF00;
+constexpr QRgb blue = 0x0000FF;
+constexpr QRgb white = 0xFFFFFF;

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "tests/support/Peer.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Waits for a condition while events are served.
+template <typename Condition>
+[[nodiscard]] bool comesTrue(Condition condition) {
+    return becomesTrue([&] {
+        QCoreApplication::processEvents();
+        return condition();
+    });
+}
+
+/// The shown window of a title; none is a null pointer.
+[[nodiscard]] inline QWidget* windowOf(const QString& title) {
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->windowTitle() == title) return window;
+    }
+    return nullptr;
+}
+
+/// How many windows of a title there are, shown or not.
+[[nodiscard]] inline int countOf(const QString& title) {
+    int count = 0;
+    for (const QWidget* const window : QApplication::topLevelWidgets())
+        count += window->windowTitle() == title ? 1 : 0;
+    return count;
+}
+
+/// Destroys the windows that are closed, as the loop does when it comes round.
+inline void destroyClosed() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+
+/// The control of a name. One that is not there ends the test.
+template <typename Control>
+[[nodiscard]] Control& named(QWidget& window, const char* name) {
+    auto* const control = window.findChild<Control*>(name);
+    if (control == nullptr) throw std::runtime_error(std::string("no control ") + name);
+    return *control;
+}
+
+/// In the middle, or on the mark of a control that has one: what is beside its text is not it.
+inline void click(QWidget& control) {
+    const bool isMarked = control.inherits("QCheckBox") || control.inherits("QRadioButton");
+    const QPoint mark(8, control.height() / 2);
+    QTest::mouseClick(&control, Qt::LeftButton, {}, isMarked ? mark : QPoint());
+}
+
+/// The mouse goes over the middle of a control.
+inline void hover(QWidget& control) {
+    const QPointF middle(QRectF(control.rect()).center());
+    QMouseEvent event(QEvent::MouseMove, middle, control.mapToGlobal(middle), Qt::NoButton,
+                      Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(&control, &event);
+}
+
+/// Presses buttons of the message boxes that come, one after the other, as a user does.
+class Answers {
+public:
+    struct Seen {
+        QString text;
+        QMessageBox::Icon icon;
+        QString title;
+        QMessageBox::StandardButtons buttons;
+    };
+    std::vector<Seen> boxes;
+    /// Runs under each box, before it is answered.
+    std::function<void()> meanwhile = [] {};
+
+    explicit Answers(std::vector<QMessageBox::StandardButton> answers)
+        : answers(std::move(answers)) {
+        QObject::connect(&timer, &QTimer::timeout, &timer, [this] { answer(); });
+        timer.start(1);
+    }
+
+private:
+    void answer() {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box == nullptr || !box->isVisible() || boxes.size() == answers.size()) return;
+        const auto wanted = answers.at(boxes.size());
+        boxes.push_back({box->text(), box->icon(), box->windowTitle(), box->standardButtons()});
+        meanwhile();
+        QTest::mouseClick(box->button(wanted), Qt::LeftButton);
+    }
+
+    std::vector<QMessageBox::StandardButton> answers;
+    QTimer timer;
+};
