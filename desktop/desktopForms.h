@@ -30,6 +30,10 @@ public:
     [[nodiscard]] virtual bool renaming() const { return false; }
     /// That title.
     [[nodiscard]] virtual std::string renameText() const { return {}; }
+    /// What the window is called while no sign-in is under way.
+    [[nodiscard]] std::string restingTitle() const {
+        return renaming() ? renameText() : "MSN Messenger";
+    }
     /// Writes a title at once, if the user wants progress there.
     virtual void setwindowcaption(std::string_view /*newcaption*/) {}
 };

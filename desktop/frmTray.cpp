@@ -13,8 +13,6 @@ namespace {
 /// How many characters a tool-tip has room for.
 constexpr std::size_t tipLength = 64;
 
-constexpr auto messengersOwnTitle = "MSN Messenger"sv;
-
 /// What a command says about how far the sign-in has come.
 struct Step {
     std::string_view word;
@@ -63,8 +61,7 @@ std::string frmTray::captionOf(const std::string& word) {
         return word;
     }
     if (word == "OUT") {
-        title.setwindowcaption(title.renaming() ? title.renameText()
-                                                : std::string(messengersOwnTitle));
+        title.setwindowcaption(title.restingTitle());
         return word;
     }
     const auto* const step = std::ranges::find(steps, word, &Step::word);

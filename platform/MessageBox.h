@@ -18,6 +18,10 @@ public:
     virtual void information(std::string_view text) = 0;
     /// The same with Yes and No; true on Yes. A box that is closed without an answer says no.
     [[nodiscard]] virtual bool question(std::string_view text) = 0;
+
+    /// A box was left without an answer, because the program ends. What was to come behind such a
+    /// box must not be done.
+    [[nodiscard]] virtual bool isEnding() const { return false; }
 };
 
 [[nodiscard]] std::unique_ptr<MessageBox> makeMessageBox();

@@ -95,8 +95,7 @@ void frmMain::MSNProxy1_FreePort(std::int16_t Index) {
     unloaded.push_back(std::move(found->second));
     MSNProxy1.erase(found);
     if (Index != values.serverID) return;
-    forms.title.setwindowcaption(forms.title.renaming() ? forms.title.renameText()
-                                                        : "MSN Messenger");
+    forms.title.setwindowcaption(forms.title.restingTitle());
     values.loggedin = false;
     values.serverID = 0;
     std::string caption = "Cobweave";

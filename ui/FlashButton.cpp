@@ -30,8 +30,7 @@ FlashButton::FlashButton(QWidget* parent, const std::filesystem::path& movie)
     connect(this, &QAbstractButton::clicked, this, [this] { b1.key(Qt::Key_Space); });
 
     setFocusPolicy(Qt::StrongFocus);
-    std::error_code unreadable;
-    if (std::filesystem::is_regular_file(movie, unreadable)) return;
+    if (!b1.isEmpty()) return;
     setEnabled(false);
     Label1.hide();
     Image2.hide();

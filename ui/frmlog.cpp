@@ -4,6 +4,7 @@
 #include "ui/shownText.h"
 
 #include <QResizeEvent>
+#include <QShortcut>
 
 #include <chrono>
 #include <utility>
@@ -38,6 +39,10 @@ frmlog::frmlog(MessageBox& messageBox)
 
     publishing.setSingleShot(true);
     connect(&publishing, &QTimer::timeout, this, [this] { lines.publish(); });
+    // The list's own would copy what it shows of a line.
+    auto* const copying = new QShortcut(QKeySequence::Copy, &List1);
+    copying->setContext(Qt::WidgetShortcut);
+    connect(copying, &QShortcut::activated, this, [this] { Command3_Click(); });
     connect(&Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
     connect(&Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
     connect(&Command3, &QPushButton::clicked, this, [this] { Command3_Click(); });

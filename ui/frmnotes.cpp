@@ -18,6 +18,9 @@
 
 namespace {
 
+constexpr std::size_t longNote = 4096;
+constexpr auto saveQuestion = "Do you want to save changes to your current note?";
+
 /// Those that press nothing by themselves, such as the first key of a mnemonic, and those that the
 /// window takes: Escape, which closes it, and Tab, which goes to another control.
 bool isNoTyping(int key) {
@@ -117,16 +120,18 @@ void frmnotes::removeEntry(std::size_t index) {
 
 void frmnotes::List1_Click() {
     if (noteChanged) {
-        if (messageBox.question("Do you want to save changes to your current note?")) {
-            Command1_Click();
-        }
+        if (messageBox.question(saveQuestion)) Command1_Click();
         noteChanged = false;
     }
     const int row = List1.selectedRow();
     // Saving has taken the entry away that was clicked, when it was the one in the box.
     if (row < 0) return;
     selectedNote = static_cast<std::size_t>(row);
-    Text1.setPlainText(noteText::toBox(notes.list()[selectedNote]));
+    const std::string& note = notes.list()[selectedNote];
+    // Looking for words in a text without blanks takes time that grows with its square.
+    Text1.setWordWrapMode(note.size() > longNote ? QTextOption::WrapAnywhere
+                                                 : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    Text1.setPlainText(noteText::toBox(note));
 }
 
 void frmnotes::Command1_Click() {
@@ -156,9 +161,7 @@ void frmnotes::Command2_Click() {
 }
 
 void frmnotes::Command3_Click() {
-    if (noteChanged && messageBox.question("Do you want to save changes to your current note?")) {
-        Command1_Click();
-    }
+    if (noteChanged && messageBox.question(saveQuestion)) Command1_Click();
     hide();
     notes.savenotes();
 }

@@ -114,6 +114,8 @@ void frmoptions::forgetTitle() {
 }
 
 void frmoptions::show(const OptionValues& values) {
+    // The arrow keys go on from the entry that is shown; a text of no entry is shown all the same.
+    Combo1.setCurrentIndex(Combo1.findText(toQString(values.initialStatus)));
     Combo1.setEditText(toQString(values.initialStatus));
     Label1.setOn(values.useristyping);
     Label2.setOn(values.alertoffline);
@@ -195,7 +197,7 @@ void frmoptions::Command2_Click() {
     values.write(parts.settings);
     // On a first run this is refused, and the user is told so before the client goes.
     close();
-    if (RestartMessenger) restartMessenger();
+    if (RestartMessenger && !parts.messageBox.isEnding()) restartMessenger();
     RestartMessenger = false;
     parts.title.savesettings();
 }
@@ -205,6 +207,8 @@ void frmoptions::restartMessenger() {
     parts.messageBox.information(
         "You are about to be signed out of MSN Messenger.\r\n\r\n"
         "Please click \"OK\" once you are fully signed out of MSN Messenger.");
+    // A client that is started now would find no proxy.
+    if (parts.messageBox.isEnding()) return;
     parts.client.start();
     if (parts.messageBox.question("This is your first time using Cobweave.\r\n\r\n"
                                   "Would you like to view the help dialog to understand \r\n"

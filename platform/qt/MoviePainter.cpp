@@ -9,6 +9,7 @@ namespace {
 
 // What things cost, measured with Qt's raster engine on a machine of 2020 and rounded up.
 constexpr double instanceCost = 300;
+constexpr double glyphCost = 100;
 constexpr double paintingCost = 2000;
 constexpr double edgeCost = 60;
 constexpr double cellCost = 35;
@@ -18,6 +19,7 @@ constexpr double cellStepCost = 0.6;
 constexpr double linePieceCost = 700;
 constexpr double readyEdgeCost = 250;
 constexpr double morphEdgeCost = 500;
+constexpr double morphStyleCost = 200;
 constexpr double colorPixelCost = 0.7;
 constexpr double gradientPixelCost = 2;
 constexpr double picturePixelCost = 10;
@@ -30,6 +32,12 @@ constexpr double maskPixelCost = 2;
 double outlineCost(double cells, const QRectF& seen) {
     const double inARow = std::min(cells / std::max(seen.height(), 1.0), seen.width());
     return cells * (cellCost + cellStepCost * inARow);
+}
+
+/// What it costs to make a shape out of two.
+double morphCost(const swf::Shape& shape) {
+    return morphEdgeCost * static_cast<double>(shape.edges.size()) +
+           morphStyleCost * static_cast<double>(shape.fills.size() + shape.lines.size());
 }
 
 bool isInvisible(const swf::ColorTransform& colors) {
@@ -96,7 +104,7 @@ void MoviePainter::drawInstance(const swf::Instance& instance, const Pose& pose)
     } else if (const auto* shape = movie->find<swf::Shape>(instance.character)) {
         if (const auto* ready = paintingsOf(*shape)) drawShape(*ready, *shape, pose);
     } else if (const auto* morph = movie->find<swf::MorphShape>(instance.character)) {
-        if (!budget.take(morphEdgeCost * static_cast<double>(morph->start.edges.size()))) return;
+        if (!budget.take(morphCost(morph->start))) return;
         const swf::Shape shape = morph->at(instance.ratio);
         drawShape(swf::paintings(shape), shape, pose);
     } else if (const auto* text = movie->find<swf::Text>(instance.character)) {
@@ -192,6 +200,7 @@ void MoviePainter::drawLine(const moviePaths::Path& path, const swf::Line& line,
 void MoviePainter::drawText(const swf::Text& text, const Pose& pose) {
     swf::Fill fill;
     for (const swf::Glyph& glyph : text.glyphs) {
+        if (!budget.take(glyphCost)) return;
         const auto* font = movie->find<swf::Font>(glyph.font);
         if (font == nullptr || glyph.index >= font->glyphs.size()) continue;
         const auto* ready = paintingsOf(font->glyphs[glyph.index]);
@@ -217,7 +226,7 @@ void MoviePainter::collect(const swf::Instance& instance, const swf::Matrix& mat
     } else if (const auto* shape = movie->find<swf::Shape>(instance.character)) {
         collect(*shape, matrix, path);
     } else if (const auto* morph = movie->find<swf::MorphShape>(instance.character)) {
-        if (!budget.take(morphEdgeCost * static_cast<double>(morph->start.edges.size()))) return;
+        if (!budget.take(morphCost(morph->start))) return;
         const swf::Shape shape = morph->at(instance.ratio);
         for (const swf::Painting& painting : swf::paintings(shape)) {
             if (!painting.isLine) addMask(pathOf(painting, matrix), path);

@@ -30,13 +30,17 @@ bool hasTooManyScans(std::string_view data) {
 /// The data as one JPEG file: ends within it, which end the common tables or are there by a mistake
 /// of old tools, are taken out with the beginnings behind them.
 std::string joined(const swf::Bitmap& bitmap) {
-    std::string data(bitmap.tables);
-    data += bitmap.data;
-    for (std::size_t at = data.find("\xFF\xD9\xFF\xD8"sv); at != std::string::npos;
-         at = data.find("\xFF\xD9\xFF\xD8"sv, at)) {
-        data.erase(at, 4);
+    constexpr auto between = "\xFF\xD9\xFF\xD8"sv;
+    std::string all(bitmap.tables);
+    all += bitmap.data;
+    std::string data;
+    std::size_t at = 0;
+    for (std::size_t next = all.find(between); next != std::string::npos;
+         next = all.find(between, at)) {
+        data.append(all, at, next - at);
+        at = next + between.size();
     }
-    return data;
+    return data.append(all, at);
 }
 
 bool isTooLarge(QSize size) {
@@ -65,6 +69,7 @@ void setAlpha(QImage& image, std::string_view packed) {
 }
 
 QImage readJpeg(const swf::Bitmap& bitmap) {
+    if (bitmap.tables.size() + bitmap.data.size() > swf::limits::bytesOfAPicture) return {};
     const std::string data = joined(bitmap);
     if (hasTooManyScans(data)) return {};
     QByteArray bytes = QByteArray::fromRawData(data.data(), static_cast<qsizetype>(data.size()));

@@ -24,10 +24,10 @@ public:
         return ask(QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, text) ==
                QMessageBox::Yes;
     }
+    [[nodiscard]] bool isEnding() const override { return ending; }
 
 private:
-    static int ask(QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
-                   std::string_view text) {
+    int ask(QMessageBox::Icon icon, QMessageBox::StandardButtons buttons, std::string_view text) {
         // Over the window that asks, when it is one of ours.
         QMessageBox box(QApplication::activeWindow());
         box.setIcon(icon);
@@ -35,8 +35,13 @@ private:
         box.setWindowTitle(QApplication::applicationName());
         box.setTextFormat(Qt::PlainText);
         box.setText(toQString(text));
-        return box.exec();
+        const int answer = box.exec();
+        // Closing presses a button as well; the end of the program presses none.
+        ending = ending || box.clickedButton() == nullptr;
+        return answer;
     }
+
+    bool ending = false;
 };
 
 class UnseenMessageBox final : public MessageBox {

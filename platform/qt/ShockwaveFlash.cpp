@@ -22,7 +22,6 @@ namespace {
 constexpr int timeForDrawing = 4;
 /// So that small movies are there at once: more is read when the loop comes round again.
 constexpr int millisecondsAtOnce = 3;
-/// So that small movies are there at once: more is read when the loop comes round again.
 
 /// Empty for what is no plain file, or is larger than any movie that is played.
 std::string contentOf(const std::filesystem::path& path) {

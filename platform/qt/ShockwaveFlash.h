@@ -25,6 +25,9 @@ public:
     void setMovie(const std::filesystem::path& file);
     [[nodiscard]] const std::filesystem::path& Movie() const { return path; }
 
+    /// Whether the file has been read and held nothing to play.
+    [[nodiscard]] bool isEmpty() const { return !player && !loader; }
+
     /// True to stretch the movie over the whole control; else it keeps its shape, as large as fits,
     /// in the middle.
     void setExactFit(bool wanted);

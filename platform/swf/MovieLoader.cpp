@@ -68,11 +68,15 @@ void MovieLoader::begin() {
     const std::string_view sign = head.bytes(3);
     if (sign != "FWS" && sign != "CWS") return;
     movie->version = head.u8();
-    const std::size_t length = head.u32();
+    head.skip(4);  // the length, which is not always that of the file
     if (file.size() > limits::fileBytes) return;
-    // No byte unpacks to more than 1032.
-    movie->bytes.reserve(std::min({length, limits::unpackedBytes, file.size() * 1040}));
-    if (sign == "CWS") inflater.emplace(head.rest());
+    if (sign == "CWS") {
+        // At once for all steps, since it takes long to move what has been unpacked; what is not
+        // used costs nothing. No byte unpacks to more than 1032.
+        movie->bytes.reserve(std::min(limits::unpackedBytes, file.size() * 1040) +
+                             limits::bytesAStep);
+        inflater.emplace(head.rest());
+    }
     stage = Stage::Unpacking;
 }
 

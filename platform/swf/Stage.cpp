@@ -59,6 +59,9 @@ void Stage::goTo(Clip& clip, std::size_t frame) {
     if (count == 0 || frame == clip.frame) return;
     // The first frame comes after the last.
     if (frame >= count) frame = 0;
+    // Frames that are passed over take time, also those in which nothing happens.
+    const std::size_t passed = frame < clip.frame ? frame : frame - clip.frame;
+    if (!work(static_cast<unsigned>(1 + passed / 64))) return;
     DisplayList old;
     std::size_t next = clip.frame + 1;
     if (frame <= clip.frame) {

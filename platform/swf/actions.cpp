@@ -196,6 +196,9 @@ private:
 
     void put(std::string value) {
         if (stack.size() == mostOnStack) throw Failure("too much on the stack");
+        if (!stage.work(static_cast<unsigned>(value.size() / 64))) {
+            throw Failure("too much for one turn");
+        }
         stack.push_back(std::move(value));
     }
 

@@ -43,10 +43,10 @@ private:
     bool reaches(std::uint16_t character, Point place, std::uint16_t ratio, unsigned nesting) {
         if (!stage.work() || nesting >= limits::depth) return false;
         if (const auto* shape = movie.find<Shape>(character)) {
-            return take(shape->edges.size()) && covers(*shape, place);
+            return take(weightOf(*shape)) && covers(*shape, place);
         }
         if (const auto* morph = movie.find<MorphShape>(character)) {
-            return take(8 * morph->start.edges.size()) && covers(morph->at(ratio), place);
+            return take(8 * weightOf(morph->start)) && covers(morph->at(ratio), place);
         }
         if (const auto* text = movie.find<Text>(character)) {
             if (!text->matrix.usable()) return false;
@@ -62,6 +62,7 @@ private:
     bool reachesFirstFrame(const Timeline& timeline, Point place, unsigned nesting) {
         const std::size_t end = timeline.frameEnds.empty() ? 0 : timeline.frameEnds.front();
         for (std::size_t index = 0; index < end; ++index) {
+            if (!stage.work()) return false;
             const auto* placed = std::get_if<Place>(&timeline.controls[index]);
             if (placed == nullptr || !placed->character) continue;
             const Matrix matrix = placed->matrix.value_or(Matrix());
@@ -72,6 +73,10 @@ private:
             }
         }
         return false;
+    }
+
+    static std::size_t weightOf(const Shape& shape) {
+        return shape.edges.size() + shape.fills.size() + shape.lines.size();
     }
 
     bool take(std::size_t edges) {

@@ -31,6 +31,8 @@ constexpr std::size_t glyphsOfAText = 4096;
 constexpr std::size_t recordsOfAButton = 256;
 /// Of one picture, about 800 by 640. Larger ones are not drawn.
 constexpr std::size_t pixelsOfAPicture = std::size_t{512} << 10;
+/// Of one packed picture, which is never larger than its pixels. Larger ones are not drawn.
+constexpr std::size_t bytesOfAPicture = 4 * pixelsOfAPicture;
 /// Of all pictures that a movie shows.
 constexpr std::size_t pixels = std::size_t{8} << 20;
 

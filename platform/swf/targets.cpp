@@ -36,8 +36,9 @@ InstanceNumber findTarget(Stage& stage, InstanceNumber from, std::string_view pa
     while (!path.empty()) {
         const Clip* const clip = stage.find(at);
         if (clip == nullptr) return 0;
-        if (!stage.work(static_cast<unsigned>(1 + clip->list.size() / 8))) return 0;
         const std::size_t length = std::min(path.find(separator), path.size());
+        // A name is compared with that of everything there.
+        if (!stage.work(static_cast<unsigned>(1 + clip->list.size() * (8 + length) / 64))) return 0;
         at = named(stage, *clip, path.substr(0, length));
         path.remove_prefix(std::min(length + 1, path.size()));
     }

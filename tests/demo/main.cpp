@@ -1,3 +1,4 @@
+#include "stores/SettingsStore.h"
 #include "tests/demo/Stage.h"
 #include "tests/support/Program.h"
 #include "tests/support/messages.h"
@@ -22,6 +23,12 @@ Program::Environment desktop() {
         if (const char* const value = std::getenv(name)) variables[name] = value;
     }
     return variables;
+}
+
+/// The options would open by themselves, and wait to be answered.
+void beNoFirstRun(const std::filesystem::path& folder) {
+    SettingsStore(folder / "Cobwaeve" / "settings.db", [](std::string_view) {
+    }).WriteSetting("Options", "useristyping", "False");
 }
 
 /// Gives those who can see the desktop the time to look there.
@@ -157,7 +164,7 @@ void show(Program& program) {
 
 int main() {
     try {
-        Program program({.environment = desktop()});
+        Program program({.environment = desktop(), .prepare = beNoFirstRun});
         std::cout << program.waitUntilReady() << "\n\n"
                   << "This run has stores of its own, which are thrown away. Client and server are "
                      "scripted\nand meet through port "

@@ -126,8 +126,9 @@ TEST_F(TrayIcon, ASignOutGivesTheRenamedWindowItsText) {
     EXPECT_THAT(title.captions, ElementsAre("Mine"));
 }
 
-TEST_F(TrayIcon, TheLongestToolTipIsCutAtItsLastLetter) {
+TEST_F(TrayIcon, TheLongestToolTipJustFits) {
     EXPECT_EQ(pass("CVR").size(), 64U);
+    EXPECT_EQ(tray.tips.back().size(), 64U);
     (void)pass("QNG");
     EXPECT_EQ(tray.tips.back(),
               "Processing other information.\r\n\r\nSuggested signin progress: 95%");

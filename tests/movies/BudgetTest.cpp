@@ -48,6 +48,20 @@ TEST(MovieBudget, StopsAMovieThatGoesToAndFroForEver) {
     EXPECT_FALSE(screen.player.moves());
 }
 
+TEST(MovieBudget, CountsTheFramesThatAMoviePassesOver) {
+    const auto to = [](unsigned frame) { return action(0x81, Bits().u16(frame)).get(); };
+    for (const unsigned leaps : {2U, 4000U}) {
+        Bits code;
+        for (unsigned count = 0; count < leaps; ++count)
+            code.raw(to(60'000 - count));
+        code.raw(to(65'000));
+        MovieFile movie;
+        movie.actions(code).show(65'000).place(1, 1).show();
+        // Whether the last leap came to be made.
+        EXPECT_EQ(Screening(movie.file()).player.stage().empty(), leaps > 2);
+    }
+}
+
 TEST(MovieBudget, StopsAMovieThatPlacesWithoutEnd) {
     MovieFile movie;
     for (unsigned count = 0; count <= swf::limits::work; ++count)

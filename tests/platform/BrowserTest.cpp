@@ -1,9 +1,9 @@
 #include "base/Failure.h"
 #include "platform/Browser.h"
-#include "tests/support/Variable.h"
 #include "tests/support/Descriptor.h"
 #include "tests/support/Peer.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Variable.h"
 
 #include <gtest/gtest.h>
 

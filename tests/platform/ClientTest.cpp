@@ -1,8 +1,8 @@
 #include "platform/Client.h"
 
-#include "tests/support/Variable.h"
 #include "tests/support/Peer.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Variable.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "platform/Folders.h"
 
 #include "platform/linux/LinuxFolders.h"
-#include "tests/support/Variable.h"
 #include "tests/platform/forked.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Variable.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "platform/Registry.h"
-#include "tests/support/Variable.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Variable.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/MediaPlayer.h"
-#include "tests/support/Variable.h"
 #include "tests/player/ScriptedPlayer.h"
 #include "tests/support/Peer.h"
 #include "tests/support/SessionBus.h"
+#include "tests/support/Variable.h"
 #include "tests/support/comesTrue.h"
 
 #include <gtest/gtest.h>

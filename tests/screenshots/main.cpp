@@ -1,8 +1,15 @@
+#include "desktop/frmTitle.h"
+#include "platform/Client.h"
+#include "proxy/hostForms.h"
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/FakeWinsock.h"
+#include "ui/FlashButton.h"
+#include "ui/frmabout.h"
+#include "ui/frmhelp.h"
 #include "ui/frmlog.h"
 #include "ui/frmnotes.h"
+#include "ui/frmoptions.h"
 #include "ui/frmpopup.h"
 #include "ui/look.h"
 
@@ -12,6 +19,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <initializer_list>
 #include <iostream>
 #include <string>
 
@@ -75,6 +83,49 @@ void showNotes(Album& album) {
     album.add(notes, "notes");
 }
 
+/// Shows the pages of a window one after the other, each when its movie has come to rest.
+void showPages(Album& album, QWidget& form, const std::string& name,
+               std::initializer_list<int> pages) {
+    form.show();
+    for (const int page : pages) {
+        const QString button = QString("UserControl11(%1)").arg(page);
+        QTest::mouseClick(&form.findChild<FlashButton*>(button)->b1, Qt::LeftButton);
+        QTest::qWait(4000);
+        album.add(form, name + "-" + std::to_string(page));
+    }
+}
+
+void showOptions(Album& album) {
+    FakeFacilities facilities;
+    FakeForeignWindows others;
+    FakeLoop loop;
+    ToldBoxes boxes;
+    struct NoClient final : Client {
+        void start() override {}
+    } client;
+    ShownForm help;
+    frmTitle title(facilities.settings, others, loop);
+    facilities.registry.hasAddOn = true;
+    for (const char* const key : {"alertjoinwindow", "alertopenwindow", "constants", "timestamp"}) {
+        facilities.settings.WriteSetting("Options", key, "True");
+    }
+    facilities.settings.WriteSetting("Options", "progress", "1");
+    frmoptions form({facilities.settings, title, facilities.registry, boxes, others, client, help});
+    showPages(album, form, "options", {0, 1, 2, 4, 5});
+}
+
+void showHelp(Album& album) {
+    frmhelp form;
+    showPages(album, form, "help", {0, 5, 7, 2, 3, 1, 6});
+}
+
+void showAbout(Album& album) {
+    frmabout form;
+    form.show();
+    QTest::qWait(5000);
+    album.add(form, "about");
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -85,5 +136,8 @@ int main(int argc, char* argv[]) {
     showToast(album);
     showLog(album);
     showNotes(album);
+    showOptions(album);
+    showHelp(album);
+    showAbout(album);
     return album.isComplete() ? EXIT_SUCCESS : EXIT_FAILURE;
 }

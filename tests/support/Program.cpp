@@ -59,6 +59,11 @@ Program::Program(const Options& options) {
     // A copy: it keeps its notes beside itself, and nobody else's are to be touched.
     const std::filesystem::path executable = folder.path() / "cobweave";
     std::filesystem::copy_file(COBWEAVE_EXECUTABLE, executable);
+    const std::filesystem::path home = std::filesystem::path(COBWEAVE_EXECUTABLE).parent_path();
+    for (const auto& file : std::filesystem::directory_iterator(home)) {
+        if (file.path().extension() != ".swf") continue;
+        std::filesystem::copy_file(file, folder.path() / file.path().filename());
+    }
     Options whole = options;
     whole.environment.try_emplace("XDG_CONFIG_HOME", folder.path());
     process = fork();

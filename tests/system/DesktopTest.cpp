@@ -4,6 +4,7 @@
 #include "tests/support/Program.h"
 #include "tests/support/Relay.h"
 #include "tests/support/StandIn.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/Variable.h"
 #include "tests/support/messages.h"
 
@@ -72,6 +73,9 @@ protected:
         const auto place = other.geometry(window);
         return place.x == 17 && place.y == screenHeight - toastHeight * (slot + 1) &&
                place.width == 181 && place.height == toastHeight;
+    }
+    [[nodiscard]] bool isShown(const std::string& title) const {
+        return display.runs("xdotool search --onlyvisible --name '^" + title + "$'");
     }
     void clickAt(int left, int top, const std::string& button = "1") const {
         ASSERT_TRUE(display.runs("xdotool mousemove " + std::to_string(left) + " " +
@@ -175,6 +179,60 @@ TEST_F(OnTheDesktop, AConversationKeepsItsTitle) {
     EXPECT_TRUE(isTitled(conversation, "Bob - Conversation"));
 }
 
+/// Clicks and keys of somebody who starts the program for the first time.
+class FirstRun : public OnTheDesktop {
+protected:
+    TemporaryFolder tools;
+
+    void startForTheFirstTime() {
+        const auto wine = tools.path() / "wine";
+        std::ofstream(wine) << "#!/bin/sh\nprintf '%s' \"$*\" > " << started().string() << '\n';
+        std::filesystem::permissions(wine, std::filesystem::perms::owner_all);
+        program = std::make_unique<Program>(
+            Program::Options{.environment = {{"DISPLAY", display.name()},
+                                             {"DBUS_SESSION_BUS_ADDRESS", "disabled:"},
+                                             {"PATH", tools.path().string() + ":/usr/bin:/bin"}}});
+        program->waitUntilReady();
+        display.waitForWindow(options);
+    }
+    [[nodiscard]] std::filesystem::path started() const { return tools.path() / "started"; }
+    [[nodiscard]] std::string commandOfTheClient() const {
+        std::ostringstream text;
+        text << std::ifstream(started()).rdbuf();
+        return text.str();
+    }
+    void clickIn(const char* title, int left, int top) const {
+        ASSERT_TRUE(display.runs(std::string("xdotool search --onlyvisible --name '^") + title +
+                                 "$' windowactivate --sync mousemove --window %1 " +
+                                 std::to_string(left) + " " + std::to_string(top) + " click 1"));
+    }
+    /// Answers the box that is open, and waits until it is gone.
+    void answer(const char* key) {
+        display.waitForWindow("Cobweave");
+        display.press("Cobweave", key);
+    }
+
+    static constexpr const char* options = "Cobweave - Options";
+};
+
+TEST_F(FirstRun, LeadsFromTheOptionsToAClientThatSignsInWithTheChosenStatus) {
+    startForTheFirstTime();
+    display.press(options, "Escape");
+    clickIn(options, 90, 130);
+    clickIn(options, 346, 157);
+    ASSERT_TRUE(display.runs("xdotool sleep 0.3 key Down key Return"));
+    clickIn(options, 510, 380);
+    // Settings are needed; sign out, please; would you like to see the help?
+    answer("Return");
+    answer("Return");
+    EXPECT_TRUE(becomesTrue(
+        [&] { return commandOfTheClient() == "C:\\Program Files\\MSN Messenger\\msnmsgr.exe"; }));
+    answer("alt+y");
+    display.waitForWindow("Cobweave - Help");
+    Relay relay = Relay::through(Program::port);
+    EXPECT_EQ(relay.up("CHG 5 NLN 268435500\r\n"), "CHG 5 BSY 268435500\r\n");
+}
+
 /// With a notification area of the older kind at the upper left corner.
 class WithATray : public OnTheDesktop {
 protected:
@@ -203,14 +261,14 @@ protected:
         const xcb_window_t window = other.topAt(60, 100);
         return window != 0 && other.geometry(window).width < 200;
     }
-    [[nodiscard]] bool isShown(const std::string& title) const {
-        return display.runs("xdotool search --onlyvisible --name '^" + title + "$'");
-    }
 };
 
 TEST_F(WithATray, EachWindowOpensByItsMenuEntryAndClosesByEscape) {
     start();
-    for (const auto& [key, title] : {std::pair{"n", "Cobweave - Notes"}, {"l", "Cobweave - Log"}}) {
+    for (const auto& [key, title] : {std::pair{"n", "Cobweave - Notes"},
+                                     {"l", "Cobweave - Log"},
+                                     {"h", "Cobweave - Help"},
+                                     {"a", "Cobweave - About"}}) {
         choose(key);
         display.waitForWindow(title);
         display.press(title, "Escape");

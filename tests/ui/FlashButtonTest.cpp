@@ -1,4 +1,5 @@
 #include "platform/Folders.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/ui/windows.h"
 #include "ui/FlashButton.h"
 #include "ui/pagePictures.h"
@@ -7,6 +8,7 @@
 
 #include <QAccessible>
 
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -77,7 +79,14 @@ TEST_F(Button, TakesNoOtherCommandOfAMovieForAPress) {
 }
 
 TEST_F(Button, DrawsNothingAndCannotBePressedWithoutItsMovie) {
-    for (const char* const file : {"/nonexistent/button.swf", "/dev/null", "/tmp"}) {
+    const TemporaryFolder folder;
+    const std::filesystem::path none = folder.path() / "none.swf";
+    const std::filesystem::path blank = folder.path() / "blank.swf";
+    std::ofstream(blank).close();
+    const std::filesystem::path wrong = folder.path() / "wrong.swf";
+    std::ofstream(wrong) << "This is no movie.";
+    for (const std::filesystem::path& file :
+         {none, blank, wrong, folder.path(), std::filesystem::path("/dev/null")}) {
         FlashButton empty(&window, file);
         empty.ReadProperties({.Icon = pagePictures::paintBell, .Caption = "   Alerts"});
         empty.Click = [this] { ++clicks; };

@@ -192,6 +192,16 @@ TEST_F(LogWindow, KeepsAHugeLineWholeAndShowsItsBeginning) {
     EXPECT_EQ(QApplication::clipboard()->text().size(), 100'000 + 11);
 }
 
+TEST_F(LogWindow, TheKeysForCopyingTakeTheLineAsItIs) {
+    log.AddItem("\x01");
+    frmlog& form = show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    select(form, 0);
+    form.List1.setFocus();
+    QTest::keyClick(&form.List1, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "\x01 (12:30:05)");
+}
+
 TEST_F(LogWindow, ALongLineIsReachedByScrolling) {
     frmlog& form = show();
     log.AddItem(std::string(500, 'x'));

@@ -45,13 +45,13 @@ protected:
 };
 
 TEST_F(Boxes, HaveTheProgramsTitleTheirIconAndAnOk) {
-    const std::pair<void (MessageBox::*)(std::string_view), QMessageBox::Icon> kinds[] = {
-        {&MessageBox::critical, QMessageBox::Critical},
-        {&MessageBox::exclamation, QMessageBox::Warning},
-        {&MessageBox::information, QMessageBox::Information},
+    const std::pair<std::function<void(std::string_view)>, QMessageBox::Icon> kinds[] = {
+        {[&](auto text) { boxes->critical(text); }, QMessageBox::Critical},
+        {[&](auto text) { boxes->exclamation(text); }, QMessageBox::Warning},
+        {[&](auto text) { boxes->information(text); }, QMessageBox::Information},
     };
     for (const auto& [show, icon] : kinds) {
-        const Seen seen = answer(QMessageBox::Ok, [&] { ((*boxes).*show)("<b>text</b>"); });
+        const Seen seen = answer(QMessageBox::Ok, [&] { show("<b>text</b>"); });
         EXPECT_EQ(seen.title, "Cobweave");
         EXPECT_EQ(seen.text, "<b>text</b>");
         EXPECT_EQ(seen.format, Qt::PlainText);
@@ -70,6 +70,17 @@ TEST_F(Boxes, AQuestionIsAnsweredByYesAlone) {
         EXPECT_EQ(seen.icon, QMessageBox::Question);
         EXPECT_EQ(seen.buttons, QMessageBox::Yes | QMessageBox::No);
     }
+}
+
+TEST_F(Boxes, TellThatTheProgramEndsInsteadOfAnAnswer) {
+    (void)answer(QMessageBox::NoButton, [&] { boxes->information("Closed."); });
+    EXPECT_FALSE(boxes->isEnding());
+    QTimer::singleShot(0, [&] {
+        QTimer::singleShot(0, [] { QApplication::exit(); });
+        boxes->information("Wait.");
+    });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(boxes->isEnding());
 }
 
 TEST(BoxesWithoutWindows, WaitForNobody) {

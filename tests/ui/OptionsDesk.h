@@ -72,6 +72,11 @@ protected:
         void critical(std::string_view text) override { tell("critical", text); }
         void exclamation(std::string_view text) override { tell("exclamation", text); }
         void information(std::string_view text) override { tell("information", text); }
+        /// The box whose text begins so is left without an answer; none when it is empty.
+        std::string endsAt;
+        [[nodiscard]] bool isEnding() const override {
+            return !endsAt.empty() && calls.back().starts_with(endsAt);
+        }
         [[nodiscard]] bool question(std::string_view text) override {
             tell("question", text);
             return answer;

@@ -55,6 +55,20 @@ TEST_F(OptionsFirstRun, GoesOnWithoutAClient) {
               (std::vector<std::string>{refusal, "close 0", signOut, "start the client", offer}));
 }
 
+TEST_F(OptionsFirstRun, DoesNotStartTheClientWhenTheProgramEndsInsteadOfTheAnswer) {
+    boxes.endsAt = "information";
+    openFirst();
+    pressOk();
+    EXPECT_EQ(calls, (std::vector<std::string>{refusal, "close 77", signOut}));
+}
+
+TEST_F(OptionsFirstRun, LeavesTheClientAloneWhenTheProgramEndsUnderTheRefusal) {
+    boxes.endsAt = "critical";
+    openFirst();
+    pressOk();
+    EXPECT_EQ(calls, std::vector<std::string>{refusal});
+}
+
 TEST_F(OptionsFirstRun, AllIsWrittenBeforeAnyBoxComes) {
     std::vector<std::string> under;
     boxes.meanwhile = [&] { under.push_back(stored("useristyping") + stored("tscolor")); };

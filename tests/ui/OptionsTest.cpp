@@ -62,6 +62,7 @@ TEST_F(OptionsWindow, ShowsWhatIsSet) {
     EXPECT_EQ(box("prefix").text(), "(");
     EXPECT_EQ(box("postfix").text(), ")");
     EXPECT_EQ(status().currentText(), "Out To Lunch");
+    EXPECT_EQ(status().currentIndex(), 5);
 }
 
 TEST_F(OptionsWindow, EachToggleHasASettingOfItsOwn) {

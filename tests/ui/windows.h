@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/Peer.h"
+#include "tests/support/comesTrue.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -13,15 +13,6 @@
 #include <string>
 #include <utility>
 #include <vector>
-
-/// Waits for a condition while events are served.
-template <typename Condition>
-[[nodiscard]] bool comesTrue(Condition condition) {
-    return becomesTrue([&] {
-        QCoreApplication::processEvents();
-        return condition();
-    });
-}
 
 /// The shown window of a title; none is a null pointer.
 [[nodiscard]] inline QWidget* windowOf(const QString& title) {

@@ -2,8 +2,8 @@
 
 #include "platform/ForeignWindows.h"
 #include "tests/support/Child.h"
-#include "tests/support/comesTrue.h"
 #include "tests/support/StandIn.h"
+#include "tests/support/comesTrue.h"
 
 #include <gtest/gtest.h>
 
