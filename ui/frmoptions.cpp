@@ -181,6 +181,8 @@ void frmoptions::Text1_Change() {
 void frmoptions::Command1_Click() { close(); }
 
 void frmoptions::Command2_Click() {
+    // Assistive programs press buttons under a box as well.
+    if (isSaving) return;
     constexpr auto noStatus = "Please select an inital sign in status.";
     OptionValues values = shownValues();
     values.completePair();
@@ -194,11 +196,13 @@ void frmoptions::Command2_Click() {
         parts.messageBox.critical(noStatus);
         return;
     }
+    isSaving = true;
     values.write(parts.settings);
     // On a first run this is refused, and the user is told so before the client goes.
     close();
     if (RestartMessenger && !parts.messageBox.isEnding()) restartMessenger();
     RestartMessenger = false;
+    isSaving = false;
     parts.title.savesettings();
 }
 

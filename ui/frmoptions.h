@@ -62,6 +62,8 @@ private:
     void Command2_Click();
 
     Parts parts;
+    /// OK is at work, perhaps under a box.
+    bool isSaving = false;
 
     // General options.
     Placed<ShockwaveFlash> generaloptions{page(0), "generaloptions", {0, 0, 5235, 810}};

@@ -89,7 +89,10 @@ void showPages(Album& album, QWidget& form, const std::string& name,
     form.show();
     for (const int page : pages) {
         const QString button = QString("UserControl11(%1)").arg(page);
-        QTest::mouseClick(&form.findChild<FlashButton*>(button)->b1, Qt::LeftButton);
+        ShockwaveFlash& face = form.findChild<FlashButton*>(button)->b1;
+        QTest::mouseClick(&face, Qt::LeftButton);
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(&face, &leave);
         QTest::qWait(4000);
         album.add(form, name + "-" + std::to_string(page));
     }

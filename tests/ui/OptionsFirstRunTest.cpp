@@ -39,6 +39,14 @@ TEST_F(OptionsFirstRun, OkRefusesToCloseThenStartsTheClientAgainAndOffersHelp) {
     EXPECT_NE(shown(), nullptr);
 }
 
+TEST_F(OptionsFirstRun, OkUnderItsOwnBoxesDoesNothing) {
+    boxes.meanwhile = [] { pressOk(); };
+    openFirst();
+    pressOk();
+    EXPECT_EQ(calls,
+              (std::vector<std::string>{refusal, "close 77", signOut, "start the client", offer}));
+}
+
 TEST_F(OptionsFirstRun, HelpIsShownOnYes) {
     boxes.answer = true;
     openFirst();
