@@ -24,6 +24,9 @@ public:
 /// The title of the Messenger window.
 class TitleForm {
 public:
+    /// What Messenger calls its main window itself.
+    static constexpr std::string_view messengersOwnTitle = "MSN Messenger";
+
     virtual ~TitleForm() = default;
     virtual void Load() {}
     /// The user wants a title of their own.
@@ -32,7 +35,7 @@ public:
     [[nodiscard]] virtual std::string renameText() const { return {}; }
     /// What the window is called while no sign-in is under way.
     [[nodiscard]] std::string restingTitle() const {
-        return renaming() ? renameText() : "MSN Messenger";
+        return renaming() ? renameText() : std::string(messengersOwnTitle);
     }
     /// Writes a title at once, if the user wants progress there.
     virtual void setwindowcaption(std::string_view /*newcaption*/) {}

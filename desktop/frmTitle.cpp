@@ -6,11 +6,8 @@
 
 #include <chrono>
 
-using namespace std::string_view_literals;
-
 namespace {
 
-constexpr auto messengersOwnTitle = "MSN Messenger"sv;
 constexpr std::chrono::milliseconds writeInterval{1};
 constexpr std::chrono::milliseconds watchInterval{50};
 

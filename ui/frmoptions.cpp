@@ -21,12 +21,6 @@
 
 #include <utility>
 
-namespace {
-
-constexpr auto messengersOwnTitle = "MSN Messenger";
-
-}  // namespace
-
 frmoptions::frmoptions(const Parts& parts) : PagedForm(optionsDesign::window), parts(parts) {
     move(screen()->availableGeometry().center() - rect().center());
     addTexts();
@@ -108,8 +102,8 @@ void frmoptions::copyTitle() {
 }
 
 void frmoptions::forgetTitle() {
-    parts.title.setText1(messengersOwnTitle);
-    Text1.setText(messengersOwnTitle);
+    parts.title.setText1(TitleForm::messengersOwnTitle);
+    Text1.setText(toQString(TitleForm::messengersOwnTitle));
     Text1.setEnabled(false);
 }
 

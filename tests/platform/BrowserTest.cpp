@@ -1,9 +1,7 @@
 #include "base/Failure.h"
 #include "platform/Browser.h"
+#include "tests/platform/ProgramFolder.h"
 #include "tests/support/Descriptor.h"
-#include "tests/support/Peer.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/Variable.h"
 
 #include <gtest/gtest.h>
 
@@ -25,29 +23,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder for programs that comes first, with an opener of the test's own.
-class DefaultBrowser : public testing::Test {
+class DefaultBrowser : public testing::Test, protected ProgramFolder {
 protected:
-    /// The opener runs these lines; "$out" is the folder.
-    void script(const std::string& lines) const {
-        const fs::path file = folder.path() / "xdg-open";
-        std::ofstream(file) << "#!/bin/sh\nout='" << folder.path().string() << "'\n" << lines;
-        fs::permissions(file, fs::perms::owner_all);
-    }
-    /// What the opener has left under this name, once it has.
-    [[nodiscard]] std::string left(const std::string& name) const {
-        const fs::path file = folder.path() / name;
-        EXPECT_TRUE(becomesTrue([&] { return fs::exists(file); })) << name;
-        std::ostringstream text;
-        text << std::ifstream(file).rdbuf();
-        return text.str();
-    }
-    [[nodiscard]] bool has(const std::string& name) const {
-        return fs::exists(folder.path() / name);
-    }
+    DefaultBrowser() : ProgramFolder("xdg-open") {}
 
-    TemporaryFolder folder;
-    Variable path{"PATH", folder.path().string() + ":" + std::getenv("PATH")};
     std::unique_ptr<Browser> browser = makeBrowser();
 };
 
@@ -75,12 +54,12 @@ TEST_F(DefaultBrowser, TakesLongAddressesAsFarAsTheSystemDoes) {
 }
 
 TEST_F(DefaultBrowser, IsNotWaitedFor) {
-    ASSERT_EQ(mkfifo((folder.path() / "gate").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo((path() / "gate").c_str(), 0600), 0);
     script(R"(touch "$out/started" && read -r line <"$out/gate" && touch "$out/passed")");
     browser->open("http://example.org/");
     (void)left("started");
     EXPECT_FALSE(has("passed"));
-    std::ofstream(folder.path() / "gate") << "go\n";
+    std::ofstream(path() / "gate") << "go\n";
     (void)left("passed");
 }
 
@@ -112,23 +91,23 @@ TEST_F(DefaultBrowser, HasASessionOfItsOwn) {
 }
 
 TEST_F(DefaultBrowser, ReadsFromNowhereAndHasNoDescriptorsOfTheProgram) {
-    ASSERT_EQ(mkfifo((folder.path() / "gate").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo((path() / "gate").c_str(), 0600), 0);
     script(R"(echo $$ >"$out/new" && mv "$out/new" "$out/process" && read -r line <"$out/gate")");
-    const fs::path secret = folder.path() / "secret";
+    const fs::path secret = path() / "secret";
     const Descriptor inherited(open(secret.c_str(), O_WRONLY | O_CREAT, 0600));
     browser->open("http://example.org/");
     const fs::path files = fs::path("/proc") / std::to_string(std::stoi(left("process"))) / "fd";
     EXPECT_EQ(fs::read_symlink(files / "0"), "/dev/null");
     EXPECT_EQ(fs::read_symlink(files / "1"), "/dev/null");
     EXPECT_FALSE(fs::exists(files / std::to_string(inherited.get())));
-    std::ofstream(folder.path() / "gate") << "go\n";
+    std::ofstream(path() / "gate") << "go\n";
 }
 
 TEST_F(DefaultBrowser, HasNoSignalBlockedOrIgnored) {
     // No shell: it would begin by letting all signals through.
-    std::ofstream(folder.path() / "xdg-open") << "#!/bin/cp /proc/self/status\n";
-    fs::permissions(folder.path() / "xdg-open", fs::perms::owner_all);
-    const fs::path copies = folder.path() / "copies";
+    std::ofstream(path() / "xdg-open") << "#!/bin/cp /proc/self/status\n";
+    fs::permissions(path() / "xdg-open", fs::perms::owner_all);
+    const fs::path copies = path() / "copies";
     fs::create_directory(copies);
     sigset_t some;
     sigset_t before;
@@ -154,15 +133,15 @@ TEST_F(DefaultBrowser, HasNoSignalBlockedOrIgnored) {
 }
 
 TEST_F(DefaultBrowser, FailsWithoutAnOpener) {
-    const Variable nowhere("PATH", folder.path().string());
+    const Variable nowhere("PATH", path().string());
     EXPECT_THROW(browser->open("http://example.org/"), Failure);
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
 }
 
 TEST_F(DefaultBrowser, FailsWithAnOpenerThatCannotRun) {
-    std::ofstream(folder.path() / "xdg-open") << "touch '" << folder.path().string() << "/ran'\n";
-    fs::permissions(folder.path() / "xdg-open", fs::perms::owner_all);
-    const Variable alone("PATH", folder.path().string());
+    std::ofstream(path() / "xdg-open") << "touch '" << path().string() << "/ran'\n";
+    fs::permissions(path() / "xdg-open", fs::perms::owner_all);
+    const Variable alone("PATH", path().string());
     EXPECT_THROW(browser->open("http://example.org/"), Failure);
     EXPECT_FALSE(has("ran"));
 }

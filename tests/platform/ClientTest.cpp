@@ -1,8 +1,5 @@
 #include "platform/Client.h"
-
-#include "tests/support/Peer.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/Variable.h"
+#include "tests/platform/ProgramFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -19,24 +16,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder for programs that comes first, with a Wine of the test's own.
-class WineClient : public testing::Test {
+class WineClient : public testing::Test, protected ProgramFolder {
 protected:
-    void script(const std::string& lines) const {
-        const fs::path file = folder.path() / "wine";
-        std::ofstream(file) << "#!/bin/sh\nout='" << folder.path().string() << "'\n" << lines;
-        fs::permissions(file, fs::perms::owner_all);
-    }
-    [[nodiscard]] std::string left(const std::string& name) const {
-        const fs::path file = folder.path() / name;
-        EXPECT_TRUE(becomesTrue([&] { return fs::exists(file); })) << name;
-        std::ostringstream text;
-        text << std::ifstream(file).rdbuf();
-        return text.str();
-    }
+    WineClient() : ProgramFolder("wine") {}
 
-    TemporaryFolder folder;
-    Variable path{"PATH", folder.path().string() + ":" + std::getenv("PATH")};
     std::unique_ptr<Client> client = makeClient();
 };
 
@@ -58,15 +41,15 @@ TEST_F(WineClient, IsNotWaitedForAndLeavesNothingToReap) {
            "\ntouch \"$out/ended\"\n");
     client->start();
     (void)left("started");
-    EXPECT_FALSE(fs::exists(folder.path() / "ended"));
+    EXPECT_FALSE(fs::exists(path() / "ended"));
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
     EXPECT_EQ(errno, ECHILD);
-    std::ofstream(folder.path() / "go") << '\n';
+    std::ofstream(path() / "go") << '\n';
     (void)left("ended");
 }
 
 TEST_F(WineClient, IsPassedOverWithoutAWordWhereThereIsNoWine) {
-    const Variable nowhere("PATH", folder.path().string());
+    const Variable nowhere("PATH", path().string());
     testing::internal::CaptureStderr();
     EXPECT_NO_THROW(client->start());
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
