@@ -18,10 +18,10 @@
 #include "proxy/hostForms.h"
 #include "stores/NotesStore.h"
 #include "stores/SettingsStore.h"
-#include "ui/clspopups.h"
-#include "ui/freshForms.h"
-#include "ui/keptForms.h"
-#include "ui/look.h"
+#include "ui/common/freshForms.h"
+#include "ui/common/keptForms.h"
+#include "ui/common/look.h"
+#include "ui/toasts/clspopups.h"
 
 #include <QApplication>
 #include <QSysInfo>

@@ -3,37 +3,37 @@ pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
 find_package(Qt6 6.4 REQUIRED COMPONENTS DBus)
 
 set(COBWEAVE_PLATFORM_CORE
+    platform/linux/AtomicFile.cpp
+    platform/linux/Browser.cpp
+    platform/linux/Clock.cpp
     platform/linux/EndSignals.cpp
     platform/linux/EpollNetwork.cpp
     platform/linux/EpollSocket.cpp
-    platform/linux/LinuxBrowser.cpp
-    platform/linux/LinuxClock.cpp
-    platform/linux/LinuxAtomicFile.cpp
-    platform/linux/LinuxFolders.cpp
-    platform/linux/LinuxMachineFacts.cpp
+    platform/linux/Folders.cpp
+    platform/linux/MachineFacts.cpp
     platform/linux/Reactor.cpp
-    platform/linux/WineClient.cpp
-    platform/linux/WineRegistry.cpp
-    platform/linux/startProgram.cpp)
+    platform/linux/startProgram.cpp
+    platform/linux/wine/Client.cpp
+    platform/linux/wine/Registry.cpp)
 set(COBWEAVE_PLATFORM_QT
-    platform/linux/LinuxDisplay.cpp
-    platform/linux/LinuxPlatform.cpp
-    platform/linux/LinuxTrayHost.cpp
-    platform/linux/MessengerWindow.cpp
-    platform/linux/MessengerWindows.cpp
-    platform/linux/MprisBus.cpp
-    platform/linux/MprisPlayer.cpp
-    platform/linux/MprisPlayers.cpp
-    platform/linux/MprisTitle.cpp
-    platform/linux/StatusNotifierSearch.cpp
-    platform/linux/X11Atoms.cpp
-    platform/linux/X11Connection.cpp
-    platform/linux/X11ForeignWindows.cpp
-    platform/linux/X11OwnWindows.cpp
-    platform/linux/X11Title.cpp
-    platform/linux/X11TopMost.cpp
-    platform/linux/X11WindowList.cpp
-    platform/linux/sessionBus.cpp
-    platform/linux/x11OwnWindow.cpp
-    platform/linux/x11Properties.cpp)
+    platform/linux/Platform.cpp
+    platform/linux/TrayHost.cpp
+    platform/linux/bus/MprisBus.cpp
+    platform/linux/bus/MprisPlayer.cpp
+    platform/linux/bus/MprisPlayers.cpp
+    platform/linux/bus/MprisTitle.cpp
+    platform/linux/bus/StatusNotifierSearch.cpp
+    platform/linux/bus/sessionBus.cpp
+    platform/linux/x11/Display.cpp
+    platform/linux/x11/ForeignWindows.cpp
+    platform/linux/x11/MessengerWindow.cpp
+    platform/linux/x11/MessengerWindows.cpp
+    platform/linux/x11/OwnWindows.cpp
+    platform/linux/x11/X11Atoms.cpp
+    platform/linux/x11/X11Connection.cpp
+    platform/linux/x11/X11Title.cpp
+    platform/linux/x11/X11TopMost.cpp
+    platform/linux/x11/X11WindowList.cpp
+    platform/linux/x11/x11OwnWindow.cpp
+    platform/linux/x11/x11Properties.cpp)
 set(COBWEAVE_PLATFORM_LIBRARIES PkgConfig::XCB Qt6::DBus)

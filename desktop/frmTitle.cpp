@@ -21,7 +21,7 @@ frmTitle::frmTitle(SettingsStore& settings, ForeignWindows& windows, EventLoop& 
 }
 
 frmTitle::~frmTitle() {
-    windows.changed = [] {};
+    windows.changed = {};
 }
 
 void frmTitle::Load() {

@@ -1,13 +1,14 @@
 #pragma once
 
+#include "base/Event.h"
+
 #include <chrono>
-#include <functional>
 #include <memory>
 
 /// A periodic timer. It keeps the beat of the moment when it was enabled, also over a rest.
 class Timer {
 public:
-    std::function<void()> tick;
+    Event<> tick;
 
     Timer() = default;
     Timer(const Timer&) = delete;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/Event.h"
 #include "platform/OwnWindows.h"
 
-#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -12,7 +12,7 @@ class ForeignWindows {
 public:
     /// The answer of `MessengerWindowHandle` may be another one from now on. For those who sleep
     /// until then.
-    std::function<void()> changed = [] {};
+    Event<> changed;
 
     ForeignWindows() = default;
     ForeignWindows(const ForeignWindows&) = delete;

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "base/Event.h"
+
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -12,7 +13,7 @@ public:
     using Window = std::uintptr_t;
 
     /// The player that is chosen or its title may have changed. For those who sleep until then.
-    std::function<void()> changed = [] {};
+    Event<> changed;
 
     MediaPlayer() = default;
     MediaPlayer(const MediaPlayer&) = delete;

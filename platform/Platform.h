@@ -1,6 +1,7 @@
 #pragma once
 
-#include <functional>
+#include "base/Event.h"
+
 #include <memory>
 
 class EventLoop;
@@ -23,7 +24,7 @@ public:
     [[nodiscard]] virtual Network& network() = 0;
 
     /// Called when the user or the system asks the process to end.
-    std::function<void()> endRequested;
+    Event<> endRequested;
 };
 
 [[nodiscard]] std::unique_ptr<Platform> makePlatform();

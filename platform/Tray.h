@@ -1,6 +1,7 @@
 #pragma once
 
-#include <functional>
+#include "base/Event.h"
+
 #include <memory>
 #include <string>
 #include <string_view>
@@ -10,7 +11,7 @@
 struct MenuEntry {
     std::string name;
     std::string caption;
-    std::function<void()> action;
+    Event<> action;
 };
 
 /// The program's icon in the notification area of the desktop.

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <functional>
+#include "base/Event.h"
+
 #include <memory>
 
 /// Finds out when the desktop has a place for the icon.
 class TrayHost {
 public:
     /// The place is there. Comes once.
-    std::function<void()> found = [] {};
+    Event<> found;
 
     TrayHost() = default;
     TrayHost(const TrayHost&) = delete;

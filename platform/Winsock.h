@@ -1,8 +1,9 @@
 #pragma once
 
+#include "base/Event.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -38,17 +39,17 @@ struct SocketTrouble {
 class Winsock {
 public:
     /// Listening only: a client wants to connect. One that nobody accepts in the event is dropped.
-    std::function<void(RequestId requestID)> ConnectionRequest;
+    Event<RequestId> ConnectionRequest;
     /// Something has arrived, to be fetched with `GetData` within the event.
-    std::function<void(std::size_t bytesTotal)> DataArrival;
+    Event<std::size_t> DataArrival;
     /// What `Connect` began has succeeded.
-    std::function<void()> Connected;
+    Event<> Connected;
     /// Bytes have gone to the system: so many now, so many still waiting. The event of bytes that
     /// go at once comes before `SendData` returns.
-    std::function<void(std::size_t bytesSent, std::size_t bytesRemaining)> SendProgress;
+    Event<std::size_t, std::size_t> SendProgress;
     /// `State` is no longer Connected, and nobody asked for that. For those who sleep until there
     /// is a state to look at; what the new state means is theirs to find out.
-    std::function<void()> ConnectionLost;
+    Event<> ConnectionLost;
 
     Winsock() = default;
     Winsock(const Winsock&) = delete;

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "base/Event.h"
 #include "conversation/Conversation.h"
 #include "platform/EventLoop.h"
 #include "platform/Winsock.h"
 
 #include <array>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -19,11 +19,11 @@ struct ProxyHost;
 class MSNProxy final : private Conversation {
 public:
     /// A text to show to the user as a toast.
-    std::function<void(std::string_view text)> popup;
+    Event<std::string_view> popup;
     /// A text for the log.
-    std::function<void(std::string_view text)> log;
+    Event<std::string_view> log;
     /// The connection is over, and so is the use of this instance.
-    std::function<void()> FreePort;
+    Event<> FreePort;
 
     explicit MSNProxy(ProxyHost& host);
 

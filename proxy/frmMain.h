@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Event.h"
 #include "conversation/Conversation.h"
 #include "conversation/ProcessValues.h"
 #include "platform/Winsock.h"
@@ -8,7 +9,6 @@
 #include "proxy/hostForms.h"
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -32,7 +32,7 @@ public:
     ProcessValues values;
 
     /// Ends the process at once with status 0. Does not return.
-    std::function<void()> endProcess;
+    Event<> endProcess;
 
     frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, HostForms forms,
             Facilities facilities);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Event.h"
+
 #include <cstddef>
 #include <filesystem>
 #include <functional>
@@ -18,7 +20,7 @@
 class NotesStore {
 public:
     /// A note was added at the end. For a window that shows them.
-    std::function<void()> added = [] {};
+    Event<> added;
 
     /// `tell` takes one text for the user, of a save that failed and what becomes of the notes.
     NotesStore(std::filesystem::path path, std::function<void(std::string_view)> tell);
@@ -42,7 +44,7 @@ private:
     void tellUnsaved(const std::string& reason, const std::string& remedy) const;
 
     std::filesystem::path path;
-    std::function<void(std::string_view)> tell;
+    Event<std::string_view> tell;
     std::vector<std::string> notes;
     bool unread = false;
 };

@@ -3,7 +3,7 @@
 #include "platform/Winsock.h"
 #include "platform/linux/EpollNetwork.h"
 #include "platform/linux/Reactor.h"
-#include "platform/linux/SendQueue.h"
+#include "platform/shared/SendQueue.h"
 
 /// A socket in the reactor's set. Each time that it is readable one read is made, at once, and is
 /// one `DataArrival`.

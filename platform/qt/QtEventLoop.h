@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/EventLoop.h"
-#include "platform/TimerQueue.h"
+#include "platform/shared/TimerQueue.h"
 
 #include <QTimer>
 

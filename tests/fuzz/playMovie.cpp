@@ -1,8 +1,8 @@
 #include "tests/fuzz/playMovie.h"
 
-#include "platform/qt/MoviePainter.h"
-#include "platform/swf/MovieLoader.h"
-#include "platform/swf/Player.h"
+#include "movies/player/MovieLoader.h"
+#include "movies/player/Player.h"
+#include "movies/qt/MoviePainter.h"
 
 #include <QImage>
 

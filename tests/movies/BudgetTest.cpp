@@ -1,4 +1,4 @@
-#include "platform/swf/limits.h"
+#include "movies/player/limits.h"
 #include "tests/movies/MovieFile.h"
 #include "tests/movies/Screening.h"
 

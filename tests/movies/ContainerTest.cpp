@@ -1,5 +1,5 @@
-#include "platform/swf/MovieLoader.h"
-#include "platform/swf/limits.h"
+#include "movies/player/MovieLoader.h"
+#include "movies/player/limits.h"
 #include "tests/movies/MovieFile.h"
 
 #include <gtest/gtest.h>

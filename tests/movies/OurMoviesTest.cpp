@@ -1,4 +1,4 @@
-#include "platform/qt/ShockwaveFlash.h"
+#include "movies/qt/ShockwaveFlash.h"
 #include "tests/movies/Screening.h"
 #include "tests/support/comesTrue.h"
 

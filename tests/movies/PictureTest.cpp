@@ -1,6 +1,6 @@
-#include "platform/qt/MoviePictures.h"
+#include "movies/qt/MoviePictures.h"
 
-#include "platform/swf/limits.h"
+#include "movies/player/limits.h"
 #include "tests/movies/MovieFile.h"
 #include "tests/movies/Screening.h"
 

@@ -1,7 +1,7 @@
-#include "platform/swf/Reader.h"
+#include "movies/player/Reader.h"
 
 #include "base/Failure.h"
-#include "platform/swf/recordReaders.h"
+#include "movies/player/recordReaders.h"
 #include "tests/movies/MovieFile.h"
 
 #include <gtest/gtest.h>

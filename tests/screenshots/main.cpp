@@ -4,14 +4,14 @@
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/FakeWinsock.h"
-#include "ui/FlashButton.h"
-#include "ui/frmabout.h"
-#include "ui/frmhelp.h"
-#include "ui/frmlog.h"
-#include "ui/frmnotes.h"
-#include "ui/frmoptions.h"
-#include "ui/frmpopup.h"
-#include "ui/look.h"
+#include "ui/about/frmabout.h"
+#include "ui/common/FlashButton.h"
+#include "ui/common/look.h"
+#include "ui/help/frmhelp.h"
+#include "ui/log/frmlog.h"
+#include "ui/notes/frmnotes.h"
+#include "ui/options/frmoptions.h"
+#include "ui/toasts/frmpopup.h"
 
 #include <QApplication>
 #include <QPixmap>

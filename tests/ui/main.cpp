@@ -1,4 +1,4 @@
-#include "ui/look.h"
+#include "ui/common/look.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,184 @@
+#include "movies/maker/Description.h"
+
+#include "movies/maker/actionCode.h"
+#include "movies/maker/shapeTags.h"
+
+#include <QByteArray>
+
+#include <cmath>
+
+namespace {
+
+constexpr unsigned end = 0;
+constexpr unsigned setBackgroundColor = 9;
+constexpr unsigned defineButton2 = 34;
+constexpr unsigned defineSprite = 39;
+constexpr unsigned version = 6;
+
+/// The bits of a button's conditions.
+unsigned readCondition(Statement& statement) {
+    constexpr unsigned keyShift = 9;
+    if (statement.take("over")) return 0x001;
+    if (statement.take("out")) return 0x002 | 0x040;
+    if (statement.take("press")) return 0x004;
+    if (statement.take("release")) return 0x008;
+    statement.expect("key");
+    return static_cast<unsigned>(statement.whole("the number of a key")) << keyShift;
+}
+
+Bytes buttonRecord(unsigned states, unsigned thing, unsigned depth) {
+    Bytes bytes;
+    bytes.u8(states);
+    bytes.u16(thing);
+    bytes.u16(depth);
+    shapeTags::writeMatrix(bytes, {});
+    bytes.u8(0);  // colours as they are
+    return bytes;
+}
+
+}  // namespace
+
+Description::Description(const std::filesystem::path& path, std::string_view version) {
+    read(path, version);
+    if (width <= 0 || height <= 0) {
+        Statement{path.string(), 0, {}, 0}.complain("a movie has a size");
+    }
+}
+
+void Description::read(const std::filesystem::path& path, std::string_view version) {
+    Block lines = readSource(path, version);
+    for (std::size_t index = 0; index < lines.size(); ++index) {
+        Statement& line = lines[index];
+        if (line.take("use")) {
+            read(path.parent_path() / line.word("a file"), version);
+            continue;
+        }
+        const bool shape = line.take("shape");
+        const bool sprite = !shape && line.take("sprite");
+        if (!shape && !sprite && !line.take("button")) {
+            readLine(line);
+            continue;
+        }
+        const std::string name = line.word("a name");
+        line.finish();
+        Block block;
+        for (++index; index < lines.size() && lines[index].words.front() != "end"; ++index) {
+            block.push_back(lines[index]);
+        }
+        if (index == lines.size()) line.complain("its end is missing");
+        if (shape) {
+            readShape(line, name, block);
+        } else if (sprite) {
+            readSprite(line, name, block);
+        } else {
+            readButton(line, name, block);
+        }
+    }
+}
+
+void Description::readLine(Statement& statement) {
+    if (statement.take("size")) {
+        width = statement.number("a width");
+        height = statement.number("a height");
+    } else if (statement.take("rate")) {
+        rate = statement.number("a number of frames a second");
+    } else if (statement.take("background")) {
+        background = paints.tint(statement);
+    } else if (statement.take("color")) {
+        paints.readColor(statement);
+    } else if (statement.take("gradient")) {
+        paints.readGradient(statement);
+    } else if (!score.read(statement)) {
+        statement.complain("nothing begins with \"" + statement.words.front() + "\"");
+    }
+    statement.finish();
+}
+
+void Description::readShape(const Statement& head, const std::string& name, Block& block) {
+    Drawing drawing;
+    for (Statement& line : block)
+        drawing.push_back(readStroke(line, paints));
+    if (drawing.empty()) head.complain("an empty shape");
+    const unsigned number = definitions.add(head, name);
+    definitions.append(shapeTags::shape(number, drawing));
+}
+
+void Description::readSprite(const Statement& head, const std::string& name, Block& block) {
+    Score own(definitions, paints);
+    for (Statement& line : block) {
+        if (!own.read(line)) line.complain("this has no place in a sprite");
+    }
+    Bytes body;
+    body.u16(definitions.add(head, name));
+    body.u16(static_cast<unsigned>(own.frameCount()));
+    body.append(own.tags());
+    body.append(tag(end, {}));
+    definitions.append(tag(defineSprite, body));
+}
+
+void Description::readButton(const Statement& head, const std::string& name, Block& block) {
+    Bytes records;
+    unsigned depth = 0;
+    std::vector<Bytes> conditions;
+    for (Statement& line : block) {
+        if (line.take("on")) {
+            Bytes condition;
+            condition.u16(readCondition(line));
+            condition.append(actionCode::read(line));
+            condition.u8(end);
+            conditions.push_back(condition);
+            continue;
+        }
+        unsigned states = 0;
+        if (line.take("up")) states |= 1;
+        if (line.take("over")) states |= 2;
+        if (line.take("down")) states |= 4;
+        if (line.take("hit")) states |= 8;
+        if (states == 0) line.complain("a button is up, over, down or hit, or acts on an event");
+        records.append(buttonRecord(states, definitions.find(line, line.word("a thing")), ++depth));
+        line.finish();
+    }
+    records.u8(end);
+
+    Bytes body;
+    body.u16(definitions.add(head, name));
+    body.u8(0);
+    const auto size = static_cast<unsigned>(records.get().size());
+    body.u16(conditions.empty() ? 0 : size + 2);
+    body.append(records);
+    for (std::size_t index = 0; index < conditions.size(); ++index) {
+        const bool last = index + 1 == conditions.size();
+        const auto length = static_cast<unsigned>(conditions[index].get().size());
+        body.u16(last ? 0 : length + 2);
+        body.append(conditions[index]);
+    }
+    definitions.append(tag(defineButton2, body));
+}
+
+std::string Description::file() const {
+    Bytes body;
+    shapeTags::writeRect(body, 0, width, 0, height);
+    body.u16(static_cast<unsigned>(std::lround(rate * 256)));
+    body.u16(static_cast<unsigned>(score.frameCount()));
+    if (background) {
+        Bytes color;
+        color.u8(background->red);
+        color.u8(background->green);
+        color.u8(background->blue);
+        body.append(tag(setBackgroundColor, color));
+    }
+    body.append(definitions.get());
+    body.append(score.tags());
+    body.append(tag(end, {}));
+
+    constexpr std::size_t headBytes = 8;
+    constexpr int smallest = 9;
+    Bytes all;
+    all.append("CWS");
+    all.u8(version);
+    all.u32(static_cast<std::uint32_t>(body.get().size() + headBytes));
+    const QByteArray packed = qCompress(QByteArray::fromStdString(body.get()), smallest);
+    // Qt puts the length in front, in four bytes.
+    all.append(packed.mid(4).toStdString());
+    return all.get();
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "movies/maker/Paints.h"
+#include "movies/maker/Source.h"
+
+#include <QPainterPath>
+
+#include <string>
+#include <vector>
+
+/// Something painted: an area, or a line when `width` is not 0. Lengths are in pixels.
+struct Stroke {
+    double width = 0;
+    Paint paint;
+    QPainterPath path;
+};
+
+/// What lies over one another in a shape, from bottom to top.
+using Drawing = std::vector<Stroke>;
+
+/// "fill PAINT GEOMETRY" or "line WIDTH PAINT GEOMETRY", where the geometry is one of
+///     rect X Y WIDTH HEIGHT, rounded X Y WIDTH HEIGHT RADIUS, circle X Y RADIUS,
+///     ellipse X Y ACROSS DOWN, path M X Y L X Y Q X Y X Y C X Y X Y X Y Z,
+///     text "TEXT" X BASELINE SIZE [bold] [middle or right].
+[[nodiscard]] Stroke readStroke(Statement& statement, const Paints& paints);

@@ -1,0 +1,248 @@
+#include "movies/player/MovieLoader.h"
+
+#include "base/Failure.h"
+#include "movies/player/bitmapReaders.h"
+#include "movies/player/buttonReaders.h"
+#include "movies/player/limits.h"
+#include "movies/player/placeReaders.h"
+#include "movies/player/recordReaders.h"
+#include "movies/player/shapeReaders.h"
+#include "movies/player/textReaders.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace swf {
+
+namespace {
+
+constexpr std::size_t headBytes = 8;
+
+std::size_t weightOf(const Shape& shape) {
+    return shape.edges.size() + 8 * (1 + shape.fills.size() + shape.lines.size());
+}
+
+/// What a character takes of memory, in about the size of edges.
+std::size_t weightOf(const Character& character) {
+    if (const auto* shape = std::get_if<Shape>(&character)) return weightOf(*shape);
+    if (const auto* morph = std::get_if<MorphShape>(&character)) {
+        return weightOf(morph->start) + weightOf(morph->end);
+    }
+    if (const auto* text = std::get_if<Text>(&character)) return text->glyphs.size();
+    if (const auto* button = std::get_if<Button>(&character)) {
+        return 4 * (button->records.size() + button->actions.size());
+    }
+    std::size_t weight = 0;
+    if (const auto* font = std::get_if<Font>(&character)) {
+        for (const Shape& glyph : font->glyphs)
+            weight += weightOf(glyph);
+    }
+    return weight;
+}
+
+ShapeVersion shapeVersion(unsigned code) {
+    return code == 2    ? ShapeVersion::One
+           : code == 22 ? ShapeVersion::Two
+           : code == 32 ? ShapeVersion::Three
+                        : ShapeVersion::Four;
+}
+
+}  // namespace
+
+MovieLoader::MovieLoader(std::string file) : file(std::move(file)) {
+    attempt([&] { begin(); });
+}
+
+bool MovieLoader::step() {
+    switch (stage) {
+        case Stage::Unpacking: unpackStep(); break;
+        case Stage::Reading: readStep(); break;
+        case Stage::Done: break;
+    }
+    return stage != Stage::Done;
+}
+
+void MovieLoader::begin() {
+    stage = Stage::Done;
+    Reader head(file);
+    const std::string_view sign = head.bytes(3);
+    if (sign != "FWS" && sign != "CWS") return;
+    movie->version = head.u8();
+    head.skip(4);  // the length, which is not always that of the file
+    if (file.size() > limits::fileBytes) return;
+    if (sign == "CWS") {
+        // At once for all steps, since it takes long to move what has been unpacked; what is not
+        // used costs nothing. No byte unpacks to more than 1032.
+        movie->bytes.reserve(std::min(limits::unpackedBytes, file.size() * 1040) +
+                             limits::bytesAStep);
+        inflater.emplace(head.rest());
+    }
+    stage = Stage::Unpacking;
+}
+
+void MovieLoader::unpackStep() {
+    bool more = false;
+    if (inflater) {
+        const std::size_t room = limits::unpackedBytes - movie->bytes.size();
+        more = inflater->unpack(movie->bytes, std::min(limits::bytesAStep, room)) &&
+               movie->bytes.size() < limits::unpackedBytes;
+    } else {
+        movie->bytes = file.substr(headBytes);
+    }
+    if (more) return;
+    inflater.reset();
+    file = {};
+    stage = Stage::Done;
+    attempt([&] { readHeader(); });
+}
+
+void MovieLoader::readHeader() {
+    tags = Reader(movie->bytes);
+    const Rect frame = readRect(tags);
+    const double rate = tags.u16() / 256.0;
+    static_cast<void>(tags.u16());  // the number of frames, which the frames tell themselves
+    if (frame.width() <= 0 || frame.height() <= 0) return;
+    movie->frame = frame;
+    movie->framesASecond = rate;
+    stage = Stage::Reading;
+}
+
+void MovieLoader::readStep() {
+    std::size_t work = 0;
+    bool complete = true;
+    attempt([&] {
+        while (work < limits::bytesAStep && stage == Stage::Reading)
+            work += readTag();
+        complete = stage == Stage::Done;
+    });
+    if (complete) stage = Stage::Done;
+}
+
+std::size_t MovieLoader::readTag() {
+    Reader& source = spriteTags ? *spriteTags : tags;
+    if (spriteTags && source.atEnd()) {
+        spriteTags.reset();
+        return 1;
+    }
+    if (++tagsRead > limits::tags) {
+        stage = Stage::Done;
+        return 1;
+    }
+    const unsigned head = source.u16();
+    std::size_t length = head & 63U;
+    if (length == 63) length = source.u32();
+    const unsigned code = head >> 6U;
+    // A tag that is cut off is read as far as it goes when it holds more tags.
+    if (code == 39 && !spriteTags) length = std::min(length, source.rest().size());
+    Reader tag(source.bytes(length));
+    if (code == 0) {
+        if (spriteTags) {
+            spriteTags.reset();
+        } else {
+            stage = Stage::Done;
+        }
+    } else if (code == 39 && !spriteTags) {
+        const std::uint16_t number = tag.u16();
+        tag.skip(2);
+        // Of two characters of one number the first counts; the second is read into nothing.
+        sprite = std::get_if<Timeline>(add(number, Timeline()));
+        if (sprite == nullptr) sprite = &unused.emplace();
+        spriteTags = tag;
+        return limits::bytesForATag;
+    } else {
+        // A tag with a fault is left out; the next one begins where its length says.
+        attempt([&] {
+            if (!readControl(code, tag)) readDefinition(code, tag);
+        });
+    }
+    return limits::bytesForATag + length;
+}
+
+bool MovieLoader::readControl(unsigned code, Reader tag) {
+    switch (code) {
+        case 1: endFrame(); return true;
+        case 4: addControl(readFirstPlace(tag)); return true;
+        case 5: tag.skip(2); [[fallthrough]];
+        case 28: addControl(Remove{tag.u16()}); return true;
+        case 12: addControl(Actions{tag.rest()}); return true;
+        case 26: addControl(readPlace(tag, false)); return true;
+        case 70: addControl(readPlace(tag, true)); return true;
+        case 43: addLabel(tag.text()); return true;
+        default: return false;
+    }
+}
+
+void MovieLoader::readDefinition(unsigned code, Reader tag) {
+    // None of these may stand in a sprite.
+    if (spriteTags) return;
+    switch (code) {
+        case 9: movie->background = readColor(tag, false); return;
+        case 8: jpegTables = tag.rest(); return;
+        default: break;
+    }
+    const std::uint16_t number = tag.u16();
+    switch (code) {
+        case 2:
+        case 22:
+        case 32:
+        case 83: add(number, readShape(tag, shapeVersion(code))); break;
+        case 46: add(number, readMorphShape(tag, false)); break;
+        case 84: add(number, readMorphShape(tag, true)); break;
+        case 10: add(number, readFirstFont(tag)); break;
+        case 48: add(number, readNamedFont(tag, false)); break;
+        case 75: add(number, readNamedFont(tag, true)); break;
+        case 11: add(number, readText(tag, false)); break;
+        case 33: add(number, readText(tag, true)); break;
+        case 6: add(number, readJpeg(tag, 1, jpegTables)); break;
+        case 21: add(number, readJpeg(tag, 2, {})); break;
+        case 35: add(number, readJpeg(tag, 3, {})); break;
+        case 90: add(number, readJpeg(tag, 4, {})); break;
+        case 20: add(number, readPacked(tag, false)); break;
+        case 36: add(number, readPacked(tag, true)); break;
+        case 7: add(number, readFirstButton(tag)); break;
+        case 34: add(number, readSecondButton(tag)); break;
+        case 23: {
+            const auto found = movie->characters.find(number);
+            if (found == movie->characters.end()) return;
+            if (auto* button = std::get_if<Button>(&found->second)) readButtonColors(tag, *button);
+            break;
+        }
+        default: break;  // sounds, video, script and what came later
+    }
+}
+
+Character* MovieLoader::add(std::uint16_t number, Character character) {
+    weight += weightOf(character);
+    if (weight > limits::edges || movie->characters.size() >= limits::characters) {
+        stage = Stage::Done;
+        return nullptr;
+    }
+    const auto [place, isNew] = movie->characters.emplace(number, std::move(character));
+    return isNew ? &place->second : nullptr;
+}
+
+bool MovieLoader::hasRoom() {
+    if (++controls > limits::controls) stage = Stage::Done;
+    return stage != Stage::Done;
+}
+
+void MovieLoader::addControl(const Control& control) {
+    if (hasRoom()) timeline().controls.push_back(control);
+}
+
+void MovieLoader::addLabel(std::string_view label) {
+    if (hasRoom()) timeline().labels.emplace(label, timeline().frameCount());
+}
+
+void MovieLoader::endFrame() {
+    if (hasRoom()) timeline().frameEnds.push_back(timeline().controls.size());
+}
+
+std::shared_ptr<const Movie> readMovie(std::string file) {
+    MovieLoader loader(std::move(file));
+    while (loader.step()) {
+    }
+    return loader.take();
+}
+
+}  // namespace swf

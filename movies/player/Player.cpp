@@ -1,0 +1,121 @@
+#include "movies/player/Player.h"
+
+#include "movies/player/actions.h"
+#include "movies/player/buttons.h"
+#include "movies/player/limits.h"
+
+#include <utility>
+
+namespace swf {
+
+Player::Player(std::shared_ptr<const Movie> movie) : content(std::move(movie)), scene(*content) {
+    beginTurn();
+    scene.start();
+    endTurn();
+}
+
+void Player::advance() {
+    if (ended) return;
+    beginTurn();
+    scene.advance();
+    runQueued();
+    // Buttons may have moved under the mouse, or away from it.
+    if (mouseKnown) follow(buttonAt(scene, lastPlace), wasHeld);
+    endTurn();
+}
+
+void Player::mouse(Point place, bool held) {
+    mouseKnown = true;
+    lastPlace = place;
+    beginTurn();
+    follow(buttonAt(scene, place), held);
+    endTurn();
+}
+
+void Player::mouseLeft(bool held) {
+    mouseKnown = false;
+    beginTurn();
+    follow(0, held);
+    endTurn();
+}
+
+bool Player::key(unsigned code) {
+    if (code == 0) return false;
+    beginTurn();
+    bool taken = false;
+    eachButton(scene, [&](const Instance& instance) {
+        for (const ButtonActions& actions : instance.face->button->actions) {
+            if (actions.key != code || !scene.work()) continue;
+            scene.queue(instance.face->parent, actions.code);
+            taken = true;
+        }
+    });
+    endTurn();
+    return taken;
+}
+
+std::vector<Command> Player::takeCommands() { return std::exchange(commands, {}); }
+
+void Player::endTurn() {
+    runQueued();
+    exhaustedTurns = scene.exhausted() ? exhaustedTurns + 1 : 0;
+    // It would go on like this for ever.
+    if (exhaustedTurns >= limits::exhaustedFrames) ended = true;
+}
+
+void Player::runQueued() {
+    auto& queue = scene.queued();
+    while (!queue.empty()) {
+        const auto next = queue.front();
+        queue.pop_front();
+        runActions(scene, next.clip, next.code, commands);
+    }
+}
+
+void Player::follow(InstanceNumber over, bool held) {
+    using State = ButtonRecord::State;
+    const bool pressed = held && !wasHeld;
+    const bool released = !held && wasHeld;
+    wasHeld = held;
+    if (captured != 0) {
+        const bool inside = over == captured;
+        if (released) {
+            hovered = inside ? captured : 0;
+            change(captured, inside ? State::Over : State::Up,
+                   inside ? ButtonEvent::OverDownToOverUp : ButtonEvent::OutDownToIdle);
+            captured = 0;
+        } else if (inside != capturedInside) {
+            capturedInside = inside;
+            change(captured, inside ? State::Down : State::Over,
+                   inside ? ButtonEvent::OutDownToOverDown : ButtonEvent::OverDownToOutDown);
+        }
+        if (captured != 0) return;
+    }
+    // A mouse that comes with its button held has gone down elsewhere.
+    if (held && !pressed) return;
+    if (over != hovered) {
+        change(std::exchange(hovered, over), State::Up, ButtonEvent::OverUpToIdle);
+        change(hovered, State::Over, ButtonEvent::IdleToOverUp);
+    }
+    if (pressed && hovered != 0) {
+        captured = hovered;
+        capturedInside = true;
+        change(captured, State::Down, ButtonEvent::OverUpToOverDown);
+    }
+}
+
+void Player::change(InstanceNumber button, ButtonRecord::State state, ButtonEvent event) {
+    if (button == 0) return;
+    eachButton(scene, [&](Instance& instance) {
+        if (instance.number != button) return;
+        Face& face = *instance.face;
+        if (face.state != state) scene.setState(face, state);
+        for (const ButtonActions& actions : face.button->actions) {
+            if (actions.events & static_cast<unsigned>(event)) {
+                scene.queue(face.parent, actions.code);
+            }
+        }
+    });
+}
+
+}  // namespace swf

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "movies/player/geometry.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace swf {
+
+struct GradientStop {
+    /// 0 to 255.
+    std::uint8_t ratio = 0;
+    Color color;
+};
+
+struct Fill {
+    enum class Kind { Solid, Linear, Radial, Bitmap };
+    enum class Spread { Pad, Reflect, Repeat };
+
+    Kind kind = Kind::Solid;
+    Color color;
+    /// From the gradient's square, 32768 wide around its middle, or the picture's pixels.
+    Matrix matrix;
+    std::vector<GradientStop> stops;
+    Spread spread = Spread::Pad;
+    /// Where a radial gradient begins, from -1 to 1 on its own x axis.
+    double focus = 0;
+    std::uint16_t bitmap = 0;
+    bool repeated = false;
+    bool smooth = true;
+};
+
+struct Line {
+    enum class Cap { Round, None, Square };
+    enum class Join { Round, Bevel, Miter };
+
+    double width = 0;
+    Color color;
+    std::optional<Fill> fill;
+    Cap cap = Cap::Round;
+    Join join = Join::Round;
+    double miter = 3;
+    /// False for a line that keeps its width when it is scaled.
+    bool scaled = true;
+};
+
+/// A straight line, or a quadratic curve when `curved`; the control point of a straight line lies
+/// in its middle.
+struct Edge {
+    Point from;
+    Point control;
+    Point to;
+    bool curved = false;
+};
+
+/// Edges that follow one another with the same styles. Styles count from 1 over all fills and lines
+/// of the shape; 0 is none. `fill0` lies to the left of the way, `fill1` to the right.
+struct Run {
+    std::uint32_t fill0 = 0;
+    std::uint32_t fill1 = 0;
+    std::uint32_t line = 0;
+    std::uint32_t first = 0;
+    std::uint32_t count = 0;
+};
+
+/// The number of fills and lines that belong to a layer or to one below it.
+struct Layer {
+    std::size_t fills = 0;
+    std::size_t lines = 0;
+};
+
+struct Shape {
+    std::vector<Fill> fills;
+    std::vector<Line> lines;
+    /// From bottom to top; never empty once the shape has been read.
+    std::vector<Layer> layers;
+    std::vector<Run> runs;
+    std::vector<Edge> edges;
+};
+
+/// Two shapes of the same make: all that is counted in one is counted alike in the other.
+struct MorphShape {
+    Shape start;
+    Shape end;
+
+    /// The shape at `ratio`, 0 to 65535, of the way.
+    [[nodiscard]] Shape at(std::uint16_t ratio) const;
+};
+
+}  // namespace swf

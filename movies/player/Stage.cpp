@@ -1,0 +1,204 @@
+#include "movies/player/Stage.h"
+
+#include "movies/player/limits.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace swf {
+
+namespace {
+
+bool moves(const Clip& clip) { return clip.playing && clip.timeline->frameCount() > 1; }
+
+}  // namespace
+
+Stage::Stage(const Movie& movie) : content(movie) {
+    main.number = ++lastNumber;
+    main.timeline = &movie.timeline;
+    clips.emplace(main.number, &main);
+}
+
+Clip* Stage::find(InstanceNumber clip) const {
+    const auto found = clips.find(clip);
+    return found == clips.end() ? nullptr : found->second;
+}
+
+void Stage::beginTurn() {
+    ++turn;
+    workLeft = limits::work;
+}
+
+bool Stage::work(unsigned pieces) {
+    workLeft -= std::min(pieces, workLeft);
+    return workLeft > 0;
+}
+
+void Stage::start() {
+    main.born = turn;
+    DisplayList none;
+    applyFrame(main, 0, none, true);
+}
+
+void Stage::advance() { advance(main); }
+
+void Stage::advance(Clip& clip) {
+    if (clip.born < turn && swf::moves(clip)) goTo(clip, clip.frame + 1);
+    advanceInner(clip.list);
+}
+
+void Stage::advanceInner(DisplayList& list) {
+    for (auto& [depth, instance] : list) {
+        if (instance.clip) advance(*instance.clip);
+        if (instance.face) advanceInner(instance.face->list);
+    }
+}
+
+void Stage::goTo(Clip& clip, std::size_t frame) {
+    const std::size_t count = clip.timeline->frameCount();
+    if (count == 0 || frame == clip.frame) return;
+    // The first frame comes after the last.
+    if (frame >= count) frame = 0;
+    // Frames that are passed over take time, also those in which nothing happens.
+    const std::size_t passed = frame < clip.frame ? frame : frame - clip.frame;
+    if (!work(static_cast<unsigned>(1 + passed / 64))) return;
+    DisplayList old;
+    std::size_t next = clip.frame + 1;
+    if (frame <= clip.frame) {
+        old = std::exchange(clip.list, {});
+        next = 0;
+        changed = true;
+    }
+    clip.frame = frame;
+    for (; next < frame; ++next)
+        applyFrame(clip, next, old, false);
+    applyFrame(clip, frame, old, true);
+    forget(old);
+}
+
+void Stage::applyFrame(Clip& clip, std::size_t frame, DisplayList& old, bool withActions) {
+    const Timeline& timeline = *clip.timeline;
+    if (frame >= timeline.frameCount()) return;
+    const std::size_t first = frame == 0 ? 0 : timeline.frameEnds[frame - 1];
+    for (std::size_t index = first; index < timeline.frameEnds[frame]; ++index) {
+        if (!work()) return;
+        const Control& control = timeline.controls[index];
+        if (const auto* place = std::get_if<Place>(&control)) {
+            apply(clip, *place, frame, old);
+        } else if (const auto* remove = std::get_if<Remove>(&control)) {
+            const auto found = clip.list.find(remove->depth);
+            if (found == clip.list.end()) continue;
+            forget(found->second);
+            clip.list.erase(found);
+            changed = true;
+        } else if (withActions) {
+            queue(clip.number, std::get<Actions>(control).code);
+        }
+    }
+}
+
+void Stage::apply(Clip& clip, const Place& place, std::size_t frame, DisplayList& old) {
+    const auto found = clip.list.find(place.depth);
+    Instance* instance = found == clip.list.end() ? nullptr : &found->second;
+    if (place.character &&
+        (!place.move || instance == nullptr || instance->character != *place.character)) {
+        const Matrix matrix = instance != nullptr && place.move ? instance->matrix : Matrix();
+        const ColorTransform colors =
+            instance != nullptr && place.move ? instance->colors : ColorTransform();
+        instance =
+            put(clip.list, old, place.depth, *place.character, frame, clip.number, clip.depth + 1);
+        if (instance == nullptr) return;
+        instance->matrix = matrix;
+        instance->colors = colors;
+        instance->ratio = 0;
+        instance->clipDepth = 0;
+    }
+    if (instance == nullptr) return;
+    changed = true;
+    if (place.matrix) instance->matrix = *place.matrix;
+    if (place.colors) instance->colors = *place.colors;
+    if (place.ratio) instance->ratio = *place.ratio;
+    if (place.clipDepth) instance->clipDepth = *place.clipDepth;
+    if (!place.name.empty()) instance->name = place.name;
+}
+
+Instance* Stage::put(DisplayList& list, DisplayList& old, std::uint16_t depth,
+                     std::uint16_t character, std::size_t origin, InstanceNumber parent,
+                     unsigned nesting) {
+    const auto occupied = list.find(depth);
+    if (occupied != list.end()) {
+        forget(occupied->second);
+        list.erase(occupied);
+    }
+    changed = true;
+    const auto stood = old.find(depth);
+    if (stood != old.end() && stood->second.character == character &&
+        stood->second.origin == origin) {
+        return &list.insert(old.extract(stood)).position->second;
+    }
+    const auto* timeline = content.find<Timeline>(character);
+    const auto* button = content.find<Button>(character);
+    if (instances >= limits::instances || !work()) return nullptr;
+    if ((timeline != nullptr || button != nullptr) && nesting >= limits::depth) return nullptr;
+    ++instances;
+    Instance& instance = list[depth];
+    instance.number = ++lastNumber;
+    instance.character = character;
+    instance.origin = origin;
+    if (timeline != nullptr) {
+        instance.clip = std::make_unique<Clip>();
+        Clip& clip = *instance.clip;
+        clip.number = instance.number;
+        clip.parent = parent;
+        clip.timeline = timeline;
+        clip.born = turn;
+        clip.depth = nesting;
+        clips.emplace(clip.number, &clip);
+        DisplayList none;
+        applyFrame(clip, 0, none, true);
+    } else if (button != nullptr) {
+        instance.face = std::make_unique<Face>();
+        instance.face->button = button;
+        instance.face->parent = parent;
+        instance.face->depth = nesting;
+        setState(*instance.face, ButtonRecord::Up);
+    }
+    return &instance;
+}
+
+void Stage::setState(Face& face, ButtonRecord::State state) {
+    face.state = state;
+    DisplayList old = std::exchange(face.list, {});
+    for (std::size_t index = 0; index < face.button->records.size(); ++index) {
+        const ButtonRecord& record = face.button->records[index];
+        if (!(record.states & state)) continue;
+        Instance* const instance =
+            put(face.list, old, record.depth, record.character, index, face.parent, face.depth + 1);
+        if (instance == nullptr) continue;
+        instance->matrix = record.matrix;
+        instance->colors = record.colors;
+    }
+    forget(old);
+    changed = true;
+}
+
+void Stage::forget(Instance& instance) {
+    --instances;
+    clips.erase(instance.number);
+    if (instance.clip) forget(instance.clip->list);
+    if (instance.face) forget(instance.face->list);
+}
+
+void Stage::forget(DisplayList& list) {
+    for (auto& [depth, instance] : list)
+        forget(instance);
+}
+
+bool Stage::moves() const {
+    return std::any_of(clips.begin(), clips.end(),
+                       [](const auto& entry) { return swf::moves(*entry.second); });
+}
+
+bool Stage::takeChange() { return std::exchange(changed, false); }
+
+}  // namespace swf

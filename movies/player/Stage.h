@@ -1,0 +1,74 @@
+#pragma once
+
+#include "movies/player/Instance.h"
+#include "movies/player/Movie.h"
+
+#include <deque>
+#include <memory>
+#include <unordered_map>
+
+namespace swf {
+
+/// What stands on the stage of a movie, and the ways in which its frames change that. All work is
+/// counted; when what a turn may take is used up, the rest of the turn is left out.
+class Stage {
+public:
+    explicit Stage(const Movie& movie);
+
+    [[nodiscard]] const Movie& movie() const { return content; }
+    [[nodiscard]] Clip& root() { return main; }
+    [[nodiscard]] const Clip& root() const { return main; }
+    /// Nothing when it has gone.
+    [[nodiscard]] Clip* find(InstanceNumber clip) const;
+
+    /// Begins a turn: a frame, a click or a key.
+    void beginTurn();
+    /// Takes some of the turn's work; false when there is none left.
+    [[nodiscard]] bool work(unsigned pieces = 1);
+    [[nodiscard]] bool exhausted() const { return workLeft == 0; }
+
+    /// Plays the first frame of the movie.
+    void start();
+    /// All clips that play go on by a frame.
+    void advance();
+    void goTo(Clip& clip, std::size_t frame);
+    /// Shows another state of a button.
+    void setState(Face& face, ButtonRecord::State state);
+    /// Code that a button or frame wants carried out.
+    void queue(InstanceNumber clip, std::string_view code) { waiting.push_back({clip, code}); }
+
+    struct Waiting {
+        InstanceNumber clip;
+        std::string_view code;
+    };
+    /// What waits to be carried out, in the order in which it came.
+    [[nodiscard]] std::deque<Waiting>& queued() { return waiting; }
+
+    /// Whether a clip plays.
+    [[nodiscard]] bool moves() const;
+    /// Whether anything changed since the last call.
+    [[nodiscard]] bool takeChange();
+
+private:
+    void advance(Clip& clip);
+    void advanceInner(DisplayList& list);
+    void applyFrame(Clip& clip, std::size_t frame, DisplayList& old, bool withActions);
+    void apply(Clip& clip, const Place& place, std::size_t frame, DisplayList& old);
+    /// Puts a new instance, or the one that stood in `old` in its stead, into `list`.
+    Instance* put(DisplayList& list, DisplayList& old, std::uint16_t depth, std::uint16_t character,
+                  std::size_t origin, InstanceNumber parent, unsigned nesting);
+    void forget(Instance& instance);
+    void forget(DisplayList& list);
+
+    const Movie& content;
+    Clip main;
+    std::unordered_map<InstanceNumber, Clip*> clips;
+    std::deque<Waiting> waiting;
+    InstanceNumber lastNumber = 0;
+    std::size_t instances = 0;
+    std::uint64_t turn = 0;
+    unsigned workLeft = 0;
+    bool changed = true;
+};
+
+}  // namespace swf

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "movies/player/geometry.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace swf {
+
+/// Puts a character on the stage, or changes what stands there.
+struct Place {
+    std::uint16_t depth = 0;
+    /// True for what stands at the depth already: only what is given changes.
+    bool move = false;
+    std::optional<std::uint16_t> character;
+    std::optional<Matrix> matrix;
+    std::optional<ColorTransform> colors;
+    std::optional<std::uint16_t> ratio;
+    std::optional<std::uint16_t> clipDepth;
+    std::string_view name;
+};
+
+struct Remove {
+    std::uint16_t depth = 0;
+};
+
+/// Byte code, a view into the movie's bytes.
+struct Actions {
+    std::string_view code;
+};
+
+using Control = std::variant<Place, Remove, Actions>;
+
+/// The frames of a movie or sprite.
+struct Timeline {
+    std::vector<Control> controls;
+    /// For each frame, the number of controls up to its end.
+    std::vector<std::size_t> frameEnds;
+    /// Frames, from 0, by label.
+    std::map<std::string, std::size_t, std::less<>> labels;
+
+    [[nodiscard]] std::size_t frameCount() const { return frameEnds.size(); }
+};
+
+}  // namespace swf

@@ -1,0 +1,95 @@
+#include "movies/qt/MovieBrushes.h"
+
+#include "movies/qt/MoviePaths.h"
+
+#include <QGradient>
+
+#include <algorithm>
+#include <cmath>
+
+namespace movieBrushes {
+
+namespace {
+
+/// Half of the square that gradients are described in.
+constexpr double reach = 16384;
+/// A gradient's focus on its very rim leaves nothing to draw.
+constexpr double farthestFocus = 0.98;
+
+QGradient::Spread spreadOf(swf::Fill::Spread spread) {
+    switch (spread) {
+        case swf::Fill::Spread::Reflect: return QGradient::ReflectSpread;
+        case swf::Fill::Spread::Repeat: return QGradient::RepeatSpread;
+        case swf::Fill::Spread::Pad: break;
+    }
+    return QGradient::PadSpread;
+}
+
+QGradientStops stopsOf(const swf::Fill& fill, const swf::ColorTransform& colors) {
+    constexpr double nextTo = 1e-4;
+    QGradientStops stops;
+    double last = -nextTo;
+    for (const swf::GradientStop& stop : fill.stops) {
+        // Two colours at one place are an edge; Qt wants their places to differ.
+        last = std::min(std::max(stop.ratio / 255.0, last + nextTo), 1.0);
+        stops.append({last, color(colors.apply(stop.color))});
+    }
+    return stops;
+}
+
+}  // namespace
+
+QColor color(swf::Color color) { return {color.red, color.green, color.blue, color.alpha}; }
+
+QBrush brush(const swf::Fill& fill, const swf::Matrix& matrix, const swf::ColorTransform& colors) {
+    if (fill.kind == swf::Fill::Kind::Solid || fill.stops.empty()) {
+        return color(colors.apply(fill.color));
+    }
+    const swf::Matrix place = matrix.after(fill.matrix);
+    if (!place.usable()) return color(colors.apply(fill.stops.back().color));
+    QBrush made;
+    if (fill.kind == swf::Fill::Kind::Linear) {
+        QLinearGradient gradient(-reach, 0, reach, 0);
+        gradient.setSpread(spreadOf(fill.spread));
+        gradient.setStops(stopsOf(fill, colors));
+        made = gradient;
+    } else {
+        const double focus = std::clamp(fill.focus, -farthestFocus, farthestFocus) * reach;
+        QRadialGradient gradient(QPointF(0, 0), reach, QPointF(focus, 0));
+        gradient.setSpread(spreadOf(fill.spread));
+        gradient.setStops(stopsOf(fill, colors));
+        made = gradient;
+    }
+    made.setTransform(moviePaths::toQt(place));
+    return made;
+}
+
+QPen pen(const swf::Line& line, const swf::Matrix& matrix, double thinnest) {
+    const double scale = line.scaled ? std::sqrt(std::abs(matrix.determinant())) : 1.0 / 20;
+    QPen made;
+    made.setWidthF(std::max(line.width * scale, thinnest));
+    made.setCapStyle(line.cap == swf::Line::Cap::Round    ? Qt::RoundCap
+                     : line.cap == swf::Line::Cap::Square ? Qt::SquareCap
+                                                          : Qt::FlatCap);
+    made.setJoinStyle(line.join == swf::Line::Join::Round   ? Qt::RoundJoin
+                      : line.join == swf::Line::Join::Bevel ? Qt::BevelJoin
+                                                            : Qt::SvgMiterJoin);
+    made.setMiterLimit(std::clamp(line.miter, 1.0, 20.0));
+    return made;
+}
+
+QImage recolored(QImage image, const swf::ColorTransform& colors) {
+    image = image.convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        QRgb* const row = reinterpret_cast<QRgb*>(image.scanLine(y));
+        std::for_each(row, row + image.width(), [&](QRgb& pixel) {
+            const auto channel = [](int value) { return static_cast<std::uint8_t>(value); };
+            const swf::Color made = colors.apply({channel(qRed(pixel)), channel(qGreen(pixel)),
+                                                  channel(qBlue(pixel)), channel(qAlpha(pixel))});
+            pixel = qRgba(made.red, made.green, made.blue, made.alpha);
+        });
+    }
+    return image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+}  // namespace movieBrushes

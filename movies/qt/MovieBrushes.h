@@ -1,0 +1,24 @@
+#pragma once
+
+#include "movies/player/Shape.h"
+#include "movies/player/geometry.h"
+
+#include <QBrush>
+#include <QColor>
+#include <QImage>
+#include <QPen>
+
+/// Fills and lines of movies as brushes and pens of Qt. `matrix` brings the shape to its place and
+/// `colors` is what its colours go through.
+namespace movieBrushes {
+
+[[nodiscard]] QColor color(swf::Color color);
+/// A colour or gradient; no pictures.
+[[nodiscard]] QBrush brush(const swf::Fill& fill, const swf::Matrix& matrix,
+                           const swf::ColorTransform& colors);
+/// A pen at least as wide as `thinnest`, without its brush.
+[[nodiscard]] QPen pen(const swf::Line& line, const swf::Matrix& matrix, double thinnest);
+/// The picture with its colours changed.
+[[nodiscard]] QImage recolored(QImage image, const swf::ColorTransform& colors);
+
+}  // namespace movieBrushes

@@ -1,0 +1,223 @@
+#include "movies/qt/ShockwaveFlash.h"
+
+#include "movies/player/limits.h"
+#include "movies/qt/MovieBrushes.h"
+
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+/// What drawing may take of the time, as a part of it; a movie that takes more drops frames.
+constexpr int timeForDrawing = 4;
+/// So that small movies are there at once: more is read when the loop comes round again.
+constexpr int millisecondsAtOnce = 3;
+
+/// Empty for what is no plain file, or is larger than any movie that is played.
+std::string contentOf(const std::filesystem::path& path) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) return {};
+    const auto size = std::filesystem::file_size(path, error);
+    if (error || size > swf::limits::fileBytes) return {};
+    std::string content(size, '\0');
+    std::ifstream file(path, std::ios::binary);
+    file.read(content.data(), static_cast<std::streamsize>(content.size()));
+    content.resize(static_cast<std::size_t>(file.gcount()));
+    return content;
+}
+
+/// The codes that movies have for keys.
+unsigned movieKey(int code) {
+    switch (code) {
+        case Qt::Key_Left: return 1;
+        case Qt::Key_Right: return 2;
+        case Qt::Key_Home: return 3;
+        case Qt::Key_End: return 4;
+        case Qt::Key_Insert: return 5;
+        case Qt::Key_Delete: return 6;
+        case Qt::Key_Backspace: return 8;
+        case Qt::Key_Return:
+        case Qt::Key_Enter: return 13;
+        case Qt::Key_Up: return 14;
+        case Qt::Key_Down: return 15;
+        case Qt::Key_PageUp: return 16;
+        case Qt::Key_PageDown: return 17;
+        case Qt::Key_Tab: return 18;
+        case Qt::Key_Escape: return 19;
+        default: return code >= 32 && code < 127 ? static_cast<unsigned>(code) : 0;
+    }
+}
+
+}  // namespace
+
+ShockwaveFlash::ShockwaveFlash(QWidget* parent) : QWidget(parent) {
+    setMouseTracking(true);
+    beat.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&beat, &QTimer::timeout, this, [this] { goOn(); });
+    QObject::connect(&reading, &QTimer::timeout, this, [this] { readOn(); });
+}
+
+ShockwaveFlash::~ShockwaveFlash() = default;
+
+void ShockwaveFlash::setMovie(const std::filesystem::path& file) {
+    path = file;
+    painter.reset();
+    player.reset();
+    frames = 0;
+    drawingTime = 0;
+    loader.emplace(contentOf(path));
+    const QPointer<ShockwaveFlash> self(this);
+    QElapsedTimer time;
+    time.start();
+    while (self && loader && time.elapsed() < millisecondsAtOnce)
+        readOn();
+    if (!self) return;
+    if (loader) reading.start(0);
+    update();
+}
+
+void ShockwaveFlash::readOn() {
+    if (!loader || loader->step()) return;
+    reading.stop();
+    const std::shared_ptr<const swf::Movie> movie = loader->take();
+    loader.reset();
+    if (movie->timeline.frameCount() == 0) return;
+    player = std::make_unique<swf::Player>(movie);
+    painter.emplace(movie);
+    settle();
+}
+
+void ShockwaveFlash::goOn() {
+    if (!player) return;
+    ++frames;
+    player->advance();
+    settle();
+}
+
+void ShockwaveFlash::settle() {
+    if (player->takeChange()) update();
+    if (!player->moves() || !canBeSeen()) {
+        beat.stop();
+    } else {
+        const double rate =
+            std::clamp(player->movie().framesASecond, 0.1, swf::limits::framesASecond);
+        const int wanted = std::max(static_cast<int>(std::lround(1000 / rate)),
+                                    static_cast<int>(drawingTime) * timeForDrawing);
+        if (!beat.isActive() || beat.interval() != wanted) beat.start(wanted);
+    }
+    const std::vector<swf::Command> commands = player->takeCommands();
+    if (commands.empty()) return;
+    // A copy, since the receiver may end this control while it runs.
+    const auto tell = FSCommand;
+    const QPointer<ShockwaveFlash> self(this);
+    for (const swf::Command& command : commands) {
+        if (self) tell(command.name, command.arguments);
+    }
+}
+
+void ShockwaveFlash::setExactFit(bool wanted) {
+    stretched = wanted;
+    update();
+}
+
+bool ShockwaveFlash::key(int code) {
+    if (!player || !player->key(movieKey(code))) return false;
+    settle();
+    return true;
+}
+
+swf::Matrix ShockwaveFlash::placeOn(const QRectF& surface) const {
+    const swf::Rect& frame = player->movie().frame;
+    double across = surface.width() / frame.width();
+    double down = surface.height() / frame.height();
+    if (!stretched) across = down = std::min(across, down);
+    const double left = surface.center().x() - across * frame.width() / 2;
+    const double top = surface.center().y() - down * frame.height() / 2;
+    return {across, 0, 0, down, left - across * frame.left, top - down * frame.top};
+}
+
+void ShockwaveFlash::drawOn(QPainter& target, const QRectF& surface) {
+    if (!player || surface.isEmpty()) return;
+    QElapsedTimer time;
+    time.start();
+    const swf::Matrix matrix = placeOn(surface);
+    const swf::Rect& frame = player->movie().frame;
+    const swf::Point corner = matrix.map({frame.left, frame.top});
+    const swf::Point end = matrix.map({frame.right, frame.bottom});
+    const QRectF seen(QPointF(corner.x, corner.y), QPointF(end.x, end.y));
+    if (const auto& background = player->movie().background) {
+        target.fillRect(seen, movieBrushes::color(*background));
+    }
+    const MoviePainter::Outcome outcome = painter->draw(target, seen, player->stage(), matrix);
+    drawingTime = time.elapsed();
+    if (outcome.unfinished) update();
+}
+
+void ShockwaveFlash::paintEvent(QPaintEvent*) {
+    QPainter target(this);
+    drawOn(target, rect());
+}
+
+bool ShockwaveFlash::canBeSeen() const { return isVisible() && !window()->isMinimized(); }
+
+void ShockwaveFlash::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // Only the window itself is told that it is minimised.
+    window()->installEventFilter(this);
+    if (player) settle();
+}
+
+void ShockwaveFlash::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    beat.stop();
+}
+
+bool ShockwaveFlash::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::WindowStateChange && watched == window() && player) settle();
+    return QWidget::eventFilter(watched, event);
+}
+
+void ShockwaveFlash::mouseMoveEvent(QMouseEvent* event) {
+    point(event, event->buttons().testFlag(Qt::LeftButton));
+}
+
+void ShockwaveFlash::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) point(event, true);
+}
+
+void ShockwaveFlash::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) point(event, false);
+}
+
+void ShockwaveFlash::point(QMouseEvent* event, bool held) {
+    if (!player || rect().isEmpty()) return;
+    const QPointF at = event->position();
+    player->mouse(placeOn(rect()).mapBack({at.x(), at.y()}), held);
+    if (!player->overButton()) {
+        unsetCursor();
+    } else if (cursor().shape() != Qt::PointingHandCursor) {
+        setCursor(Qt::PointingHandCursor);
+    }
+    settle();
+}
+
+void ShockwaveFlash::leaveEvent(QEvent* event) {
+    QWidget::leaveEvent(event);
+    if (!player) return;
+    player->mouseLeft(false);
+    settle();
+}
+
+void ShockwaveFlash::keyPressEvent(QKeyEvent* event) {
+    if (!key(event->key())) QWidget::keyPressEvent(event);
+}

@@ -1,0 +1,12 @@
+#include "tests/platform/linux/bus/roughPlayers.h"
+
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char* argv[]) {
+    const QCoreApplication application(argc, argv);
+    if (argc == 2 && roughPlayers::run(argv[1])) return 0;
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,44 @@
+#include "platform/Folders.h"
+#include "tests/ui/windows.h"
+#include "ui/common/freshForms.h"
+
+#include <gtest/gtest.h>
+
+#include <QPointer>
+#include <QPushButton>
+
+namespace {
+
+constexpr const char* caption = "Cobweave - About";
+
+TEST(AboutWindow, PlaysItsMovieAndClosesByItsButton) {
+    About about;
+    about.Show();
+    QPointer<QWidget> window(windowOf(caption));
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(window->size(), QSize(494, 271));
+    EXPECT_EQ(window->minimumSize(), window->maximumSize());
+    EXPECT_FALSE(window->windowFlags().testFlag(Qt::WindowMinMaxButtonsHint));
+    const auto& movie = named<ShockwaveFlash>(*window, "ShockwaveFlash1");
+    EXPECT_EQ(movie.Movie(), folders::movie("about.swf"));
+    auto& button = named<QPushButton>(*window, "Command1");
+    EXPECT_EQ(button.geometry(), QRect(416, 240, 73, 25));
+    EXPECT_EQ(button.text(), "&OK");
+    about.Show();
+    EXPECT_EQ(windowOf(caption), window);
+    click(button);
+    EXPECT_EQ(windowOf(caption), nullptr);
+    EXPECT_TRUE(comesTrue([&] { return window.isNull(); }));
+}
+
+TEST(AboutWindow, ClosesByEscapeAndByEnterOnItsButton) {
+    About about;
+    about.Show();
+    QTest::keyClick(windowOf(caption), Qt::Key_Escape);
+    EXPECT_EQ(windowOf(caption), nullptr);
+    about.Show();
+    QTest::keyClick(&named<QPushButton>(*windowOf(caption), "Command1"), Qt::Key_Return);
+    EXPECT_EQ(windowOf(caption), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,93 @@
+#include "tests/support/FakeDesktop.h"
+#include "tests/support/FakeFacilities.h"
+#include "tests/support/FakeWinsock.h"
+#include "ui/common/Banner.h"
+#include "ui/log/frmlog.h"
+#include "ui/notes/frmnotes.h"
+#include "ui/toasts/frmpopup.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QStyle>
+
+namespace {
+
+/// Fails for each caption of the window that needs more room than its control has.
+void expectFits(QWidget& form) {
+    form.show();
+    QCoreApplication::processEvents();
+    for (const QLabel* const label : form.findChildren<QLabel*>()) {
+        const QSize needed = label->fontMetrics().size(0, label->text());
+        EXPECT_LE(needed.width(), label->width()) << label->text().toStdString();
+        EXPECT_LE(needed.height(), label->height()) << label->text().toStdString();
+    }
+    for (const QAbstractButton* const button : form.findChildren<QAbstractButton*>()) {
+        const QSize needed = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
+        const int frame = button->style()->pixelMetric(QStyle::PM_ButtonMargin);
+        EXPECT_LE(needed.width() + frame, button->width()) << button->text().toStdString();
+        EXPECT_LE(needed.height(), button->height()) << button->text().toStdString();
+    }
+}
+
+/// Fails for controls that overlap or leave the window.
+void expectApart(QWidget& form) {
+    const auto children = form.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (const QWidget* const one : children) {
+        EXPECT_TRUE(form.rect().contains(one->geometry())) << one->objectName().toStdString();
+        for (const QWidget* const other : children) {
+            if (one == other) continue;
+            EXPECT_FALSE(one->geometry().intersects(other->geometry()))
+                << one->objectName().toStdString() << " and " << other->objectName().toStdString();
+        }
+    }
+}
+
+class Fitting : public testing::Test {
+protected:
+    FakeFacilities facilities;
+    ToldBoxes boxes;
+};
+
+TEST_F(Fitting, TheLogHasRoomForItsCaptions) {
+    frmlog form(boxes);
+    expectFits(form);
+    expectApart(form);
+    form.resize(900, 700);
+    QCoreApplication::processEvents();
+    expectApart(form);
+}
+
+TEST_F(Fitting, TheNotesHaveRoomForTheirCaptions) {
+    frmnotes form(facilities.notes, boxes);
+    expectFits(form);
+    expectApart(form);
+    form.resize(form.minimumSizeHint());
+    expectFits(form);
+    expectApart(form);
+}
+
+TEST_F(Fitting, AToastHasRoomForItsLink) {
+    FakeLoop loop;
+    FakeOwnWindows windows;
+    frmpopup form(loop, windows);
+    expectFits(form);
+    const int letters = form.Label2.y() + form.Label2.fontMetrics().height();
+    EXPECT_LE(letters, form.Label1.y());
+}
+
+TEST_F(Fitting, EveryControlHasANameForThoseWhoCannotSeeIt) {
+    FakeLoop loop;
+    FakeOwnWindows windows;
+    frmlog log(boxes);
+    frmnotes notes(facilities.notes, boxes);
+    frmpopup toast(loop, windows);
+    EXPECT_EQ(toast.Image1.accessibleName(), "Close");
+    EXPECT_EQ(log.List1.accessibleName(), "Log");
+    EXPECT_EQ(notes.findChild<QWidget*>("List1")->accessibleName(), "Select A Note");
+    EXPECT_EQ(notes.findChild<QWidget*>("Text1")->accessibleName(), "Edit/Delete/View Note");
+}
+
+}  // namespace

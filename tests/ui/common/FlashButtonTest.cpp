@@ -1,0 +1,210 @@
+#include "platform/Folders.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/ui/windows.h"
+#include "ui/common/FlashButton.h"
+#include "ui/options/pagePictures.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+class Button : public testing::Test {
+protected:
+    Button() {
+        button.ReadProperties({.Icon = pagePictures::paintBell, .Caption = "   Alerts"});
+        button.Click = [this] { ++clicks; };
+        button.PropertyChanged = [this](std::string_view name) { changed.emplace_back(name); };
+        button.setGeometry(5, 5, 171, 35);
+        window.resize(300, 100);
+        window.show();
+        window.activateWindow();
+        (void)QTest::qWaitForWindowActive(&window);
+    }
+    [[nodiscard]] static QColor groundOf(const QWidget& control) {
+        return control.palette().color(QPalette::Window);
+    }
+
+    QWidget window;
+    FlashButton button{&window};
+    int clicks = 0;
+    std::vector<std::string> changed;
+};
+
+TEST_F(Button, IsPressedByTheMouseThroughItsMovie) {
+    for (int count = 1; count <= 3; ++count) {
+        click(button.b1);
+        EXPECT_TRUE(comesTrue([&] { return clicks == count; }));
+    }
+}
+
+TEST_F(Button, LetsTheMouseThroughItsCaptionAndItsIcon) {
+    for (const QPoint at : {QPoint(60, 17), QPoint(18, 17)}) {
+        EXPECT_EQ(window.childAt(button.pos() + at), &button.b1);
+    }
+}
+
+TEST_F(Button, IsPressedByTheSpaceBarAndEnter) {
+    button.setFocus();
+    int expected = 0;
+    for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        QTest::keyClick(&button, key);
+        ++expected;
+        EXPECT_TRUE(comesTrue([&] { return clicks == expected; })) << key;
+    }
+    QTest::keyClick(&button, Qt::Key_X);
+    EXPECT_EQ(clicks, expected);
+}
+
+TEST_F(Button, IsPressedByAssistivePrograms) {
+    QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(&button);
+    ASSERT_NE(face, nullptr);
+    EXPECT_EQ(face->role(), QAccessible::Button);
+    EXPECT_EQ(face->text(QAccessible::Name), "Alerts");
+    face->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(comesTrue([&] { return clicks == 1; }));
+}
+
+TEST_F(Button, TakesNoOtherCommandOfAMovieForAPress) {
+    for (const char* const command : {"", "Click", "CLICK", "click ", "clicks", "quit"})
+        button.b1.FSCommand(command, "click");
+    EXPECT_EQ(clicks, 0);
+    button.b1.FSCommand("click", "whatever");
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(Button, DrawsNothingAndCannotBePressedWithoutItsMovie) {
+    const TemporaryFolder folder;
+    const std::filesystem::path none = folder.path() / "none.swf";
+    const std::filesystem::path blank = folder.path() / "blank.swf";
+    std::ofstream(blank).close();
+    const std::filesystem::path wrong = folder.path() / "wrong.swf";
+    std::ofstream(wrong) << "This is no movie.";
+    for (const std::filesystem::path& file :
+         {none, blank, wrong, folder.path(), std::filesystem::path("/dev/null")}) {
+        FlashButton empty(&window, file);
+        empty.ReadProperties({.Icon = pagePictures::paintBell, .Caption = "   Alerts"});
+        empty.Click = [this] { ++clicks; };
+        empty.setGeometry(5, 50, 171, 35);
+        empty.show();
+        empty.setFocus();
+        QCoreApplication::processEvents();
+        const QImage ground = window.grab(empty.geometry()).toImage();
+        for (int y = 0; y < ground.height(); ++y) {
+            for (int x = 0; x < ground.width(); ++x)
+                ASSERT_EQ(ground.pixel(x, y), ground.pixel(0, 0)) << file;
+        }
+        click(empty.b1);
+        QTest::keyClick(&empty, Qt::Key_Space);
+        QTest::keyClick(&empty, Qt::Key_Return);
+        EXPECT_EQ(clicks, 0) << file;
+        EXPECT_NE(QApplication::focusWidget(), &empty);
+    }
+}
+
+TEST_F(Button, ShowsItsMovieItsCaptionAndItsIcon) {
+    EXPECT_EQ(button.b1.Movie(), folders::movie("button.swf"));
+    EXPECT_EQ(button.b1.size(), button.size());
+    EXPECT_EQ(button.Label1.text(), "   Alerts");
+    const QImage face = button.grab().toImage();
+    EXPECT_NE(face.pixel(face.width() / 2, face.height() / 2), qRgba(0, 0, 0, 0));
+    EXPECT_TRUE(button.Label1.isVisible());
+    EXPECT_TRUE(button.Image2.isVisible());
+}
+
+TEST_F(Button, ShowsWhenItHasTheKeyboard) {
+    QWidget other(&window);
+    other.setFocusPolicy(Qt::StrongFocus);
+    other.show();
+    other.setFocus();
+    const QImage without = button.grab().toImage();
+    button.setFocus();
+    ASSERT_TRUE(button.hasFocus());
+    EXPECT_NE(button.grab().toImage(), without);
+    other.setFocus();
+    EXPECT_EQ(button.grab().toImage(), without);
+}
+
+TEST_F(Button, GetsTheKeyboardByAClick) {
+    QWidget other(&window);
+    other.setFocusPolicy(Qt::StrongFocus);
+    other.show();
+    other.setFocus();
+    ASSERT_FALSE(button.hasFocus());
+    click(button.b1);
+    EXPECT_TRUE(button.hasFocus());
+}
+
+TEST_F(Button, IsNeverHigherThanItsBound) {
+    for (const auto& [wanted, height] : {std::pair(35, 35), {41, 41}, {42, 41}, {200, 41}}) {
+        button.resize(100, wanted);
+        EXPECT_EQ(button.height(), height);
+        EXPECT_EQ(button.b1.size(), QSize(100, height));
+        // 15 twips lower than the middle, and the middle.
+        EXPECT_EQ(button.Label1.y(), (height * 15 / 2 - 255 / 2 + 15) / 15);
+        EXPECT_EQ(button.Image2.y(), (height * 15 / 2 - 240 / 2) / 15);
+    }
+}
+
+TEST_F(Button, KeepsTheIconThatItWasGivenUnderAnotherPicture) {
+    button.setButtonIcon(pagePictures::paintClock);
+    EXPECT_EQ(button.Icon(), pagePictures::paintBell);
+    EXPECT_EQ(changed, std::vector<std::string>{"ButtonIcon"});
+    const QImage other = button.Image2.grab().toImage();
+    EXPECT_EQ(button.WriteProperties().Icon, pagePictures::paintBell);
+    EXPECT_NE(button.Image2.grab().toImage(), other);
+}
+
+TEST_F(Button, TellsOfEveryPropertyThatIsWritten) {
+    button.setCaption(" Next");
+    button.setIcon(pagePictures::paintClock);
+    button.setWhiteBG(false);
+    EXPECT_EQ(changed, (std::vector<std::string>{"Caption", "Icon", "whiteBG"}));
+    EXPECT_EQ(button.Caption(), " Next");
+    EXPECT_EQ(button.Label1.text(), " Next");
+    EXPECT_EQ(button.accessibleName(), "Next");
+    EXPECT_EQ(button.Icon(), pagePictures::paintClock);
+}
+
+TEST_F(Button, StaysWhiteOnceItWas) {
+    EXPECT_NE(groundOf(button), QColor(Qt::white));
+    button.setWhiteBG(true);
+    EXPECT_EQ(groundOf(button), QColor(Qt::white));
+    EXPECT_TRUE(button.autoFillBackground());
+    button.setWhiteBG(false);
+    EXPECT_FALSE(button.whiteBG());
+    EXPECT_EQ(groundOf(button), QColor(Qt::white));
+}
+
+TEST_F(Button, BeginsWithTheDefaultsAndComesBackAsItWasKept) {
+    FlashButton fresh(&window);
+    EXPECT_EQ(fresh.Caption(), "Caption");
+    EXPECT_EQ(fresh.Icon(), nullptr);
+    EXPECT_FALSE(fresh.whiteBG());
+    button.setWhiteBG(true);
+    fresh.ReadProperties(button.WriteProperties());
+    EXPECT_EQ(fresh.Caption(), "   Alerts");
+    EXPECT_EQ(fresh.Label1.text(), "   Alerts");
+    EXPECT_EQ(fresh.Icon(), pagePictures::paintBell);
+    EXPECT_EQ(groundOf(fresh), QColor(Qt::white));
+}
+
+TEST_F(Button, MayEndByItsOwnPress) {
+    auto* const passing = new FlashButton(&window);
+    passing->setGeometry(5, 50, 171, 35);
+    passing->show();
+    passing->Click = [this, passing] {
+        ++clicks;
+        passing->deleteLater();
+    };
+    click(passing->b1);
+    EXPECT_TRUE(comesTrue([&] { return clicks == 1; }));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+}  // namespace

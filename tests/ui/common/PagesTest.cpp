@@ -1,0 +1,213 @@
+#include "tests/ui/options/OptionsDesk.h"
+#include "ui/common/PageTitle.h"
+#include "ui/common/TextLabel.h"
+
+#include <QFrame>
+#include <QGroupBox>
+
+#include <map>
+#include <tuple>
+
+namespace {
+
+/// What the pages of the options say and where, and that all of it can be read.
+class Pages : public OptionsDesk {
+protected:
+    [[nodiscard]] static QWidget& frame(QWidget& form, int page) {
+        return named<QFrame>(form, ("Frame2(" + std::to_string(page) + ')').c_str());
+    }
+};
+
+constexpr std::tuple<int, const char*, const char*> texts[] = {
+    {0, "Label22", "Disable \"User Is Typing\" message"},
+    {0, "Label23", "Allow Message Constants"},
+    {0, "Label19", "Label Contact By (For Open/Join Window Alerts)"},
+    {0, "Label5", "Prevent Command Typo (i.e \"!notee\" instead of \"!note\")"},
+    {0, "Label13", "Show Last Thing Contact Said"},
+    {1, "Label9", "Inital Sign In Status"},
+    {1, "Label10", "Sign In Progress"},
+    {1, "Label7", "Show in:"},
+    {2, "Label8", "Prefix"},
+    {2, "Label16", "Postfix"},
+    {2, "Label18", "Color:"},
+    {4, "Label17", "Change the way you are alerted on contact actions."},
+    {4, "Label24", "Alert when a user goes offline"},
+    {4, "Label25", "Alert when a user closes a conversation window"},
+    {4, "Label26", "Alert when a user open a conversation window"},
+    {4, "Label27", "Alert when a user joins a conversation window"},
+};
+
+constexpr std::tuple<int, const char*, const char*> buttonTexts[] = {
+    {0, "fn", "Freindly Name (Nick Name)"},
+    {0, "address", "Email Address"},
+    {1, "Check1", "Enabled"},
+    {1, "mw", "Messenger Window"},
+    {1, "ti", "Tray Icon Tool Tip"},
+    {2, "Check2", "Enabled"},
+    {2, "red", "Red"},
+    {2, "black", "Black"},
+    {5, "Check3", "Enabled"},
+};
+
+/// Toggles and the headings above them.
+constexpr std::tuple<int, const char*, const char*> toggles[] = {
+    {0, "Label1", "Label22"},  {0, "Label21", "Label23"}, {0, "Label6", "Label5"},
+    {0, "Label12", "Label13"}, {4, "Label2", "Label24"},  {4, "Label4", "Label25"},
+    {4, "Label3", "Label26"},  {4, "Label15", "Label27"},
+};
+
+constexpr std::array<int, 5> indices{0, 1, 2, 4, 5};
+
+TEST_F(Pages, SayWhatTheySayToTheLetter) {
+    open();
+    for (const auto& [page, name, text] : texts)
+        EXPECT_EQ(named<QLabel>(frame(window(), page), name).text(), text) << name;
+    for (const auto& [page, name, text] : buttonTexts)
+        EXPECT_EQ(named<QAbstractButton>(frame(window(), page), name).text(), text) << name;
+    EXPECT_EQ(the<QPushButton>("Command2").text(), "&OK");
+    EXPECT_EQ(the<QPushButton>("Command1").text(), "&Cancel");
+}
+
+TEST_F(Pages, HaveEachToggleUnderItsHeading) {
+    open();
+    for (const auto& [page, name, heading] : toggles) {
+        const auto& above = named<QLabel>(frame(window(), page), heading);
+        const auto& below = named<Toggle>(frame(window(), page), name);
+        EXPECT_GE(below.y(), above.y() + above.height()) << name;
+        EXPECT_LT(below.y(), above.y() + above.height() + 10) << name;
+    }
+}
+
+TEST_F(Pages, HaveTheirButtonsInTheirPlaces) {
+    open();
+    const std::tuple<int, const char*, int> buttons[] = {{0, "   General Options", 72},
+                                                         {1, "   Signing In", 112},
+                                                         {2, "   Timestamp Messages", 152},
+                                                         {4, "   Alerts", 192},
+                                                         {5, "   Window Rename", 232}};
+    for (const auto& [index, caption, top] : buttons) {
+        const auto& button =
+            the<FlashButton>(("UserControl11(" + std::to_string(index) + ')').c_str());
+        EXPECT_EQ(button.Caption(), caption);
+        EXPECT_EQ(button.geometry(), QRect(8, top, 171, 35));
+    }
+    EXPECT_EQ(the<QWidget>("Command2").geometry(), QRect(480, 368, 65, 25));
+    EXPECT_EQ(the<QWidget>("Command1").geometry(), QRect(400, 368, 73, 25));
+    EXPECT_EQ(the<QWidget>("mwi").geometry(), QRect(200, 136, 132, 50));
+    EXPECT_EQ(the<QWidget>("tii").geometry(), QRect(200, 136, 132, 50));
+}
+
+TEST_F(Pages, ShowOneAtATime) {
+    open();
+    const auto onlyShown = [](int page) {
+        for (const int index : indices)
+            EXPECT_EQ(frame(window(), index).isVisible(), index == page) << index;
+    };
+    onlyShown(0);
+    for (const int page : {1, 2, 4, 5, 0}) {
+        goTo(page);
+        onlyShown(page);
+        EXPECT_EQ(frame(window(), page).pos(), QPoint(192, 64));
+    }
+    EXPECT_EQ(window().findChild<QWidget*>("Frame2(3)"), nullptr);
+    EXPECT_EQ(window().findChild<QWidget*>("UserControl11(3)"), nullptr);
+}
+
+TEST_F(Pages, PlayTheMovieOfTheirSubject) {
+    open();
+    const std::pair<int, const char*> movies[] = {{0, "generaloptions"},
+                                                  {1, "signingin"},
+                                                  {2, "tsmessages"},
+                                                  {4, "alerts"},
+                                                  {5, "windowrename"}};
+    for (const auto& [page, name] : movies) {
+        const auto& movie = named<ShockwaveFlash>(frame(window(), page), name);
+        EXPECT_EQ(movie.Movie(), folders::movie((std::string(name) + ".swf").c_str()));
+        EXPECT_TRUE(std::filesystem::exists(movie.Movie())) << name;
+    }
+    EXPECT_EQ(named<ShockwaveFlash>(frame(window(), 0), "ShockwaveFlash1").Movie(), "");
+}
+
+/// Fails for text that has less room than it needs, and for controls that overlap or stand outside
+/// of their page.
+void expectReadable(QWidget& page) {
+    for (const TextLabel* const label : page.findChildren<TextLabel*>()) {
+        EXPECT_LE(label->heightForWidth(label->width()), label->height())
+            << label->text().toStdString();
+    }
+    for (const QLabel* const label : page.findChildren<QLabel*>()) {
+        if (dynamic_cast<const TextLabel*>(label) != nullptr) continue;
+        EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->width())
+            << label->text().toStdString();
+        EXPECT_LE(label->fontMetrics().height(), label->height()) << label->text().toStdString();
+    }
+    for (const QAbstractButton* const button : page.findChildren<QAbstractButton*>()) {
+        const bool isMarked = button->inherits("QCheckBox") || button->inherits("QRadioButton");
+        const int needed = isMarked ? button->sizeHint().width()
+                                    : button->fontMetrics().horizontalAdvance(button->text()) + 10;
+        EXPECT_LE(needed, button->width()) << button->text().toStdString();
+        EXPECT_LE(button->fontMetrics().height(), button->height());
+    }
+    for (const QComboBox* const list : page.findChildren<QComboBox*>())
+        EXPECT_LE(list->sizeHint().width(), list->width());
+}
+
+void expectApart(QWidget& page) {
+    const auto children = page.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto mayCover = [](const QWidget* control) {
+        // The title in its picture, and two pictures that take turns.
+        const QString name = control->objectName();
+        return name == "Label11" || name == "tii" || control->isWindow();
+    };
+    for (const QWidget* const one : children) {
+        if (mayCover(one)) continue;
+        EXPECT_TRUE(page.rect().contains(one->geometry())) << one->objectName().toStdString();
+        for (const QWidget* const other : children) {
+            if (one == other || mayCover(other)) continue;
+            EXPECT_FALSE(one->geometry().intersects(other->geometry()))
+                << one->objectName().toStdString() << " and " << other->objectName().toStdString();
+        }
+    }
+}
+
+TEST_F(Pages, OfTheOptionsCanBeRead) {
+    open();
+    for (const int page : indices) {
+        goTo(page);
+        expectReadable(frame(window(), page));
+        expectApart(frame(window(), page));
+    }
+    expectReadable(window());
+}
+
+TEST_F(Pages, OfTheHelpCanBeReadAtEveryStep) {
+    Help shownHelp;
+    shownHelp.Show();
+    QWidget& form = *windowOf("Cobweave - Help");
+    for (const int page : {0, 5, 7, 2, 3, 1, 6}) {
+        click(named<FlashButton>(form, ("UserControl11(" + std::to_string(page) + ')').c_str()).b1);
+        expectReadable(frame(form, page));
+        expectApart(frame(form, page));
+    }
+    for (int step = 0; step < 4; ++step) {
+        click(named<FlashButton>(form, "FlashButton1").b1);
+        expectReadable(frame(form, 1));
+    }
+    expectReadable(form);
+}
+
+TEST_F(Pages, EveryControlThatTakesTheKeyboardHasANameForThoseWhoCannotSeeIt) {
+    facilities.registry.hasAddOn = true;
+    open();
+    for (const QWidget* const control : window().findChildren<QWidget*>()) {
+        if (control->focusPolicy() == Qt::NoFocus || control->window() != &window()) continue;
+        const auto* const button = dynamic_cast<const QAbstractButton*>(control);
+        const bool named = !control->accessibleName().isEmpty() ||
+                           (button != nullptr && !button->text().isEmpty()) ||
+                           dynamic_cast<const QComboBox*>(control->parent()) != nullptr;
+        EXPECT_TRUE(named) << control->metaObject()->className() << ' '
+                           << control->objectName().toStdString();
+    }
+}
+
+}  // namespace

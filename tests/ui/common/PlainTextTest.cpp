@@ -1,0 +1,72 @@
+#include "ui/common/PlainLabel.h"
+#include "ui/common/shownText.h"
+#include "ui/notes/noteText.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+namespace {
+
+/// A label's picture.
+QImage pictureOf(std::string_view text) {
+    PlainLabel label;
+    label.resize(170, 65);
+    label.setText(text);
+    QImage picture(label.size(), QImage::Format_RGB32);
+    label.render(&picture);
+    return picture;
+}
+
+/// Whether something is drawn below this line.
+bool reachesBelow(const QImage& picture, int line) {
+    const QColor ground = picture.pixelColor(picture.width() - 1, 0);
+    for (int y = line; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y) != ground) return true;
+        }
+    }
+    return false;
+}
+
+TEST(ShownText, KeepsLineBreaksAndBoxesOtherControls) {
+    EXPECT_EQ(shownText("a\r\nb"), "a\nb");
+    EXPECT_EQ(shownText("\x01\x7F\r"), "\u25A1\u25A1\u25A1");
+    EXPECT_EQ(shownText("\x80 \xE4"), "\u20AC \u00E4");
+}
+
+TEST(ShownText, OfALineIsOneLine) { EXPECT_EQ(shownLine("a\r\nb\nc"), "a b c"); }
+
+TEST(ShownText, OfAHugeLineIsItsBeginning) {
+    const QString line = shownLine(std::string(100'000, 'x'));
+    EXPECT_EQ(line.size(), 4097);
+    EXPECT_TRUE(line.endsWith(QChar(0x2026)));
+}
+
+TEST(PlainLabel, ShowsMarkupAsItIs) {
+    EXPECT_NE(pictureOf("<b>x</b>"), pictureOf("x"));
+    EXPECT_NE(pictureOf("&lt;"), pictureOf("<"));
+}
+
+TEST(PlainLabel, WrapsWordsAndWhatIsLongerThanALine) {
+    EXPECT_FALSE(reachesBelow(pictureOf("one line"), 18));
+    EXPECT_TRUE(reachesBelow(pictureOf(std::string(60, 'w')), 18));
+    EXPECT_TRUE(reachesBelow(pictureOf("some words that are longer than the label is wide"), 18));
+}
+
+TEST(PlainLabel, KeepsLineBreaks) { EXPECT_TRUE(reachesBelow(pictureOf("a\r\nb"), 18)); }
+
+TEST(PlainLabel, KeepsTheWholeTextWhateverItShows) {
+    PlainLabel label;
+    const std::string text(100'000, 'x');
+    label.setText(text);
+    EXPECT_EQ(label.text(), text);
+}
+
+TEST(NoteText, ComesBackFromTheBoxByteForByte) {
+    for (const char* const note : {"", "a", "a\r\nb", "\r", "\n", "\r\r\n\n", "a\n\rb"}) {
+        EXPECT_EQ(noteText::fromBox(noteText::toBox(note)), note);
+    }
+}
+
+}  // namespace

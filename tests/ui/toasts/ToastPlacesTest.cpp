@@ -1,0 +1,39 @@
+#include "base/Failure.h"
+#include "ui/toasts/toastPlaces.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(ToastPlaces, TheSearchGoesFarBeyondTheSlotsOnAnOrdinaryScreen) {
+    EXPECT_EQ(toastPlaces::lastPlace(1024 * 15), 130);
+    EXPECT_EQ(toastPlaces::lastPlace(768 * 15), 97);
+}
+
+TEST(ToastPlaces, OnlyTheLowestOfScreensEndTheSearchEarly) {
+    EXPECT_EQ(toastPlaces::lastPlace(1392), 10);
+    EXPECT_EQ(toastPlaces::lastPlace(1391), 9);
+    EXPECT_EQ(toastPlaces::lastPlace(232), 0);
+    EXPECT_LT(toastPlaces::lastPlace(231), 0);
+}
+
+TEST(ToastPlaces, ATaskBarIsWhatIsLeftBelowTheWorkArea) {
+    EXPECT_EQ(toastPlaces::TaskbarHeight(768 * 15, 738), 30 * 15);
+    EXPECT_EQ(toastPlaces::TaskbarHeight(768 * 15, 768), 0);
+    EXPECT_EQ(toastPlaces::TaskbarHeight(768 * 15, 800), -32 * 15);
+}
+
+TEST(ToastPlaces, ATaskBarAbove32767TwipsIsAFailure) {
+    EXPECT_THROW((void)toastPlaces::TaskbarHeight(2200 * 15, 0), Failure);
+}
+
+TEST(ToastPlaces, ToastsStackUpwardsWithoutAGap) {
+    EXPECT_EQ(toastPlaces::top(0, 768 * 15, 450), 768 * 15 - 1740 - 450);
+    EXPECT_EQ(toastPlaces::top(1, 768 * 15, 450), 768 * 15 - 2 * 1740 - 450);
+}
+
+TEST(ToastPlaces, NothingKeepsTheUppermostOnALowScreen) {
+    EXPECT_LT(toastPlaces::top(10, 768 * 15, 0), 0);
+}
+
+}  // namespace

@@ -1,0 +1,127 @@
+#include "ui/common/FlashButton.h"
+
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace {
+
+/// The most that a button is high, in twips.
+constexpr int mostHeight = 615;
+
+}  // namespace
+
+FlashButton::FlashButton(QWidget* parent, const std::filesystem::path& movie)
+    : QAbstractButton(parent) {
+    b1.setExactFit(true);
+    Label1.setTextFormat(Qt::PlainText);
+    Label1.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    for (QWidget* const over : {static_cast<QWidget*>(&Label1), static_cast<QWidget*>(&Image2)}) {
+        over->setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+    ring.raise();
+    ReadProperties({});
+    layOut();
+    b1.FSCommand = [this](std::string_view command, std::string_view /*arguments*/) {
+        if (command == "click") Click();
+    };
+    b1.setMovie(movie);
+    // Assistive programs and the space bar; what they press is the movie.
+    connect(this, &QAbstractButton::clicked, this, [this] { b1.key(Qt::Key_Space); });
+
+    setFocusPolicy(Qt::StrongFocus);
+    if (!b1.isEmpty()) return;
+    setEnabled(false);
+    Label1.hide();
+    Image2.hide();
+}
+
+void FlashButton::setCaption(const QString& caption) {
+    properties.Caption = caption;
+    PropertyChanged("Caption");
+    Label1.setText(caption);
+    setAccessibleName(caption.trimmed());
+}
+
+void FlashButton::setIcon(pictures::Drawing icon) {
+    properties.Icon = icon;
+    PropertyChanged("Icon");
+    Image2.setDrawing(icon);
+    layOut();
+}
+
+void FlashButton::setButtonIcon(pictures::Drawing icon) {
+    Image2.setDrawing(icon);
+    layOut();
+    PropertyChanged("ButtonIcon");
+}
+
+bool FlashButton::whiteBG() {
+    if (properties.whiteBG) makeWhite();
+    return properties.whiteBG;
+}
+
+void FlashButton::setWhiteBG(bool white) {
+    properties.whiteBG = white;
+    PropertyChanged("whiteBG");
+    if (white) makeWhite();
+}
+
+void FlashButton::ReadProperties(const Properties& kept) {
+    properties = kept;
+    Label1.setText(kept.Caption);
+    setAccessibleName(kept.Caption.trimmed());
+    Image2.setDrawing(kept.Icon);
+    if (kept.whiteBG) makeWhite();
+    layOut();
+}
+
+FlashButton::Properties FlashButton::WriteProperties() {
+    Image2.setDrawing(properties.Icon);
+    if (properties.whiteBG) makeWhite();
+    Label1.setText(properties.Caption);
+    return properties;
+}
+
+QSize FlashButton::sizeHint() const { return {pixels(2550), pixels(510)}; }
+
+void FlashButton::makeWhite() {
+    QPalette colors = palette();
+    colors.setColor(QPalette::Window, Qt::white);
+    setPalette(colors);
+    setAutoFillBackground(true);
+}
+
+void FlashButton::resizeEvent(QResizeEvent* /*event*/) { layOut(); }
+
+void FlashButton::layOut() {
+    resize(width(), std::min(height(), pixels(mostHeight)));
+    b1.resize(size());
+    ring.resize(size());
+    const int middle = height() * twipsPerPixel / 2;
+    const auto moveTo = [middle](QWidget& control, int designHeight, int below) {
+        control.move(control.x(), pixels(middle - designHeight / 2 + below));
+    };
+    // The text stands at the top of its label, so that it is in the middle like this.
+    moveTo(Label1, 255, 15);
+    moveTo(Image2, 240, 0);
+}
+
+void FlashButton::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter) {
+        QAbstractButton::keyPressEvent(event);
+    } else if (!event->isAutoRepeat()) {
+        b1.key(event->key());
+    }
+}
+
+void FlashButton::focusInEvent(QFocusEvent* event) {
+    ring.show();
+    QAbstractButton::focusInEvent(event);
+}
+
+void FlashButton::focusOutEvent(QFocusEvent* event) {
+    ring.hide();
+    QAbstractButton::focusOutEvent(event);
+}

@@ -1,0 +1,43 @@
+#include "ui/common/Form.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+#include <utility>
+
+Form::Form(const char* caption, int width, int height) {
+    setWindowTitle(caption);
+    resize(pixels(width), pixels(height));
+}
+
+void Form::present() {
+    // Unlike `show`, this also brings back a window that was made an icon.
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    if (QWidget* const box = QApplication::activeModalWidget()) {
+        box->raise();
+        box->activateWindow();
+    }
+}
+
+void Form::fixSize() {
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    setFixedSize(size());
+}
+
+void Form::closeEvent(QCloseEvent* event) {
+    event->accept();
+    std::exchange(unloaded, [] {})();
+}
+
+void Form::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        close();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}

@@ -1,0 +1,42 @@
+#include "ui/common/shownText.h"
+
+#include "base/text.h"
+#include "platform/qt/text.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include <algorithm>
+
+using namespace std::string_view_literals;
+
+namespace {
+
+/// More characters than a line on the widest desktop has, so that a huge text costs no more to lay
+/// out than a long one.
+constexpr std::size_t longestLine = 4096;
+
+QString boxed(QString text) {
+    constexpr QChar box(0x25A1);
+    std::ranges::replace_if(
+        text, [](QChar character) { return character != '\n' && !character.isPrint(); }, box);
+    return text;
+}
+
+}  // namespace
+
+QString shownText(std::string_view bytes) {
+    return boxed(toQString(replaceAll(bytes, "\r\n"sv, "\n"sv)));
+}
+
+QString shownLine(std::string_view bytes) {
+    QString line = shownText(bytes.substr(0, longestLine)).replace('\n', ' ');
+    if (bytes.size() > longestLine) line.append(QChar(0x2026));
+    return line;
+}
+
+void copyToClipboard(std::string_view text) {
+    QClipboard* const clipboard = QGuiApplication::clipboard();
+    clipboard->clear();
+    clipboard->setText(toQString(text));
+}

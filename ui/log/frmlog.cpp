@@ -1,0 +1,87 @@
+#include "ui/log/frmlog.h"
+
+#include "platform/MessageBox.h"
+#include "ui/common/shownText.h"
+
+#include <QResizeEvent>
+#include <QShortcut>
+
+#include <chrono>
+#include <utility>
+
+namespace {
+
+/// Soon enough for the eye; a flood of lines is shown ten times a second.
+constexpr std::chrono::milliseconds publishDelay{100};
+
+/// What the frame of the window adds to its client area: the places of the controls are reckoned
+/// from the size with the frame, and frames of today differ.
+constexpr int frameWidth = 120;
+constexpr int frameHeight = 510;
+constexpr int leastWidth = 6555;
+constexpr int leastHeight = 3810;
+
+void moveTo(QWidget& control, int left, int top) { control.move(pixels(left), pixels(top)); }
+
+}  // namespace
+
+frmlog::frmlog(MessageBox& messageBox)
+    : Form("Cobweave - Log", 6360, 3210), messageBox(messageBox) {
+    Frame1.setDrawing(pictures::paintSheets);
+    Frame2.setDrawing(pictures::paintSweep);
+    Frame3.setDrawing(pictures::paintCross);
+    List1.setAccessibleName("Log");
+    List1.setUniformItemSizes(true);
+    List1.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    List1.setItemDelegate(&delegate);
+    List1.setModel(&lines);
+    setMinimumSize(pixels(leastWidth - frameWidth), pixels(leastHeight - frameHeight));
+
+    publishing.setSingleShot(true);
+    connect(&publishing, &QTimer::timeout, this, [this] { lines.publish(); });
+    // The list's own would copy what it shows of a line.
+    auto* const copying = new QShortcut(QKeySequence::Copy, &List1);
+    copying->setContext(Qt::WidgetShortcut);
+    connect(copying, &QShortcut::activated, this, [this] { Command3_Click(); });
+    connect(&Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    connect(&Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
+    connect(&Command3, &QPushButton::clicked, this, [this] { Command3_Click(); });
+}
+
+void frmlog::append(std::string line) {
+    delegate.makeRoomFor(line);
+    lines.append(std::move(line));
+    if (isVisible() && !publishing.isActive()) publishing.start(publishDelay);
+}
+
+void frmlog::Command1_Click() { hide(); }
+
+void frmlog::Command2_Click() {
+    if (!messageBox.question("Are you sure you want to clear the log?")) return;
+    lines.clear();
+    delegate.forget();
+}
+
+void frmlog::Command3_Click() {
+    // A line that only has the keyboard's frame is not selected.
+    const QModelIndexList rows = List1.selectionModel()->selectedRows();
+    copyToClipboard(lines.at(rows.isEmpty() ? -1 : rows.first().row()));
+}
+
+void frmlog::resizeEvent(QResizeEvent* event) {
+    const int outerWidth = event->size().width() * twipsPerPixel + frameWidth;
+    const int outerHeight = event->size().height() * twipsPerPixel + frameHeight;
+    Image4.resize(event->size().width(), Image4.height());
+    List1.resize(pixels(outerWidth - 350), pixels(outerHeight - 2100));
+    moveTo(Frame1, 180, outerHeight - 970);
+    moveTo(Command3, 480, outerHeight - 1060);
+    moveTo(Frame2, outerWidth - 3300, outerHeight - 980);
+    moveTo(Command2, outerWidth - 2900, outerHeight - 1060);
+    moveTo(Frame3, outerWidth - 1700, outerHeight - 1010);
+    moveTo(Command1, outerWidth - 1400, outerHeight - 1060);
+}
+
+void frmlog::showEvent(QShowEvent* event) {
+    lines.publish();
+    Form::showEvent(event);
+}

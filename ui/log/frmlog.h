@@ -1,0 +1,47 @@
+#pragma once
+
+#include "ui/common/Banner.h"
+#include "ui/common/Form.h"
+#include "ui/common/Picture.h"
+#include "ui/log/LogLineDelegate.h"
+#include "ui/log/LogLines.h"
+
+#include <QListView>
+#include <QPushButton>
+#include <QTimer>
+
+class MessageBox;
+
+/// The window of what contacts did during this run. Closing hides it, since its list is the only
+/// place where the lines are.
+class frmlog final : public Form {
+public:
+    explicit frmlog(MessageBox& messageBox);
+
+    Placed<Banner> Image4{this, "Image4", {0, 0, 6360, 900}, "Log"};
+    Placed<QListView> List1{this, "List1", {120, 960, 6135, 1590}};
+    Placed<Picture> Frame1{this, "Frame1", {180, 2850, 255, 255}};
+    Placed<QPushButton> Command3{
+        this, "Command3", {480, 2760, 2535, 375}, "Copy Selected Item To Clipboard"};
+    Placed<Picture> Frame2{this, "Frame2", {3360, 2850, 255, 255}};
+    Placed<QPushButton> Command2{this, "Command2", {3675, 2775, 990, 375}, "C&lear"};
+    Placed<Picture> Frame3{this, "Frame3", {4860, 2850, 255, 255}};
+    Placed<QPushButton> Command1{this, "Command1", {5160, 2760, 1080, 375}, "&Close"};
+
+    /// Appends a line, to be seen soon if the window is shown.
+    void append(std::string line);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void Command1_Click();
+    void Command2_Click();
+    void Command3_Click();
+
+    MessageBox& messageBox;
+    LogLines lines;
+    LogLineDelegate delegate;
+    QTimer publishing;
+};

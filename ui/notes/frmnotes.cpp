@@ -1,0 +1,177 @@
+#include "ui/notes/frmnotes.h"
+
+#include "platform/MessageBox.h"
+#include "stores/NotesStore.h"
+#include "ui/common/look.h"
+#include "ui/common/shownText.h"
+#include "ui/notes/noteText.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t longNote = 4096;
+constexpr auto saveQuestion = "Do you want to save changes to your current note?";
+
+/// Those that press nothing by themselves, such as the first key of a mnemonic, and those that the
+/// window takes: Escape, which closes it, and Tab, which goes to another control.
+bool isNoTyping(int key) {
+    constexpr std::array keys{Qt::Key_Shift,   Qt::Key_Control, Qt::Key_Alt,     Qt::Key_AltGr,
+                              Qt::Key_Meta,    Qt::Key_Super_L, Qt::Key_Super_R, Qt::Key_CapsLock,
+                              Qt::Key_NumLock, Qt::Key_Escape,  Qt::Key_Tab,     Qt::Key_Backtab};
+    return std::ranges::find(keys, key) != keys.end();
+}
+
+/// A key was pressed in a text box. Letters that are composed of several keys, as accents and
+/// Chinese are, come without their keys.
+bool isTyping(const QEvent& event) {
+    if (event.type() == QEvent::InputMethod) {
+        return !static_cast<const QInputMethodEvent&>(event).commitString().isEmpty();
+    }
+    return event.type() == QEvent::KeyPress &&
+           !isNoTyping(static_cast<const QKeyEvent&>(event).key());
+}
+
+void fill(QGroupBox& frame, QWidget& content) {
+    auto* const layout = new QVBoxLayout(&frame);
+    layout->setContentsMargins(look::gap, look::gap, look::gap, look::gap);
+    layout->addWidget(&content);
+}
+
+}  // namespace
+
+frmnotes::frmnotes(NotesStore& notes, MessageBox& messageBox)
+    : Form("Cobweave - Notes", 6360, 6000), notes(notes), messageBox(messageBox) {
+    layOut();
+    Text1.setTabChangesFocus(true);
+    Text1.installEventFilter(this);
+    List1.setUniformItemSizes(true);
+    List1.Click = [this] { List1_Click(); };
+    connect(&List1, &QListWidget::itemSelectionChanged, this,
+            [this] { selectionMayHaveChanged(); });
+    connect(&Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    connect(&Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
+    connect(&Command3, &QPushButton::clicked, this, [this] { Command3_Click(); });
+
+    for (const std::string& note : notes.list())
+        addEntry(note);
+    selectionMayHaveChanged();
+    notes.added = [this] { addEntry(this->notes.list().back()); };
+}
+
+frmnotes::~frmnotes() {
+    notes.added = [] {};
+}
+
+void frmnotes::layOut() {
+    const std::pair<QWidget&, const char*> names[] = {
+        {List1, "List1"},       {Text1, "Text1"},       {Command1, "Command1"},
+        {Command2, "Command2"}, {Command3, "Command3"},
+    };
+    for (const auto& [control, name] : names)
+        control.setObjectName(name);
+    List1.setAccessibleName(Frame1.title());
+    Text1.setAccessibleName(Frame2.title());
+
+    banner.setText("Notes");
+    banner.setFixedHeight(60);
+    fill(Frame1, List1);
+    fill(Frame2, Text1);
+    for (QPushButton* const button : {&Command1, &Command2, &Command3}) {
+        button->setMinimumSize(96, 25);
+    }
+    auto* const buttons = new QHBoxLayout;
+    buttons->addWidget(&Command1);
+    buttons->addWidget(&Command2);
+    buttons->addStretch();
+    buttons->addWidget(&Command3);
+    auto* const content = new QVBoxLayout;
+    content->setContentsMargins(look::gap, look::gap, look::gap, look::gap);
+    content->setSpacing(look::gap);
+    content->addWidget(&Frame1, 1);
+    content->addWidget(&Frame2, 1);
+    content->addLayout(buttons);
+    auto* const all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    all->addWidget(&banner);
+    all->addLayout(content);
+}
+
+void frmnotes::addEntry(const std::string& note) { List1.addItem(shownLine(note)); }
+
+void frmnotes::selectionMayHaveChanged() { Text1.setEnabled(List1.selectedRow() >= 0); }
+
+void frmnotes::removeEntry(std::size_t index) {
+    notes.remove(index);
+    const bool wasSelected = List1.selectedRow() == static_cast<int>(index);
+    delete List1.takeItem(static_cast<int>(index));
+    // Qt would go on to the next entry, which nobody has chosen.
+    if (wasSelected) List1.setCurrentRow(-1);
+}
+
+void frmnotes::List1_Click() {
+    if (noteChanged) {
+        if (messageBox.question(saveQuestion)) Command1_Click();
+        noteChanged = false;
+    }
+    const int row = List1.selectedRow();
+    // Saving has taken the entry away that was clicked, when it was the one in the box.
+    if (row < 0) return;
+    selectedNote = static_cast<std::size_t>(row);
+    const std::string& note = notes.list()[selectedNote];
+    // Looking for words in a text without blanks takes time that grows with its square.
+    Text1.setWordWrapMode(note.size() > longNote ? QTextOption::WrapAnywhere
+                                                 : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    Text1.setPlainText(noteText::toBox(note));
+}
+
+void frmnotes::Command1_Click() {
+    if (List1.selectedRow() < 0) {
+        messageBox.exclamation("Please select a note to edit.");
+        return;
+    }
+    // The note in the box may have been removed since, and nothing is there to be written over.
+    if (selectedNote >= notes.list().size()) return;
+    const std::string text = noteText::fromBox(Text1.document()->toRawText());
+    removeEntry(selectedNote);
+    notes.add(text);
+    Text1.clear();
+    noteChanged = false;
+    notes.savenotes();
+}
+
+void frmnotes::Command2_Click() {
+    if (List1.selectedRow() < 0) {
+        messageBox.exclamation("Please select a note to remove.");
+        return;
+    }
+    if (!messageBox.question("Are you sure you want to remove this note?")) return;
+    removeEntry(static_cast<std::size_t>(List1.selectedRow()));
+    Text1.clear();
+    notes.savenotes();
+}
+
+void frmnotes::Command3_Click() {
+    if (noteChanged && messageBox.question(saveQuestion)) Command1_Click();
+    hide();
+    notes.savenotes();
+}
+
+void frmnotes::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    Command3_Click();
+}
+
+bool frmnotes::eventFilter(QObject* control, QEvent* event) {
+    if (isTyping(*event)) noteChanged = true;
+    return Form::eventFilter(control, event);
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "ui/common/Banner.h"
+#include "ui/common/Form.h"
+#include "ui/notes/NoteList.h"
+
+#include <QGroupBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include <cstddef>
+
+class MessageBox;
+class NotesStore;
+
+/// The window in which notes are read, changed and removed. New ones come by chat command alone.
+class frmnotes final : public Form {
+public:
+    frmnotes(NotesStore& notes, MessageBox& messageBox);
+    ~frmnotes() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* control, QEvent* event) override;
+
+private:
+    void layOut();
+    void addEntry(const std::string& note);
+    void removeEntry(std::size_t index);
+    void selectionMayHaveChanged();
+    void List1_Click();
+    void Command1_Click();
+    void Command2_Click();
+    void Command3_Click();
+
+    NotesStore& notes;
+    MessageBox& messageBox;
+    Banner banner{this};
+    QGroupBox Frame1{"Select A Note", this};
+    NoteList List1{&Frame1};
+    QGroupBox Frame2{"Edit/Delete/View Note", this};
+    QPlainTextEdit Text1{&Frame2};
+    QPushButton Command1{"&Save Changes", this};
+    QPushButton Command2{"&Remove Note", this};
+    QPushButton Command3{"&Close", this};
+    /// The entry that `Text1` shows. It lags behind the list until the next click.
+    std::size_t selectedNote = 0;
+    /// A key was pressed in `Text1` since it was last filled or saved.
+    bool noteChanged = false;
+};

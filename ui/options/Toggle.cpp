@@ -1,0 +1,51 @@
+#include "ui/options/Toggle.h"
+
+#include "ui/common/FocusRing.h"
+
+#include <QPainter>
+
+namespace {
+
+const QColor onColor{0, 0, 0};
+const QColor offColor{255, 0, 0};
+
+}  // namespace
+
+Toggle::Toggle(QWidget* parent) : QAbstractButton(parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::PointingHandCursor);
+    setOn(false);
+    connect(this, &QAbstractButton::clicked, this, [this] { setOn(!isOn()); });
+}
+
+void Toggle::setHeading(const QString& newHeading) {
+    heading = newHeading;
+    name();
+}
+
+void Toggle::setOn(bool on) {
+    QPalette colors = palette();
+    colors.setColor(QPalette::WindowText, on ? onColor : offColor);
+    setPalette(colors);
+    setText(on ? "Enabled" : "Disabled");
+    name();
+}
+
+bool Toggle::isOn() const { return palette().color(QPalette::WindowText) == onColor; }
+
+void Toggle::name() { setAccessibleName(heading.isEmpty() ? text() : heading + ": " + text()); }
+
+void Toggle::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    QFont ownFont = font();
+    ownFont.setUnderline(underMouse());
+    painter.setFont(ownFont);
+    painter.setPen(palette().color(QPalette::WindowText));
+    // As far from the left as the ring needs.
+    painter.drawText(rect().adjusted(5, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text());
+    if (hasFocus()) FocusRing::paint(painter, QRectF(rect()));
+}
+
+void Toggle::enterEvent(QEnterEvent* /*event*/) { update(); }
+
+void Toggle::leaveEvent(QEvent* /*event*/) { update(); }

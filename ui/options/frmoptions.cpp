@@ -1,0 +1,242 @@
+#include "ui/options/frmoptions.h"
+
+#include "base/Failure.h"
+#include "desktop/frmTitle.h"
+#include "desktop/mdlFunctions.h"
+#include "platform/Client.h"
+#include "platform/ForeignWindows.h"
+#include "platform/MessageBox.h"
+#include "platform/Registry.h"
+#include "platform/qt/text.h"
+#include "proxy/hostForms.h"
+#include "ui/common/captions.h"
+#include "ui/common/shownText.h"
+#include "ui/options/optionsDesign.h"
+#include "ui/options/previewPictures.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScreen>
+
+#include <utility>
+
+frmoptions::frmoptions(const Parts& parts) : PagedForm(optionsDesign::window), parts(parts) {
+    move(screen()->availableGeometry().center() - rect().center());
+    addTexts();
+    connectControls();
+    playMovies();
+    copyTitle();
+    if (!mdlFunctions::MessengerPlusPresent(parts.registry)) {
+        Picture3.hide();
+        findChild<QWidget*>("Label18")->hide();
+    }
+    show(OptionValues::read(parts.settings));
+    Check1_Click();
+    Text1.setCursorPosition(static_cast<int>(Text1.text().size()));
+}
+
+void frmoptions::addTexts() {
+    for (const auto& [index, captions] : optionsDesign::captions)
+        addCaptions(page(index), captions);
+    const std::pair<Toggle&, const char*> headings[] = {
+        {Label1, "Label22"}, {Label21, "Label23"}, {Label6, "Label5"},  {Label12, "Label13"},
+        {Label2, "Label24"}, {Label4, "Label25"},  {Label3, "Label26"}, {Label15, "Label27"},
+    };
+    for (const auto& [toggle, name] : headings)
+        toggle.setHeading(findChild<QLabel*>(name)->text());
+    prefix.setAccessibleName("Prefix");
+    postfix.setAccessibleName("Postfix");
+    Combo1.setAccessibleName("Inital Sign In Status");
+    Text1.setAccessibleName("Window Caption");
+    for (const std::string_view status : statusNames)
+        Combo1.addItem(toQString(status));
+    for (QLineEdit* const bracket :
+         {static_cast<QLineEdit*>(&prefix), static_cast<QLineEdit*>(&postfix)}) {
+        bracket->setMaxLength(1);
+        bracket->setAlignment(Qt::AlignHCenter);
+    }
+    Text1.setMaxLength(100);
+
+    mwi.setDrawing(previewPictures::paintMessengerWindow, previewPictures::placeGround);
+    tii.setDrawing(previewPictures::paintToolTip, previewPictures::placeGround);
+    Image15.setDrawing(previewPictures::paintWindow, previewPictures::windowGround);
+    mwi.hide();
+    tii.hide();
+    Label11.setTextFormat(Qt::PlainText);
+}
+
+void frmoptions::connectControls() {
+    connect(&Check1, &QCheckBox::toggled, this, [this] { Check1_Click(); });
+    connect(&Check3, &QCheckBox::toggled, this, [this] { Check3_Click(); });
+    connect(&Text1, &QLineEdit::textChanged, this, [this] { Text1_Change(); });
+    connect(&Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    connect(&Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
+    // The Enter key presses them, too, when they have the keyboard.
+    Command1.setAutoDefault(true);
+    Command2.setAutoDefault(true);
+    for (QWidget* const place : {static_cast<QWidget*>(&mw), static_cast<QWidget*>(&ti), page(1)}) {
+        place->setMouseTracking(true);
+        place->installEventFilter(this);
+    }
+}
+
+void frmoptions::playMovies() {
+    const std::pair<ShockwaveFlash&, const char*> movies[] = {
+        {generaloptions, "generaloptions.swf"}, {signingin, "signingin.swf"},
+        {tsmessages, "tsmessages.swf"},         {alerts, "alerts.swf"},
+        {windowrename, "windowrename.swf"},
+    };
+    for (const auto& [control, file] : movies) {
+        control.setExactFit(true);
+        control.setMovie(folders::movie(file));
+    }
+}
+
+/// Each change counts as one by the user, here as anywhere.
+void frmoptions::copyTitle() {
+    Check3.setChecked(parts.title.renaming());
+    Text1.setText(toQString(parts.title.renameText()));
+    Text1.setEnabled(parts.title.renaming());
+    if (!parts.title.renaming()) forgetTitle();
+}
+
+void frmoptions::forgetTitle() {
+    parts.title.setText1(TitleForm::messengersOwnTitle);
+    Text1.setText(toQString(TitleForm::messengersOwnTitle));
+    Text1.setEnabled(false);
+}
+
+void frmoptions::show(const OptionValues& values) {
+    // The arrow keys go on from the entry that is shown; a text of no entry is shown all the same.
+    Combo1.setCurrentIndex(Combo1.findText(toQString(values.initialStatus)));
+    Combo1.setEditText(toQString(values.initialStatus));
+    Label1.setOn(values.useristyping);
+    Label2.setOn(values.alertoffline);
+    Label3.setOn(values.alertopenwindow);
+    Label4.setOn(values.alertclosewindow);
+    Label15.setOn(values.alertjoinwindow);
+    Label21.setOn(values.constants);
+    Check2.setChecked(values.timestamp);
+    (values.callbyFriendlyName ? fn : address).setChecked(true);
+    Label6.setOn(values.preventtypo);
+    Check1.setChecked(values.progress);
+    mw.setChecked(values.messengerwindow);
+    ti.setChecked(values.trayicon);
+    Label12.setOn(values.lastthing);
+    prefix.setText(toQString(values.tsprefix));
+    postfix.setText(toQString(values.tspostfix));
+    (values.tscolorBlack ? black : red).setChecked(true);
+}
+
+OptionValues frmoptions::shownValues() const {
+    return {.initialStatus = fromQString(Combo1.currentText()),
+            .useristyping = Label1.isOn(),
+            .alertoffline = Label2.isOn(),
+            .alertopenwindow = Label3.isOn(),
+            .alertclosewindow = Label4.isOn(),
+            .alertjoinwindow = Label15.isOn(),
+            .constants = Label21.isOn(),
+            .timestamp = Check2.isChecked(),
+            .callbyFriendlyName = fn.isChecked(),
+            .preventtypo = Label6.isOn(),
+            .progress = Check1.isChecked(),
+            .messengerwindow = mw.isChecked(),
+            .trayicon = ti.isChecked(),
+            .lastthing = Label12.isOn(),
+            .tsprefix = fromQString(prefix.text()),
+            .tspostfix = fromQString(postfix.text()),
+            .tscolorBlack = black.isChecked()};
+}
+
+void frmoptions::Check1_Click() {
+    mw.setEnabled(Check1.isChecked());
+    ti.setEnabled(Check1.isChecked());
+}
+
+/// Takes effect at once, and no Cancel takes it back.
+void frmoptions::Check3_Click() {
+    parts.title.setCheck1(Check3.isChecked());
+    parts.title.Check1_Click();
+    parts.title.savesettings();
+    if (parts.title.renaming()) {
+        Text1.setEnabled(true);
+    } else {
+        forgetTitle();
+    }
+}
+
+void frmoptions::Text1_Change() {
+    parts.title.setText1(fromQString(Text1.text()));
+    parts.title.ChangeTitle();
+    Label11.setText(shownLine(fromQString(Text1.text())));
+}
+
+void frmoptions::Command1_Click() { close(); }
+
+void frmoptions::Command2_Click() {
+    // Assistive programs press buttons under a box as well.
+    if (isSaving) return;
+    constexpr auto noStatus = "Please select an inital sign in status.";
+    OptionValues values = shownValues();
+    values.completePair();
+    prefix.setText(toQString(values.tsprefix));
+    postfix.setText(toQString(values.tspostfix));
+    if (!isStatusName(values.initialStatus)) {
+        parts.messageBox.critical(noStatus);
+        return;
+    }
+    if (values.initialStatus.empty()) {
+        parts.messageBox.critical(noStatus);
+        return;
+    }
+    isSaving = true;
+    values.write(parts.settings);
+    // On a first run this is refused, and the user is told so before the client goes.
+    close();
+    if (RestartMessenger && !parts.messageBox.isEnding()) restartMessenger();
+    RestartMessenger = false;
+    isSaving = false;
+    parts.title.savesettings();
+}
+
+void frmoptions::restartMessenger() {
+    parts.windows.requestClose(parts.windows.MessengerWindowHandle());
+    parts.messageBox.information(
+        "You are about to be signed out of MSN Messenger.\r\n\r\n"
+        "Please click \"OK\" once you are fully signed out of MSN Messenger.");
+    // A client that is started now would find no proxy.
+    if (parts.messageBox.isEnding()) return;
+    parts.client.start();
+    if (parts.messageBox.question("This is your first time using Cobweave.\r\n\r\n"
+                                  "Would you like to view the help dialog to understand \r\n"
+                                  "all of Cobweave's Features?")) {
+        parts.help.Show();
+    }
+}
+
+void frmoptions::closeEvent(QCloseEvent* event) {
+    if (RestartMessenger) {
+        event->ignore();
+        parts.messageBox.critical("Please select some settings before running Cobweave");
+        return;
+    }
+    PagedForm::closeEvent(event);
+}
+
+/// A key that no control has taken does nothing here: Escape may be pressed by accident, and there
+/// is much to lose.
+void frmoptions::keyPressEvent(QKeyEvent* event) { event->accept(); }
+
+void frmoptions::keyReleaseEvent(QKeyEvent* event) { event->accept(); }
+
+bool frmoptions::eventFilter(QObject* control, QEvent* event) {
+    auto* const place = static_cast<QWidget*>(control);
+    // One that is greyed out has no mouse over it: its page has.
+    if (event->type() != QEvent::MouseMove || !place->isEnabled()) return false;
+    mwi.setVisible(place == &mw);
+    tii.setVisible(place == &ti);
+    // What a check box has no use for would go on to the page.
+    const bool isHeld = static_cast<QMouseEvent*>(event)->buttons() != Qt::NoButton;
+    return place != page(1) && !isHeld;
+}

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "ui/common/PagedForm.h"
+#include "ui/options/OptionValues.h"
+#include "ui/options/StatusBox.h"
+#include "ui/options/Toggle.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+class Client;
+class ForeignWindows;
+class MessageBox;
+class Registry;
+class SettingsStore;
+class ShownForm;
+class frmTitle;
+
+/// The window in which the user edits the settings. It reads them when it is made; OK writes them.
+/// What it says of the Messenger window's title takes effect at once.
+class frmoptions final : public PagedForm {
+public:
+    /// What the window works on.
+    struct Parts {
+        SettingsStore& settings;
+        frmTitle& title;
+        Registry& registry;
+        MessageBox& messageBox;
+        ForeignWindows& windows;
+        Client& client;
+        ShownForm& help;
+    };
+
+    explicit frmoptions(const Parts& parts);
+
+    /// On a first run the window does not close before OK was pressed, and OK starts the client
+    /// again, so that it comes back through the proxy.
+    bool RestartMessenger = false;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* control, QEvent* event) override;
+
+private:
+    void addTexts();
+    void connectControls();
+    void playMovies();
+    void copyTitle();
+    void show(const OptionValues& values);
+    [[nodiscard]] OptionValues shownValues() const;
+    void forgetTitle();
+    void restartMessenger();
+
+    void Check1_Click();
+    void Check3_Click();
+    void Text1_Change();
+    void Command1_Click();
+    void Command2_Click();
+
+    Parts parts;
+    /// OK is at work, perhaps under a box.
+    bool isSaving = false;
+
+    // General options.
+    Placed<ShockwaveFlash> generaloptions{page(0), "generaloptions", {0, 0, 5235, 810}};
+    Placed<ShockwaveFlash> ShockwaveFlash1{page(0), "ShockwaveFlash1", {4905, 4095, 225, 225}};
+    Placed<Toggle> Label1{page(0), "Label1", {270, 1185, 1050, 300}};
+    Placed<Toggle> Label21{page(0), "Label21", {270, 1875, 1050, 300}};
+    Placed<QRadioButton> fn{page(0), "fn", {345, 2565, 2490, 300}, "Freindly Name (Nick Name)"};
+    Placed<QRadioButton> address{page(0), "address", {2940, 2565, 1800, 300}, "Email Address"};
+    Placed<Toggle> Label6{page(0), "Label6", {270, 3255, 1050, 300}};
+    Placed<Toggle> Label12{page(0), "Label12", {270, 3945, 1050, 300}};
+
+    // Signing in.
+    Placed<ShockwaveFlash> signingin{page(1), "signingin", {0, 0, 5235, 810}};
+    Placed<StatusBox> Combo1{page(1), "Combo1", {345, 1230, 2100, 330}};
+    Placed<QCheckBox> Check1{page(1), "Check1", {345, 2010, 2100, 300}, "Enabled"};
+    Placed<QCheckBox> mw{page(1), "mw", {345, 2760, 2400, 300}, "Messenger Window"};
+    Placed<QCheckBox> ti{page(1), "ti", {345, 3105, 2400, 300}, "Tray Icon Tool Tip"};
+    Placed<Picture> mwi{page(1), "mwi", {3000, 2040, 1980, 750}};
+    Placed<Picture> tii{page(1), "tii", {3000, 2040, 1980, 750}};
+
+    // Timestamps.
+    Placed<ShockwaveFlash> tsmessages{page(2), "tsmessages", {0, 0, 5235, 810}};
+    Placed<QCheckBox> Check2{page(2), "Check2", {180, 990, 2100, 300}, "Enabled"};
+    Placed<QLineEdit> prefix{page(2), "prefix", {1080, 1545, 420, 330}, "["};
+    Placed<QLineEdit> postfix{page(2), "postfix", {1080, 2010, 420, 330}, "]"};
+    Placed<QWidget> Picture3{page(2), "Picture3", {1080, 2490, 3000, 330}};
+    Placed<QRadioButton> red{&Picture3, "red", {0, 0, 1200, 330}, "Red"};
+    Placed<QRadioButton> black{&Picture3, "black", {1200, 0, 1200, 330}, "Black"};
+
+    // Alerts.
+    Placed<ShockwaveFlash> alerts{page(4), "alerts", {0, 0, 5235, 810}};
+    Placed<Toggle> Label2{page(4), "Label2", {270, 1605, 1050, 300}};
+    Placed<Toggle> Label4{page(4), "Label4", {270, 2295, 1050, 300}};
+    Placed<Toggle> Label3{page(4), "Label3", {270, 2985, 1050, 300}};
+    Placed<Toggle> Label15{page(4), "Label15", {270, 3675, 1050, 300}};
+
+    // Window rename.
+    Placed<ShockwaveFlash> windowrename{page(5), "windowrename", {0, 0, 5235, 810}};
+    Placed<QCheckBox> Check3{page(5), "Check3", {180, 990, 2100, 300}, "Enabled"};
+    Placed<QLineEdit> Text1{page(5), "Text1", {180, 1410, 4800, 330}, "Enter Window Caption..."};
+    Placed<Picture> Image15{page(5), "Image15", {180, 2010, 4800, 1440}};
+    Placed<QLabel> Label11{page(5), "Label11", {600, 2070, 3900, 255}};
+
+    Placed<QPushButton> Command2{this, "Command2", {7200, 5520, 975, 375}, "&OK"};
+    Placed<QPushButton> Command1{this, "Command1", {6000, 5520, 1095, 375}, "&Cancel"};
+};

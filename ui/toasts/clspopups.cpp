@@ -1,0 +1,69 @@
+#include "ui/toasts/clspopups.h"
+
+#include "base/Failure.h"
+#include "desktop/mdlFunctions.h"
+#include "platform/ForeignWindows.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace {
+
+QRect screenPlace() { return QGuiApplication::primaryScreen()->geometry(); }
+
+int screenHeight() { return screenPlace().height() * twipsPerPixel; }
+
+}  // namespace
+
+std::int16_t clspopups::TaskbarHeight() {
+    const QRect screen = screenPlace();
+    int bottom = screen.height();
+    if (const auto area = windows.workArea()) {
+        // The system counts its own pixels from the corner of the whole desktop, of which this
+        // screen may be a part.
+        const double scale = QGuiApplication::primaryScreen()->devicePixelRatio();
+        const int below = static_cast<int>((area->bottom - screen.top()) / scale);
+        if (below > 0) bottom = std::min(bottom, below);
+    }
+    return toastPlaces::TaskbarHeight(screenHeight(), bottom);
+}
+
+bool clspopups::popup(std::string_view text) {
+    attempt([&] { lastForeground = others.foreground(); });
+    const int last = toastPlaces::lastPlace(screenHeight());
+    int slot = 0;
+    while (slot <= last && slot < toastPlaces::slots && toastSlots.at(slot))
+        ++slot;
+    if (slot > last) return false;
+    if (slot < toastPlaces::slots) show(static_cast<std::size_t>(slot), text);
+    // Also when there was no place left.
+    for (int time = 0; time < 2; ++time) {
+        attempt([&] { others.giveFocusBack(lastForeground); });
+    }
+    return true;
+}
+
+void clspopups::show(std::size_t slot, std::string_view text) {
+    frmpopup& window = load(slot);
+    window.Label1.setText(text);
+    attempt([&] {
+        const int top = toastPlaces::top(static_cast<int>(slot), screenHeight(), TaskbarHeight());
+        window.move(screenPlace().topLeft() + QPoint(pixels(toastPlaces::left), pixels(top)));
+    });
+    mdlFunctions::SetTopMost("Enabled", window.winId(), windows);
+    std::int16_t invisible = 0;
+    mdlFunctions::SetWindowOpacity(window.winId(), invisible, windows);
+    window.FadeIn();
+    window.show();
+}
+
+frmpopup& clspopups::load(std::size_t slot) {
+    auto& window = toastSlots.at(slot);
+    window = std::make_unique<frmpopup>(loop, windows);
+    window->unloaded = [this, slot] { unload(slot); };
+    return *window;
+}
+
+void clspopups::unload(std::size_t slot) { toastSlots.at(slot).release()->deleteLater(); }

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/OwnWindows.h"
+#include "proxy/hostForms.h"
+#include "ui/toasts/frmpopup.h"
+#include "ui/toasts/toastPlaces.h"
+
+#include <array>
+#include <memory>
+
+class EventLoop;
+class ForeignWindows;
+
+/// The toasts: finds a free place for each text and starts it there. The lowest free place wins;
+/// a text that finds none is lost.
+class clspopups final : public Popups {
+public:
+    clspopups(EventLoop& loop, OwnWindows& windows, ForeignWindows& others)
+        : loop(loop), windows(windows), others(others) {}
+
+    /// Runs statement by statement. Also true with all places taken, where nothing is shown; false
+    /// only on a screen too low to have as many places.
+    bool popup(std::string_view text) override;
+
+    /// The height of a task bar at the bottom of the screen, in twips.
+    [[nodiscard]] std::int16_t TaskbarHeight();
+
+private:
+    void show(std::size_t slot, std::string_view text);
+    [[nodiscard]] frmpopup& load(std::size_t slot);
+    void unload(std::size_t slot);
+
+    EventLoop& loop;
+    OwnWindows& windows;
+    ForeignWindows& others;
+    /// A place without a window is free.
+    std::array<std::unique_ptr<frmpopup>, toastPlaces::slots> toastSlots;
+    /// The window that the user worked in when the last toast came.
+    WindowHandle lastForeground = 0;
+};

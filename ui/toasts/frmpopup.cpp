@@ -1,0 +1,155 @@
+#include "ui/toasts/frmpopup.h"
+
+#include "base/Failure.h"
+#include "desktop/mdlFunctions.h"
+#include "platform/EventLoop.h"
+#include "ui/common/look.h"
+#include "ui/common/shownText.h"
+#include "ui/toasts/toastPlaces.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <array>
+#include <chrono>
+#include <utility>
+
+namespace {
+
+constexpr std::chrono::milliseconds lifeTime{7000};
+constexpr std::chrono::milliseconds fadeDelay{200};
+
+void paintCross(QPainter& painter, const QRectF& box, const QColor& color) {
+    const QRectF cross = QRectF(0, 0, 7, 7).translated(box.center() - QPointF(3.5, 3.5));
+    painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(cross.topLeft(), cross.bottomRight());
+    painter.drawLine(cross.topRight(), cross.bottomLeft());
+}
+
+}  // namespace
+
+void CloseBox::setHovered(bool value) {
+    isHovered = value;
+    update();
+}
+
+void CloseBox::paintEvent(QPaintEvent* /*event*/) {
+    if (!isHovered) return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(look::accent);
+    painter.drawRoundedRect(QRectF(rect()), 3, 3);
+    paintCross(painter, QRectF(rect()), look::page);
+}
+
+frmpopup::frmpopup(EventLoop& loop, OwnWindows& windows)
+    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                           Qt::WindowDoesNotAcceptFocus | Qt::BypassWindowManagerHint),
+      Timer1(loop.makeTimer()),
+      Timer2(loop.makeTimer()),
+      windows(windows) {
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setWindowTitle(QApplication::applicationName());
+    setFixedSize(pixels(toastPlaces::width), pixels(toastPlaces::height));
+    setMouseTracking(true);
+
+    Label1.setMouseTracking(true);
+    Label1.installEventFilter(this);
+    // Its room reaches below the upper edge of the text, its letters do not.
+    Label2.setAlignment(Qt::AlignTop);
+    Label2.setCursor(Qt::PointingHandCursor);
+    Label2.setMouseTracking(true);
+    Label2.installEventFilter(this);
+    QFont underlined = Label2.font();
+    underlined.setUnderline(true);
+    Label2.setFont(underlined);
+    QPalette colors = Label2.palette();
+    colors.setColor(QPalette::WindowText, look::link);
+    Label2.setPalette(colors);
+    Image1.setMouseTracking(true);
+    Image1.setCursor(Qt::PointingHandCursor);
+    Image1.setAccessibleName("Close");
+    Image1.installEventFilter(this);
+    Label1.setCursor(Image1.cursor());
+
+    Timer1->tick = [this] { Unload(); };
+    Timer2->tick = [this] { Timer2_Timer(); };
+    Timer1->enable(lifeTime);
+    Timer2->enable(fadeDelay);
+}
+
+frmpopup::~frmpopup() = default;
+
+void frmpopup::FadeIn() const { Timer2->enable(fadeDelay); }
+
+void frmpopup::Timer2_Timer() {
+    for (std::int16_t step = 1; step <= 10; ++step) {
+        setOpacity(checked<std::int16_t>(10 * step));
+    }
+    Timer2->disable();
+}
+
+void frmpopup::FadeOut() {
+    // There is no step of 60, and never was.
+    constexpr std::array<std::int16_t, 8> steps{90, 80, 70, 50, 40, 30, 20, 10};
+    for (const std::int16_t percentage : steps)
+        setOpacity(percentage);
+}
+
+void frmpopup::setOpacity(std::int16_t percentage) {
+    mdlFunctions::SetWindowOpacity(winId(), percentage, windows);
+}
+
+void frmpopup::Unload() {
+    // A second click may be on its way already; by then the place may be another toast's.
+    if (std::exchange(isUnloaded, true)) return;
+    Timer1->disable();
+    Timer2->disable();
+    FadeOut();
+    hide();
+    unloaded();
+}
+
+void frmpopup::Label2_Click() {
+    copyToClipboard(Label1.text());
+    Label1.setText("Text copied to clipboard.");
+}
+
+bool frmpopup::eventFilter(QObject* control, QEvent* event) {
+    if (event->type() == QEvent::MouseMove) {
+        if (control != &Label2) Image1.setHovered(control == &Image1);
+        // The form would take it for a move over itself.
+        return true;
+    }
+    if (event->type() == QEvent::MouseButtonRelease) {
+        const auto& release = *static_cast<QMouseEvent*>(event);
+        const QWidget& pressed = *static_cast<QWidget*>(control);
+        // Who drags the mouse off the control has thought better of it.
+        const bool isClick = release.button() == Qt::LeftButton &&
+                             pressed.rect().contains(release.position().toPoint());
+        if (isClick && control == &Image1) Unload();
+        if (isClick && control == &Label2) Label2_Click();
+    }
+    return false;
+}
+
+void frmpopup::mouseMoveEvent(QMouseEvent* /*event*/) { Image1.setHovered(false); }
+
+void frmpopup::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    look::paintBand(painter, rect());
+    painter.setPen(look::line);
+    painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+
+    QApplication::windowIcon().paint(&painter, QRect(8, 6, 16, 16));
+    QFont title = font();
+    title.setBold(true);
+    painter.setFont(title);
+    painter.setPen(look::text);
+    painter.drawText(QRect(30, 4, 120, 20), Qt::AlignVCenter, QApplication::applicationName());
+    paintCross(painter, QRectF(Image1.geometry()), look::line);
+}
