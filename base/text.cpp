@@ -30,6 +30,14 @@ std::uint8_t code(std::string_view text, std::size_t position) {
     return static_cast<std::uint8_t>(text[position - 1]);
 }
 
+std::string lowerCase(std::string_view text) {
+    std::string lower(text);
+    for (char& letter : lower) {
+        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+    }
+    return lower;
+}
+
 std::string replaceFirst(std::string text, std::string_view from, std::string_view to) {
     const std::size_t found = text.find(from);
     if (found != std::string::npos) text.replace(found, from.size(), to);

@@ -27,6 +27,9 @@
 /// The code, 0 to 255, of the character at `position`, counted from 1. Fails behind the end.
 [[nodiscard]] std::uint8_t code(std::string_view text, std::size_t position);
 
+/// `text` with A to Z in lower case and all other bytes as they are.
+[[nodiscard]] std::string lowerCase(std::string_view text);
+
 /// `text` with the first occurrence of `from`, wherever it stands, replaced by `to`.
 [[nodiscard]] std::string replaceFirst(std::string text, std::string_view from,
                                        std::string_view to);

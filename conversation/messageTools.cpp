@@ -4,7 +4,6 @@
 #include "base/text.h"
 #include "platform/Chance.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -21,15 +20,9 @@ std::string_view withoutBlanks(std::string_view text) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-char lower(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-/// Whether `text` begins with `head`, which is in small letters, in any case of letters.
+/// Whether `text` begins with `head`, which is in lower case, in any case of letters.
 bool beginsLike(std::string_view text, std::string_view head) {
-    return text.size() >= head.size() &&
-           std::equal(head.begin(), head.end(), text.begin(),
-                      [](char wanted, char letter) { return wanted == lower(letter); });
+    return lowerCase(text.substr(0, head.size())) == head;
 }
 
 /// Word 3 of line 0: the declared length as it is written.

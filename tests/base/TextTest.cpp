@@ -76,6 +76,12 @@ TEST(Code, FailsBehindTheEnd) {
     EXPECT_THROW((void)code(""sv, 1), Failure);
 }
 
+TEST(LowerCase, ChangesTheLettersFromAToZAlone) {
+    EXPECT_EQ(lowerCase("MSNP9 @[`{ az\xC3\x9C\xC0"sv), "msnp9 @[`{ az\xC3\x9C\xC0");
+    EXPECT_EQ(lowerCase("A\0Z"sv), "a\0z"s);
+    EXPECT_EQ(lowerCase(""sv), "");
+}
+
 TEST(ReplaceFirst, LeavesTheLaterOnes) {
     EXPECT_EQ(replaceFirst("NLN NLN", "NLN"sv, "BSY"sv), "BSY NLN");
 }
