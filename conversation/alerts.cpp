@@ -7,6 +7,7 @@
 #include "desktop/mdlFunctions.h"
 #include "stores/SettingsStore.h"
 #include "stores/mdlEncode.h"
+#include "stores/options.h"
 
 #include <string>
 
@@ -21,18 +22,13 @@ constexpr std::string_view lineEnd = "\r\n";
 /// Where last words are kept, one entry for each contact.
 constexpr std::string_view lastWordsSection = "lastthingusersaid";
 
-std::string option(Conversation& conversation, std::string_view key) {
-    return conversation.services.settings.ReadSetting("Options", key);
-}
-
-bool isOn(Conversation& conversation, std::string_view key) {
-    return option(conversation, key) == "True";
+bool isOn(Conversation& conversation, const options::Switch& option) {
+    return isOn(conversation.services.settings, option);
 }
 
 /// The user wants contacts named by their address, and not by their nick name.
 bool namesByAddress(Conversation& conversation) {
-    const std::string callBy = option(conversation, "callby");
-    return callBy.empty() || callBy == "e";
+    return textOf(conversation.services.settings, options::callby) == "e";
 }
 
 /// The contact who opens a window. A nick name is the last word of its line and keeps the line end.
@@ -56,15 +52,15 @@ bool isBlank(std::string_view text) {
 }  // namespace
 
 void alerts::openWindow(std::string_view chunk, Conversation& conversation) {
-    if (!isOn(conversation, "alertopenwindow")) return;
+    if (!isOn(conversation, options::alertopenwindow)) return;
     constexpr std::string_view opened = " has opened a conversation window.";
     attempt([&] { conversation.showPopup(openerIn(chunk, conversation).append(opened)); });
     attempt([&] { conversation.addToLog(openerIn(chunk, conversation).append(opened)); });
 }
 
 void alerts::join(Conversation& conversation) {
-    if (!isOn(conversation, "alertjoinwindow")) return;
-    if (!isOn(conversation, "alertopenwindow")) return;
+    if (!isOn(conversation, options::alertjoinwindow)) return;
+    if (!isOn(conversation, options::alertopenwindow)) return;
     attempt([&] {
         const std::string name = injection::boldName(contactName(conversation), conversation);
         injection::InjectMessage(conversation, name + " has joined the conversation window.",
@@ -76,7 +72,7 @@ void alerts::lastWords(Conversation& conversation) {
     const std::string& contact = conversation.connection.contactEmail;
     std::string words = conversation.services.settings.ReadSetting(lastWordsSection, contact);
     if (words.empty()) return;
-    if (!isOn(conversation, "lastthing")) return;
+    if (!isOn(conversation, options::lastthing)) return;
     attempt([&] { words = mdlEncode::Base64Decode(words); });
     attempt([&] {
         injection::InjectMessage(
@@ -87,7 +83,7 @@ void alerts::lastWords(Conversation& conversation) {
 }
 
 void alerts::closeWindow(std::string_view chunk, Conversation& conversation) {
-    if (!isOn(conversation, "alertclosewindow")) return;
+    if (!isOn(conversation, options::alertclosewindow)) return;
     // A contact who was dropped, and has not left, is marked by a further word.
     bool dropped = false;
     attempt([&] {
@@ -109,7 +105,7 @@ void alerts::closeWindow(std::string_view chunk, Conversation& conversation) {
 }
 
 void alerts::offline(std::string_view chunk, Conversation& conversation) {
-    if (!isOn(conversation, "alertoffline")) return;
+    if (!isOn(conversation, options::alertoffline)) return;
     constexpr std::string_view gone = " is now offline.";
     attempt([&] { conversation.showPopup(std::string(word(line(chunk, 0), 1)).append(gone)); });
     attempt([&] { conversation.addToLog(std::string(word(chunk, 1)).append(gone)); });

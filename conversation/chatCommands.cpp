@@ -11,7 +11,7 @@
 #include "desktop/winamp.h"
 #include "platform/MediaPlayer.h"
 #include "stores/NotesStore.h"
-#include "stores/SettingsStore.h"
+#include "stores/options.h"
 
 #include <algorithm>
 #include <utility>
@@ -187,7 +187,7 @@ std::string chatCommands::FilterOutgoing(std::string& message, Conversation& con
         return cover;
     }
     if (!firstLine.starts_with('!')) return message;
-    if (services.settings.ReadSetting("Options", "preventtypo") != "True") return message;
+    if (!isOn(services.settings, options::preventtypo)) return message;
     std::string cover = injection::MakeCoverMessage(message, services.values.email);
     tellUnknown(typedWord, conversation);
     return cover;

@@ -7,7 +7,7 @@
 #include "desktop/mdlFunctions.h"
 #include "desktop/winamp.h"
 #include "platform/Clock.h"
-#include "stores/SettingsStore.h"
+#include "stores/options.h"
 
 #include <cstdint>
 
@@ -49,7 +49,7 @@ std::string expandAll(std::string_view message, std::int32_t declared, Conversat
 std::string messageConstants::ExpandConstants(std::string_view message,
                                               Conversation& conversation) {
     std::string result;
-    if (conversation.services.settings.ReadSetting("Options", "constants") != "False") {
+    if (isOn(conversation.services.settings, options::constants)) {
         const std::int32_t declared = messageTools::PayloadLength(message);
         if (declared <= longest) result = expandAll(message, declared, conversation);
     }

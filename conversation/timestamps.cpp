@@ -4,7 +4,7 @@
 #include "base/text.h"
 #include "conversation/messageTools.h"
 #include "platform/Clock.h"
-#include "stores/SettingsStore.h"
+#include "stores/options.h"
 
 #include <cstdint>
 
@@ -20,8 +20,8 @@ struct Brackets {
     std::string postfix;
 
     explicit Brackets(SettingsStore& settings)
-        : prefix(settings.ReadSetting("Options", "tsprefix").substr(0, 1)),
-          postfix(settings.ReadSetting("Options", "tspostfix").substr(0, 1)) {}
+        : prefix(textOf(settings, options::tsprefix).substr(0, 1)),
+          postfix(textOf(settings, options::tspostfix).substr(0, 1)) {}
 };
 
 /// `message` with its length made longer by the time and `others` characters.
@@ -33,9 +33,9 @@ std::string lengthened(std::string_view message, int others, Clock& clock) {
 }
 
 std::string colorNumber(SettingsStore& settings) {
-    std::string color = settings.ReadSetting("Options", "tscolor");
+    std::string color = textOf(settings, options::tscolor);
     if (color == "black") return "1";
-    if (color == "red" || color.empty()) return "4";
+    if (color == "red") return "4";
     return color;
 }
 

@@ -2,7 +2,7 @@
 
 #include "platform/EventLoop.h"
 #include "platform/ForeignWindows.h"
-#include "stores/SettingsStore.h"
+#include "stores/options.h"
 
 #include <chrono>
 
@@ -20,13 +20,11 @@ frmTitle::frmTitle(SettingsStore& settings, ForeignWindows& windows, EventLoop& 
     windows.changed = [this] { Timer2->wake(); };
 }
 
-frmTitle::~frmTitle() {
-    windows.changed = {};
-}
+frmTitle::~frmTitle() { windows.changed = {}; }
 
 void frmTitle::Load() {
-    const bool renamed = settings.ReadSetting("Options", "windowrename") == "1";
-    setText1(settings.ReadSetting("Options", "windowrenamecaption"));
+    const bool renamed = isOn(settings, options::windowrename);
+    setText1(textOf(settings, options::windowrenamecaption));
     setCheck1(renamed);
     Timer1->enable(writeInterval);
     Timer2->enable(watchInterval);
@@ -34,8 +32,7 @@ void frmTitle::Load() {
 }
 
 void frmTitle::setwindowcaption(std::string_view newcaption) {
-    if (settings.ReadSetting("Options", "messengerwindow") != "1" ||
-        settings.ReadSetting("Options", "progress") != "1") {
+    if (!isOn(settings, options::messengerwindow) || !isOn(settings, options::progress)) {
         return;
     }
     windows.SetWindowText(MessengerWindowHandle(), newcaption);
@@ -68,8 +65,8 @@ void frmTitle::ChangeTitle() {
 }
 
 void frmTitle::savesettings() {
-    settings.WriteSetting("Options", "windowrenamecaption", Text1);
-    settings.WriteSetting("Options", "windowrename", Check1 ? "1" : "0");
+    set(settings, options::windowrenamecaption, Text1);
+    set(settings, options::windowrename, Check1);
 }
 
 WindowHandle frmTitle::MessengerWindowHandle() { return windows.MessengerWindowHandle(); }

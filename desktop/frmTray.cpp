@@ -1,6 +1,6 @@
 #include "desktop/frmTray.h"
 
-#include "stores/SettingsStore.h"
+#include "stores/options.h"
 
 #include <algorithm>
 #include <array>
@@ -43,8 +43,8 @@ void frmTray::Show(const std::vector<MenuEntry>& menu) { tray.add("Cobweave", me
 void frmTray::Unload() { tray.remove(); }
 
 void frmTray::changetraycaption(std::string& newcaption) {
-    if (settings.ReadSetting("Options", "progress") != "1") return;
-    const bool shown = settings.ReadSetting("Options", "trayicon") == "1";
+    if (!isOn(settings, options::progress)) return;
+    const bool shown = isOn(settings, options::trayicon);
     newcaption = captionOf(newcaption);
     if (shown) tray.modify(std::string_view(newcaption).substr(0, tipLength));
 }

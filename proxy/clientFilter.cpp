@@ -7,7 +7,7 @@
 #include "conversation/chatCommands.h"
 #include "desktop/mdlFunctions.h"
 #include "proxy/hostForms.h"
-#include "stores/SettingsStore.h"
+#include "stores/options.h"
 
 #include <utility>
 
@@ -28,7 +28,7 @@ void applyStatus(std::string& chunk, Conversation& conversation, TrayForm& tray)
     std::string caption = "Cobweave - Logged In";
     attempt([&] { tray.changetraycaption(caption); });
     attempt([&] { services.values.statusPostfix = word(chunk, 3); });
-    const std::string status = services.settings.ReadSetting("Options", "initialStatus");
+    const std::string status = textOf(services.settings, options::initialStatus);
     chunk = replaceFirst(std::move(chunk), "NLN"sv, "{status}"sv);
     chunk = replaceFirst(std::move(chunk), "FLN"sv, "{status}"sv);
     chunk = replaceFirst(std::move(chunk), "{status}"sv, mdlFunctions::StatusCodeFromName(status));
@@ -38,7 +38,7 @@ void filterMessage(std::string& chunk, Conversation& conversation) {
     constexpr std::string_view peerToPeer = "Content-Type: application/x-msnmsgrp2p";
     if (!holds([&] { return line(chunk, 2) != peerToPeer; })) return;
     attempt([&] { chunk = chatCommands::FilterOutgoing(chunk, conversation); });
-    if (conversation.services.settings.ReadSetting("Options", "useristyping") == "True") {
+    if (isOn(conversation.services.settings, options::useristyping)) {
         // The contact's client does not know this header and shows nothing; the length stays.
         chunk = replaceFirst(std::move(chunk), "TypingUser:"sv, "TypingUserx"sv);
     }

@@ -8,7 +8,7 @@
 #include "platform/MediaPlayer.h"
 #include "platform/MessageBox.h"
 #include "stores/NotesStore.h"
-#include "stores/SettingsStore.h"
+#include "stores/options.h"
 
 #include <cstdlib>
 #include <utility>
@@ -50,8 +50,7 @@ frmMain::Start frmMain::Load() {
         messageBox.critical("Error: " + trouble->description);
         return Start::Deaf;
     }
-    if (services.settings.ReadSetting("Options", "useristyping").empty())
-        forms.options.ShowFirstRun();
+    if (!isSet(services.settings, options::useristyping)) forms.options.ShowFirstRun();
     return Start::Listening;
 }
 

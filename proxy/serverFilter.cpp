@@ -8,7 +8,7 @@
 #include "conversation/messageTools.h"
 #include "conversation/timestamps.h"
 #include "desktop/mdlFunctions.h"
-#include "stores/SettingsStore.h"
+#include "stores/options.h"
 
 using namespace std::string_view_literals;
 
@@ -43,7 +43,7 @@ void filterText(std::string& chunk, Conversation& conversation) {
     attempt([&] { text = messageTools::MessageBody(chunk); });
     alerts::rememberWords(sender, text, conversation);
     Services& services = conversation.services;
-    if (services.settings.ReadSetting("Options", "timestamp") == "True") stamp(chunk, services);
+    if (isOn(services.settings, options::timestamp)) stamp(chunk, services);
 }
 
 }  // namespace

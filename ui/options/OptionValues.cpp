@@ -1,67 +1,52 @@
 #include "ui/options/OptionValues.h"
 
-#include "base/Failure.h"
-#include "stores/SettingsStore.h"
+#include "stores/options.h"
 
 #include <algorithm>
 
-namespace {
-
-std::string_view word(bool value) { return value ? "True" : "False"; }
-std::string_view digit(bool value) { return value ? "1" : "0"; }
-
-}  // namespace
-
 OptionValues OptionValues::read(SettingsStore& settings) {
     OptionValues values;
-    const std::string color = settings.ReadSetting("Options", "tscolor");
-    const std::string callby = settings.ReadSetting("Options", "callby");
-    values.initialStatus = settings.ReadSetting("Options", "initialStatus");
-    values.useristyping = settings.ReadSetting("Options", "useristyping") == "True";
-    values.alertoffline = settings.ReadSetting("Options", "alertoffline") == "True";
-    values.alertopenwindow = settings.ReadSetting("Options", "alertopenwindow") == "True";
-    values.alertclosewindow = settings.ReadSetting("Options", "alertclosewindow") == "True";
-    values.alertjoinwindow = settings.ReadSetting("Options", "alertjoinwindow") == "True";
+    values.initialStatus = textOf(settings, options::initialStatus);
+    values.useristyping = isOn(settings, options::useristyping);
+    values.alertoffline = isOn(settings, options::alertoffline);
+    values.alertopenwindow = isOn(settings, options::alertopenwindow);
+    values.alertclosewindow = isOn(settings, options::alertclosewindow);
+    values.alertjoinwindow = isOn(settings, options::alertjoinwindow);
     // Off here when it was never set, although constants are expanded then.
-    values.constants = settings.ReadSetting("Options", "constants") == "True";
-    values.timestamp = settings.ReadSetting("Options", "timestamp") == "True";
-    values.callbyFriendlyName = !callby.empty() && callby != "e";
-    values.preventtypo = settings.ReadSetting("Options", "preventtypo") == "True";
-    values.progress = settings.ReadSetting("Options", "progress") == "1";
-    values.messengerwindow = settings.ReadSetting("Options", "messengerwindow") == "1";
-    values.trayicon = settings.ReadSetting("Options", "trayicon") == "1";
-    values.lastthing = settings.ReadSetting("Options", "lastthing") == "True";
-    values.tsprefix = settings.ReadSetting("Options", "tsprefix").substr(0, 1);
-    values.tspostfix = settings.ReadSetting("Options", "tspostfix").substr(0, 1);
-    values.tscolorBlack = !color.empty() && color != "red";
-
-    if (values.initialStatus.empty()) values.initialStatus = statusNames.front();
+    values.constants = saysOn(settings, options::constants);
+    values.timestamp = isOn(settings, options::timestamp);
+    values.callbyFriendlyName = textOf(settings, options::callby) != "e";
+    values.preventtypo = isOn(settings, options::preventtypo);
+    values.progress = isOn(settings, options::progress);
+    values.messengerwindow = isOn(settings, options::messengerwindow);
+    values.trayicon = isOn(settings, options::trayicon);
+    values.lastthing = isOn(settings, options::lastthing);
+    values.tsprefix = textOf(settings, options::tsprefix).substr(0, 1);
+    values.tspostfix = textOf(settings, options::tspostfix).substr(0, 1);
+    values.tscolorBlack = textOf(settings, options::tscolor) != "red";
     // Here the prefix alone decides. A lone postfix is completed by OK.
     if (values.tsprefix.empty()) values.completePair();
     return values;
 }
 
 void OptionValues::write(SettingsStore& settings) const {
-    const auto write = [&](std::string_view key, std::string_view value) {
-        attempt([&] { settings.WriteSetting("Options", key, value); });
-    };
-    write("initialStatus", initialStatus);
-    write("useristyping", word(useristyping));
-    write("alertoffline", word(alertoffline));
-    write("alertopenwindow", word(alertopenwindow));
-    write("alertclosewindow", word(alertclosewindow));
-    write("alertjoinwindow", word(alertjoinwindow));
-    write("constants", word(constants));
-    write("timestamp", word(timestamp));
-    write("callby", callbyFriendlyName ? "fn" : "e");
-    write("preventtypo", word(preventtypo));
-    write("progress", digit(progress));
-    write("messengerwindow", digit(messengerwindow));
-    write("trayicon", digit(trayicon));
-    write("lastthing", word(lastthing));
-    write("tsprefix", tsprefix);
-    write("tspostfix", tspostfix);
-    write("tscolor", tscolorBlack ? "black" : "red");
+    set(settings, options::initialStatus, initialStatus);
+    set(settings, options::useristyping, useristyping);
+    set(settings, options::alertoffline, alertoffline);
+    set(settings, options::alertopenwindow, alertopenwindow);
+    set(settings, options::alertclosewindow, alertclosewindow);
+    set(settings, options::alertjoinwindow, alertjoinwindow);
+    set(settings, options::constants, constants);
+    set(settings, options::timestamp, timestamp);
+    set(settings, options::callby, callbyFriendlyName ? "fn" : "e");
+    set(settings, options::preventtypo, preventtypo);
+    set(settings, options::progress, progress);
+    set(settings, options::messengerwindow, messengerwindow);
+    set(settings, options::trayicon, trayicon);
+    set(settings, options::lastthing, lastthing);
+    set(settings, options::tsprefix, tsprefix);
+    set(settings, options::tspostfix, tspostfix);
+    set(settings, options::tscolor, tscolorBlack ? "black" : "red");
 }
 
 void OptionValues::completePair() {
