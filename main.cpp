@@ -1,3 +1,4 @@
+#include "base/codePage.h"
 #include "desktop/frmTitle.h"
 #include "desktop/frmTray.h"
 #include "platform/Browser.h"
@@ -89,7 +90,7 @@ int main(int argc, char* argv[]) {
     const std::unique_ptr<Tray> trayIcon = makeTray();
     clspopups popups(platform->loop(), *ownWindows, *otherWindows);
     NotesStore notes(folders::notes() / "notes.cwv", [&popups](std::string_view text) {
-        tellTrouble(text);
+        tellTrouble(codePage::toUtf8(text));
         popups.popup(text);
     });
     frmTitle title(settings, *otherWindows, platform->loop());

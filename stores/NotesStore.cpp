@@ -1,5 +1,6 @@
 #include "stores/NotesStore.h"
 
+#include "base/codePage.h"
 #include "base/text.h"
 #include "platform/AtomicFile.h"
 
@@ -86,9 +87,10 @@ void NotesStore::savenotes() {
 }
 
 void NotesStore::tellUnsaved(const std::string& reason, const std::string& remedy) const {
-    tell("The notes could not be saved to " + path.string() + ": " + reason +
-         ". They are kept until Cobweave ends; " + remedy +
-         ", and they are saved at the next change");
+    // Paths, and the system's reasons, are UTF-8.
+    tell(codePage::fromUtf8("The notes could not be saved to " + path.string() + ": " + reason +
+                            ". They are kept until Cobweave ends; " + remedy +
+                            ", and they are saved at the next change"));
 }
 
 void NotesStore::add(std::string_view text) {

@@ -22,7 +22,8 @@ public:
     /// A note was added at the end. For a window that shows them.
     Event<> added;
 
-    /// `tell` takes one text for the user, of a save that failed and what becomes of the notes.
+    /// `tell` takes one text for the user, in the code page, of a save that failed and what becomes
+    /// of the notes.
     NotesStore(std::filesystem::path path, std::function<void(std::string_view)> tell);
 
     /// Reads the file into the list. Without a file, or with one that cannot be read, it is empty.

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The name under which the program keeps its settings, spelled as it always has been.
+/// Under this name, spelled so, the settings stand in the file of each user.
 constexpr const char* application = "Cobwaeve";
 
 constexpr const char* createTable =

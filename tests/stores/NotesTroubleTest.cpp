@@ -18,6 +18,7 @@
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 namespace fs = std::filesystem;
 
@@ -78,6 +79,15 @@ TEST_F(NotesInTrouble, AreToldOfAtEachSaveThatFailsAndSavedAtTheFirstThatDoesNot
         EXPECT_EQ(told.size(), 2U);
         EXPECT_EQ(read(), "old\r\nnew\r\n\r\n");
     }));
+}
+
+TEST_F(NotesInTrouble, AreToldOfInTheCodePageWhateverTheFolderIsCalled) {
+    path = folder / "caf\xC3\xA9 \xD0\x96" / "notes.cwv";
+    fs::create_directories(path);
+    NotesStore notes = store();
+    notes.savenotes();
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told.front(), HasSubstr("/caf\xE9 ?/notes.cwv: Is a directory"));
 }
 
 TEST_F(NotesInTrouble, StayInTheListAndOnTheDiskWhenItIsFull) {
