@@ -7,12 +7,11 @@ set(COBWEAVE_PLATFORM_CORE
     platform/linux/Browser.cpp
     platform/linux/Clock.cpp
     platform/linux/EndSignals.cpp
-    platform/linux/EpollNetwork.cpp
-    platform/linux/EpollSocket.cpp
     platform/linux/Folders.cpp
     platform/linux/MachineFacts.cpp
     platform/linux/Reactor.cpp
     platform/linux/startProgram.cpp
+    platform/linux/systemSockets.cpp
     platform/linux/wine/Client.cpp
     platform/linux/wine/Registry.cpp)
 set(COBWEAVE_PLATFORM_QT

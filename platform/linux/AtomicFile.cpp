@@ -1,4 +1,5 @@
 #include "platform/AtomicFile.h"
+#include "platform/linux/Descriptor.h"
 
 #include <array>
 #include <cerrno>
@@ -39,19 +40,6 @@ auto demand(Call&& call) {
     if (result < 0) throw Trouble(errno);
     return result;
 }
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number(number) {}
-    ~Descriptor() { close(number); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    operator int() const { return number; }
-
-private:
-    int number;
-};
 
 /// What a chain of symbolic links ends at, be it there or not.
 fs::path target(fs::path link) {
@@ -115,7 +103,7 @@ public:
     void write(std::string_view content) const {
         while (!content.empty()) {
             const ssize_t written =
-                demand([&] { return ::write(file, content.data(), content.size()); });
+                demand([&] { return ::write(file.get(), content.data(), content.size()); });
             content.remove_prefix(static_cast<std::size_t>(written));
         }
     }
@@ -123,15 +111,16 @@ public:
     void resemble(const struct stat* old) const {
         if (old != nullptr) {
             // A user can give a file to a group of theirs, and only the superuser to somebody else.
-            (void)!fchown(file, static_cast<uid_t>(-1), old->st_gid);
-            (void)!fchown(file, old->st_uid, static_cast<gid_t>(-1));
+            (void)!fchown(file.get(), static_cast<uid_t>(-1), old->st_gid);
+            (void)!fchown(file.get(), old->st_uid, static_cast<gid_t>(-1));
         }
         constexpr mode_t permissions = 07777;
-        demand(
-            [&] { return fchmod(file, old == nullptr ? privately : old->st_mode & permissions); });
+        demand([&] {
+            return fchmod(file.get(), old == nullptr ? privately : old->st_mode & permissions);
+        });
     }
     void putInPlaceOf(const fs::path& fileName) {
-        writeToDisk(file);
+        writeToDisk(file.get());
         demand([&] { return renameat(folder, name.c_str(), folder, fileName.c_str()); });
         inPlace = true;
         writeToDisk(folder);
@@ -168,8 +157,8 @@ std::optional<std::string> replaceFile(const fs::path& path, std::string_view co
         makeFolder(place.parent_path());
         const Descriptor folder(openFolder(place.parent_path()));
         struct stat old {};
-        const bool isThere = find(folder, place.filename(), old);
-        NewFile file(folder);
+        const bool isThere = find(folder.get(), place.filename(), old);
+        NewFile file(folder.get());
         file.write(content);
         file.resemble(isThere ? &old : nullptr);
         file.putInPlaceOf(place.filename());

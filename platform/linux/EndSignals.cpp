@@ -1,10 +1,11 @@
 #include "platform/linux/EndSignals.h"
 
+#include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <system_error>
 #include <utility>
 
-#include <sys/epoll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
 
@@ -33,7 +34,7 @@ EndSignals::EndSignals(Reactor& reactor, std::function<void()> arrived)
     : reactor(reactor), arrived(std::move(arrived)) {
     raised = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
     if (raised < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
-    reactor.add(raised, EPOLLIN, *this);
+    reactor.add(raised, {.receiving = true}, *this);
     setHandler(handleSignal);
 }
 
@@ -43,7 +44,7 @@ EndSignals::~EndSignals() {
     close(std::exchange(raised, -1));
 }
 
-void EndSignals::ready(std::uint32_t /*events*/) {
+void EndSignals::ready(Readiness::Ready /*now*/) {
     std::uint64_t count = 0;
     (void)!read(raised, &count, sizeof count);
     arrived();

@@ -5,7 +5,7 @@
 #include <functional>
 
 /// SIGINT and SIGTERM as an event of the reactor. One object at a time.
-class EndSignals final : private Reactor::Watched {
+class EndSignals final : private Readiness::Watched {
 public:
     EndSignals(Reactor& reactor, std::function<void()> arrived);
     ~EndSignals();
@@ -13,7 +13,7 @@ public:
     EndSignals& operator=(const EndSignals&) = delete;
 
 private:
-    void ready(std::uint32_t events) override;
+    void ready(Readiness::Ready now) override;
 
     Reactor& reactor;
     std::function<void()> arrived;

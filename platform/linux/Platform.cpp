@@ -1,9 +1,9 @@
 #include "platform/Platform.h"
 #include "platform/linux/EndSignals.h"
-#include "platform/linux/EpollNetwork.h"
 #include "platform/linux/Reactor.h"
 #include "platform/linux/bus/sessionBus.h"
 #include "platform/qt/QtEventLoop.h"
+#include "platform/shared/StreamSocket.h"
 
 #include <QSocketNotifier>
 
@@ -26,10 +26,8 @@ private:
     Reactor reactor;
     // One notifier for all sockets: Qt looks at each one that there is on every turn.
     QSocketNotifier readiness{reactor.descriptor(), QSocketNotifier::Read};
-    EpollNetwork sockets{reactor, eventLoop};
-    EndSignals endSignals{reactor, [this] {
-                              endRequested();
-                          }};
+    StreamNetwork sockets{reactor, eventLoop};
+    EndSignals endSignals{reactor, [this] { endRequested(); }};
 };
 
 }  // namespace

@@ -1,52 +1,67 @@
 #include "platform/linux/Reactor.h"
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
 #include <chrono>
 #include <system_error>
 
 #include <sys/epoll.h>
-#include <unistd.h>
 
 namespace {
 
 /// How long the sockets may keep the windows waiting.
 constexpr std::chrono::milliseconds longestDispatch{4};
 
-epoll_event request(std::uint32_t events, Reactor::Watched& watched) {
-    epoll_event event{};
-    event.events = events;
-    event.data.ptr = &watched;
-    return event;
+std::uint32_t eventsOf(Readiness::Interest interest) {
+    return (interest.receiving ? EPOLLIN : 0U) | (interest.sending ? EPOLLOUT : 0U);
+}
+
+Readiness::Ready readyFor(std::uint32_t events) {
+    return {(events & EPOLLIN) != 0, (events & EPOLLOUT) != 0,
+            (events & (EPOLLHUP | EPOLLERR)) != 0};
 }
 
 }  // namespace
 
-struct Reactor::Batch {
+class Reactor::Batch {
+public:
     static constexpr int size = 64;
+
+    explicit Batch(Batch*& innermost) : outer(innermost), innermost(innermost) { innermost = this; }
+    ~Batch() { innermost = outer; }
+    Batch(const Batch&) = delete;
+    Batch& operator=(const Batch&) = delete;
 
     std::array<epoll_event, size> events;
     int count = 0;
-    Batch* outer = nullptr;
+    Batch* const outer;
+
+private:
+    Batch*& innermost;
 };
 
 Reactor::Reactor() : set(epoll_create1(EPOLL_CLOEXEC)) {
-    if (set < 0) throw std::system_error(errno, std::generic_category(), "epoll_create1");
+    if (set.get() < 0) throw std::system_error(errno, std::generic_category(), "epoll_create1");
 }
 
-Reactor::~Reactor() { close(set); }
-
-void Reactor::add(int watchedDescriptor, std::uint32_t events, Watched& watched) const {
-    epoll_event event = request(events, watched);
-    epoll_ctl(set, EPOLL_CTL_ADD, watchedDescriptor, &event);
+void Reactor::add(SocketHandle descriptor, Interest interest, Watched& watched) {
+    control(EPOLL_CTL_ADD, descriptor, interest, watched);
 }
 
-void Reactor::change(int watchedDescriptor, std::uint32_t events, Watched& watched) const {
-    epoll_event event = request(events, watched);
-    epoll_ctl(set, EPOLL_CTL_MOD, watchedDescriptor, &event);
+void Reactor::change(SocketHandle descriptor, Interest interest, Watched& watched) {
+    control(EPOLL_CTL_MOD, descriptor, interest, watched);
 }
 
-void Reactor::remove(int watchedDescriptor, Watched& watched) {
-    epoll_ctl(set, EPOLL_CTL_DEL, watchedDescriptor, nullptr);
+void Reactor::control(int operation, int descriptor, Interest interest, Watched& watched) const {
+    epoll_event event{};
+    event.events = eventsOf(interest);
+    event.data.ptr = &watched;
+    epoll_ctl(set.get(), operation, descriptor, &event);
+}
+
+void Reactor::remove(SocketHandle descriptor, Watched& watched) {
+    epoll_ctl(set.get(), EPOLL_CTL_DEL, descriptor, nullptr);
     for (Batch* batch = batches; batch != nullptr; batch = batch->outer) {
         for (int index = 0; index < batch->count; ++index) {
             if (batch->events[index].data.ptr == &watched) batch->events[index].data.ptr = nullptr;
@@ -56,15 +71,12 @@ void Reactor::remove(int watchedDescriptor, Watched& watched) {
 
 void Reactor::dispatch() {
     const auto deadline = std::chrono::steady_clock::now() + longestDispatch;
-    Batch batch;
-    batch.outer = batches;
-    batches = &batch;
+    Batch batch(batches);
     do {
-        batch.count = std::max(0, epoll_wait(set, batch.events.data(), Batch::size, 0));
+        batch.count = std::max(0, epoll_wait(set.get(), batch.events.data(), Batch::size, 0));
         for (int index = 0; index < batch.count; ++index) {
             auto* const watched = static_cast<Watched*>(batch.events[index].data.ptr);
-            if (watched != nullptr) watched->ready(batch.events[index].events);
+            if (watched != nullptr) watched->ready(readyFor(batch.events[index].events));
         }
     } while (batch.count > 0 && std::chrono::steady_clock::now() < deadline);
-    batches = batch.outer;
 }

@@ -1,44 +1,31 @@
 #pragma once
 
-#include <array>
+#include "platform/linux/Descriptor.h"
+#include "platform/shared/Readiness.h"
+
 #include <cstdint>
 
-/// The set of descriptors that the program waits for. The event loop waits for the one descriptor
-/// of the set, so its cost does not grow with the number of connections.
-class Reactor {
+/// The descriptors that the program waits for, sockets and others, as a set of epoll. The event
+/// loop waits for the one descriptor of the set, so its cost does not grow with the number of
+/// connections. Whoever is watched is told again as long as the descriptor is ready.
+class Reactor final : public Readiness {
 public:
-    /// Something with a descriptor that becomes ready.
-    class Watched {
-    public:
-        /// `events` are those of epoll.
-        virtual void ready(std::uint32_t events) = 0;
-
-    protected:
-        ~Watched() = default;
-    };
-
     Reactor();
-    ~Reactor();
-    Reactor(const Reactor&) = delete;
-    Reactor& operator=(const Reactor&) = delete;
 
     /// Readable when `dispatch` has something to do.
-    [[nodiscard]] int descriptor() const { return set; }
+    [[nodiscard]] int descriptor() const { return set.get(); }
 
-    void add(int watchedDescriptor, std::uint32_t events, Watched& watched) const;
-    void change(int watchedDescriptor, std::uint32_t events, Watched& watched) const;
-    /// Takes the descriptor out. `watched` is not called any more, not even for what is known to be
-    /// ready already.
-    void remove(int watchedDescriptor, Watched& watched);
-
-    /// Serves what is ready until nothing is, but not so long that the windows would have to wait.
-    /// May be called again while it runs.
-    void dispatch();
+    void add(SocketHandle descriptor, Interest interest, Watched& watched) override;
+    void change(SocketHandle descriptor, Interest interest, Watched& watched) override;
+    void remove(SocketHandle descriptor, Watched& watched) override;
+    void dispatch() override;
 
 private:
-    struct Batch;
+    class Batch;
 
-    int set;
+    void control(int operation, int descriptor, Interest interest, Watched& watched) const;
+
+    Descriptor set;
     /// The batches that are being served, innermost first.
     Batch* batches = nullptr;
 };

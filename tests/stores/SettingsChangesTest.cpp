@@ -1,7 +1,7 @@
 #include "stores/SettingsStore.h"
 
+#include "platform/linux/Descriptor.h"
 #include "tests/stores/StoreFolder.h"
-#include "tests/support/Descriptor.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

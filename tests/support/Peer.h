@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/Descriptor.h"
+#include "platform/linux/Descriptor.h"
 
 #include <chrono>
 #include <cstdint>

@@ -1,26 +1,24 @@
 #include "platform/linux/Reactor.h"
 
-#include "tests/support/Descriptor.h"
+#include "platform/linux/Descriptor.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdint>
 #include <functional>
 #include <list>
 
 #include <poll.h>
-#include <sys/epoll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace {
 
 /// A descriptor that the test makes ready. It stays so until it is told otherwise.
-class Signal final : public Reactor::Watched {
+class Signal final : public Readiness::Watched {
 public:
     explicit Signal(Reactor& reactor) : reactor(reactor) {
-        reactor.add(descriptor.get(), EPOLLIN, *this);
+        reactor.add(descriptor.get(), {.receiving = true}, *this);
     }
     ~Signal() { reactor.remove(descriptor.get(), *this); }
 
@@ -29,17 +27,17 @@ public:
         eventfd_t value = 0;
         ASSERT_EQ(eventfd_read(descriptor.get(), &value), 0);
     }
-    void change(std::uint32_t events) { reactor.change(descriptor.get(), events, *this); }
+    void change(Readiness::Interest interest) { reactor.change(descriptor.get(), interest, *this); }
     void remove() { reactor.remove(descriptor.get(), *this); }
 
     std::function<void()> whenReady = [this] { lower(); };
     int count = 0;
-    std::uint32_t lastEvents = 0;
+    Readiness::Ready last;
 
 private:
-    void ready(std::uint32_t events) override {
+    void ready(Readiness::Ready now) override {
         ++count;
-        lastEvents = events;
+        last = now;
         whenReady();
     }
 
@@ -64,7 +62,9 @@ TEST_F(WatchingReactor, IsReadableWhileSomethingIsReady) {
     EXPECT_TRUE(hasSomethingToDo());
     reactor.dispatch();
     EXPECT_EQ(signal.count, 1);
-    EXPECT_EQ(signal.lastEvents, static_cast<std::uint32_t>(EPOLLIN));
+    EXPECT_TRUE(signal.last.receiving);
+    EXPECT_FALSE(signal.last.sending);
+    EXPECT_FALSE(signal.last.broken);
     EXPECT_FALSE(hasSomethingToDo());
 }
 
@@ -76,15 +76,16 @@ TEST_F(WatchingReactor, DoesNothingWhenNothingIsReady) {
 
 TEST_F(WatchingReactor, LooksForWhatItIsToldToLookFor) {
     Signal signal(reactor);
-    signal.change(0);
+    signal.change({});
     signal.raise();
     reactor.dispatch();
     EXPECT_EQ(signal.count, 0);
-    signal.change(EPOLLOUT);
-    signal.whenReady = [&] { signal.change(0); };
+    signal.change({.sending = true});
+    signal.whenReady = [&] { signal.change({}); };
     reactor.dispatch();
     EXPECT_EQ(signal.count, 1);
-    EXPECT_EQ(signal.lastEvents, static_cast<std::uint32_t>(EPOLLOUT));
+    EXPECT_TRUE(signal.last.sending);
+    EXPECT_FALSE(signal.last.receiving);
 }
 
 TEST_F(WatchingReactor, NoLongerCallsWhatWasRemoved) {
@@ -162,14 +163,14 @@ TEST_F(WatchingReactor, TellsThatTheOtherEndIsGone) {
     ASSERT_EQ(pipe(ends.data()), 0);
     const Descriptor reading(ends[0]);
     Descriptor writing(ends[1]);
-    struct Seen final : Reactor::Watched {
-        std::uint32_t events = 0;
-        void ready(std::uint32_t now) override { events = now; }
+    struct Seen final : Readiness::Watched {
+        bool broken = false;
+        void ready(Readiness::Ready now) override { broken = now.broken; }
     } seen;
-    reactor.add(reading.get(), 0, seen);
+    reactor.add(reading.get(), {}, seen);
     writing.reset();
     reactor.dispatch();
-    EXPECT_EQ(seen.events, static_cast<std::uint32_t>(EPOLLHUP));
+    EXPECT_TRUE(seen.broken);
     reactor.remove(reading.get(), seen);
 }
 

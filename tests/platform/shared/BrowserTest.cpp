@@ -1,7 +1,7 @@
 #include "base/Failure.h"
 #include "platform/Browser.h"
+#include "platform/linux/Descriptor.h"
 #include "tests/platform/shared/ProgramFolder.h"
-#include "tests/support/Descriptor.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/shared/SendQueue.h"
+#include "platform/shared/StreamSocket.h"
 
 #include <gtest/gtest.h>
 

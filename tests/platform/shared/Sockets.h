@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/EpollNetwork.h"
+#include "platform/shared/StreamSocket.h"
 #include "tests/platform/shared/PollLoop.h"
 #include "tests/platform/shared/ToldSocket.h"
 #include "tests/platform/shared/descriptors.h"
@@ -35,7 +35,7 @@ protected:
     };
 
     PollLoop loop;
-    EpollNetwork network{loop.reactor, loop};
+    StreamNetwork network{loop.reactor, loop};
     ToldSocket listener{network};
 
     Sockets() { EXPECT_EQ(listener->Listen(0), std::nullopt); }

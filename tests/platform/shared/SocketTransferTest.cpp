@@ -1,4 +1,4 @@
-#include "platform/linux/EpollSocket.h"
+#include "platform/shared/StreamSocket.h"
 
 #include "tests/platform/shared/Sockets.h"
 

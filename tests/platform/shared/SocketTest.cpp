@@ -1,4 +1,4 @@
-#include "platform/linux/EpollSocket.h"
+#include "platform/shared/StreamSocket.h"
 
 #include "base/Failure.h"
 #include "tests/platform/shared/Sockets.h"
@@ -168,6 +168,10 @@ INSTANTIATE_TEST_SUITE_P(Table, NoDestination,
                          testing::Values(std::pair{"", 80}, std::pair{"localhost", 80},
                                          std::pair{"127.0.0", 80}, std::pair{"127.0.0.256", 80},
                                          std::pair{"::1", 80}, std::pair{"127.0.0.1 ", 80},
+                                         std::pair{" 127.0.0.1", 80}, std::pair{"127.0.0.01", 80},
+                                         std::pair{"127.0.0.0x1", 80}, std::pair{"127.0.0.-1", 80},
+                                         std::pair{"127.0.0.1.1", 80}, std::pair{"127..0.1", 80},
+                                         std::pair{".127.0.0.1", 80}, std::pair{"127.0.0.1.", 80},
                                          std::pair{"127.0.0.1", -1},
                                          std::pair{"127.0.0.1", 65536}));
 

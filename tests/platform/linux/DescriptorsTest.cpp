@@ -1,4 +1,4 @@
-#include "platform/linux/EpollNetwork.h"
+#include "platform/shared/StreamSocket.h"
 
 #include "tests/platform/linux/forked.h"
 #include "tests/platform/shared/Sockets.h"
@@ -65,11 +65,11 @@ void setSoftLimit(rlim_t descriptors) {
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
 }
 
-TEST(EpollNetwork, RaisesTheLimitOfDescriptors) {
+TEST(StreamNetwork, RaisesTheLimitOfDescriptors) {
     EXPECT_TRUE(passesForked([] {
         PollLoop loop;
         setSoftLimit(64);
-        const EpollNetwork network(loop.reactor, loop);
+        const StreamNetwork network(loop.reactor, loop);
         EXPECT_EQ(descriptorLimit().rlim_cur, descriptorLimit().rlim_max);
     }));
 }
@@ -98,7 +98,7 @@ public:
     }
 
     PollLoop loop;
-    EpollNetwork network{loop.reactor, loop};
+    StreamNetwork network{loop.reactor, loop};
     std::optional<ToldSocket> listener{std::in_place, network};
     std::vector<std::unique_ptr<ToldSocket>> accepted;
     Peer first;

@@ -1,4 +1,4 @@
-#include "platform/linux/EpollSocket.h"
+#include "platform/shared/StreamSocket.h"
 
 #include "base/Failure.h"
 #include "tests/platform/shared/Sockets.h"
@@ -38,13 +38,14 @@ protected:
     }
 };
 
-TEST_P(SocketInUse, NeitherAcceptsNorConnects) {
+TEST_P(SocketInUse, NeitherListensNorAcceptsNorConnects) {
     bool tried = false;
     listener->ConnectionRequest = [&](RequestId requestID) {
         EXPECT_THROW(used->Accept(requestID), Failure);
         tried = true;
     };
     EXPECT_THROW(used->Connect("127.0.0.1", listener->LocalPort()), Failure);
+    EXPECT_THROW((void)used->Listen(0), Failure);
     EXPECT_EQ(used->State(), GetParam());
     const SocketState state = used->State();
     Peer peer = Peer::connectedTo(listener->LocalPort());

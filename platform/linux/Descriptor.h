@@ -4,7 +4,7 @@
 
 #include <unistd.h>
 
-/// A descriptor that is closed with its owner.
+/// A descriptor that is closed with its owner. A negative number is none.
 class Descriptor {
 public:
     Descriptor() = default;
@@ -16,6 +16,7 @@ public:
     }
     ~Descriptor() { reset(); }
 
+    /// Closes it now.
     void reset() {
         if (number >= 0) close(std::exchange(number, -1));
     }

@@ -1,0 +1,116 @@
+#include "platform/shared/systemSockets.h"
+
+#include "base/codePage.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace systemSockets {
+
+namespace {
+
+constexpr int longestBacklog = 4096;
+
+constexpr int one = 1;
+
+sockaddr_in address(std::uint32_t host, std::uint16_t port) {
+    sockaddr_in result{};
+    result.sin_family = AF_INET;
+    result.sin_addr.s_addr = htonl(host);
+    result.sin_port = htons(port);
+    return result;
+}
+
+/// The functions of sockets take every kind of address as this one.
+sockaddr* generic(sockaddr_in& address) { return reinterpret_cast<sockaddr*>(&address); }
+
+/// What the call that has just failed came to.
+Outcome failed() {
+    switch (errno) {
+        case EAGAIN:
+        case EINTR: return {Result::WouldBlock};
+        case EMFILE:
+        case ENFILE:
+        case ENOBUFS:
+        case ENOMEM: return {Result::OutOfDescriptors, 0, errno};
+        default: return {Result::Error, 0, errno};
+    }
+}
+
+/// Of a call whose result is 0 or a socket, or negative.
+Outcome outcomeOf(int result) { return result < 0 ? failed() : Outcome(); }
+
+/// Of a call that counts bytes.
+Outcome transferred(ssize_t count) {
+    return count < 0 ? failed() : Outcome{Result::Done, static_cast<std::size_t>(count)};
+}
+
+}  // namespace
+
+void prepare() {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+    limit.rlim_cur = limit.rlim_max;
+    setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+SocketTrouble troubleOf(int error) {
+    // The system describes it in the user's language, as UTF-8.
+    return {error == EADDRINUSE ? SocketTrouble::addressInUse : error,
+            codePage::fromUtf8(std::strerror(error))};
+}
+
+NewSocket open() {
+    const int opened = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+    const Outcome outcome = outcomeOf(opened);
+    // Small pieces go out at once, and not when the last one has been acknowledged.
+    setsockopt(opened, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
+    return {outcome, opened};
+}
+
+Outcome listen(SocketHandle socket, std::uint16_t port) {
+    // A port is free for a new start though the system remembers connections of the last one.
+    setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &one, sizeof one);
+    sockaddr_in everywhere = address(INADDR_ANY, port);
+    const Outcome bound = outcomeOf(bind(socket, generic(everywhere), sizeof everywhere));
+    return bound.result == Result::Done ? outcomeOf(::listen(socket, longestBacklog)) : bound;
+}
+
+std::uint16_t localPort(SocketHandle listener) {
+    sockaddr_in local{};
+    socklen_t size = sizeof local;
+    return getsockname(listener, generic(local), &size) == 0 ? ntohs(local.sin_port)
+                                                             : std::uint16_t{0};
+}
+
+NewSocket accept(SocketHandle listener) {
+    // It has the listener's options.
+    const int client = accept4(listener, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
+    return {outcomeOf(client), client};
+}
+
+Outcome connect(SocketHandle socket, std::uint32_t host, std::uint16_t port) {
+    sockaddr_in remote = address(host, port);
+    const int result = ::connect(socket, generic(remote), sizeof remote);
+    return result != 0 && errno == EINPROGRESS ? Outcome{Result::WouldBlock} : outcomeOf(result);
+}
+
+Outcome send(SocketHandle socket, std::string_view data) {
+    return transferred(::send(socket, data.data(), data.size(), MSG_NOSIGNAL));
+}
+
+Outcome receive(SocketHandle socket, std::span<char> buffer) {
+    const Outcome outcome = transferred(recv(socket, buffer.data(), buffer.size(), 0));
+    const bool ended = outcome.result == Result::Done && outcome.bytes == 0;
+    return ended ? Outcome{Result::Closed} : outcome;
+}
+
+void close(SocketHandle socket) { ::close(socket); }
+
+}  // namespace systemSockets

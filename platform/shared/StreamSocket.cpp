@@ -1,0 +1,282 @@
+#include "platform/shared/StreamSocket.h"
+
+#include "base/Failure.h"
+
+#include <charconv>
+#include <chrono>
+#include <utility>
+
+using systemSockets::NewSocket;
+using systemSockets::noSocket;
+using systemSockets::Outcome;
+using systemSockets::Result;
+
+namespace {
+
+/// How many clients are taken before others get their turn.
+constexpr int requestsAtOnce = 64;
+
+/// How often a listener looks for a descriptor that others have given back.
+constexpr std::chrono::milliseconds retryInterval{1000};
+
+/// Whether the connection cannot go on.
+bool isFailure(const Outcome& outcome) {
+    return outcome.result != Result::Done && outcome.result != Result::WouldBlock;
+}
+
+[[noreturn]] void fail(const Outcome& outcome) {
+    throw Failure(systemSockets::troubleOf(outcome.error).description);
+}
+
+/// A part of a dotted address, which is taken off its front. Fails when there is none.
+std::uint32_t takeByte(std::string_view& dotted) {
+    std::uint8_t value = 0;
+    const char* const end = dotted.data() + dotted.size();
+    const auto [stop, error] = std::from_chars(dotted.data(), end, value);
+    const auto digits = static_cast<std::size_t>(stop - dotted.data());
+    // A zero ahead of others would be the sign of an octal number to some.
+    if (error != std::errc() || (digits > 1 && dotted.front() == '0')) {
+        throw Failure("not an address");
+    }
+    dotted.remove_prefix(digits);
+    return value;
+}
+
+/// Fails when it is no dotted IPv4 address.
+std::uint32_t parsedAddress(std::string_view dotted) {
+    constexpr unsigned bitsPerByte = 8;
+    std::uint32_t address = takeByte(dotted);
+    for (int part = 1; part < 4; ++part) {
+        if (!dotted.starts_with('.')) throw Failure("not an address");
+        dotted.remove_prefix(1);
+        address = address << bitsPerByte | takeByte(dotted);
+    }
+    if (!dotted.empty()) throw Failure("not an address");
+    return address;
+}
+
+}  // namespace
+
+void SendQueue::remove(std::size_t count) {
+    sent += count;
+    if (empty()) {
+        clear();
+    } else if (sent > bytes.size() / 2) {
+        bytes.erase(0, sent);
+        sent = 0;
+    }
+}
+
+void SendQueue::clear() {
+    // An assignment would keep the memory.
+    std::string().swap(bytes);
+    sent = 0;
+}
+
+StreamSocket::~StreamSocket() {
+    network.forget(*this);
+    StreamSocket::Close();
+}
+
+std::optional<SocketTrouble> StreamSocket::Listen(std::uint16_t localPort) {
+    failUnlessClosed();
+    const NewSocket opened = systemSockets::open();
+    if (opened.socket == noSocket) return systemSockets::troubleOf(opened.outcome.error);
+    const Outcome outcome = systemSockets::listen(opened.socket, localPort);
+    if (isFailure(outcome)) {
+        network.close(opened.socket);
+        return systemSockets::troubleOf(outcome.error);
+    }
+    watch(opened.socket, SocketState::Listening);
+    return std::nullopt;
+}
+
+std::uint16_t StreamSocket::LocalPort() const {
+    return state == SocketState::Listening ? systemSockets::localPort(handle) : std::uint16_t{0};
+}
+
+void StreamSocket::Accept(RequestId requestID) {
+    failUnlessClosed();
+    if (std::erase(network.requests, requestID) == 0) throw Failure("no such request");
+    watch(requestID, SocketState::Connected);
+}
+
+void StreamSocket::Connect(std::string_view remoteHost, std::int32_t remotePort) {
+    failUnlessClosed();
+    const std::uint32_t host = parsedAddress(remoteHost);
+    const auto port = checked<std::uint16_t>(remotePort);
+    const NewSocket opened = systemSockets::open();
+    if (opened.socket == noSocket) fail(opened.outcome);
+    const Outcome outcome = systemSockets::connect(opened.socket, host, port);
+    if (isFailure(outcome)) {
+        network.close(opened.socket);
+        state = SocketState::Error;
+        fail(outcome);
+    }
+    watch(opened.socket, SocketState::Connecting);
+}
+
+void StreamSocket::Close() { release(SocketState::Closed); }
+
+void StreamSocket::SendData(std::string_view data) {
+    if (state != SocketState::Connected) throw Failure("not connected");
+    if (data.empty()) return;
+    std::size_t sent = 0;
+    if (queue.empty()) {
+        const Outcome outcome = systemSockets::send(handle, data);
+        if (isFailure(outcome)) {
+            lose(SocketState::Error);
+            fail(outcome);
+        }
+        sent = outcome.bytes;
+    }
+    if (sent < data.size()) {
+        const bool first = queue.empty();
+        queue.append(data.substr(sent));
+        if (first) updateInterest();
+    }
+    SendProgress(sent, queue.size());
+}
+
+void StreamSocket::SetReading(bool wanted) {
+    if (reading == wanted) return;
+    reading = wanted;
+    if (state == SocketState::Connected) updateInterest();
+}
+
+void StreamSocket::resumeListening() {
+    if (state == SocketState::Listening) updateInterest();
+}
+
+void StreamSocket::ready(Readiness::Ready now) {
+    switch (state) {
+        case SocketState::Listening: takeRequests(); break;
+        case SocketState::Connecting: finishConnect(now.broken); break;
+        default: {
+            if (now.sending && !queue.empty()) drain();
+            if (state != SocketState::Connected) return;
+            if (reading && (now.receiving || now.broken)) {
+                receive();
+            } else if (now.broken) {
+                lose(SocketState::Error);
+            }
+        }
+    }
+}
+
+void StreamSocket::takeRequests() {
+    for (int count = 0; count < requestsAtOnce; ++count) {
+        const auto [outcome, client] = systemSockets::accept(handle);
+        if (outcome.result == Result::WouldBlock) return;
+        if (outcome.result == Result::OutOfDescriptors) {
+            network.readiness.change(handle, {}, *this);
+            network.waitForDescriptor(*this);
+            return;
+        }
+        // A client that has gone already.
+        if (client == noSocket) continue;
+        network.requests.push_back(client);
+        ConnectionRequest(client);
+        if (std::erase(network.requests, client) > 0) network.close(client);
+        if (state != SocketState::Listening) return;
+    }
+}
+
+void StreamSocket::finishConnect(bool broken) {
+    if (broken) {
+        lose(SocketState::Error);
+        return;
+    }
+    state = SocketState::Connected;
+    updateInterest();
+    Connected();
+}
+
+void StreamSocket::receive() {
+    auto& buffer = network.readBuffer;
+    const Outcome outcome = systemSockets::receive(handle, buffer);
+    switch (outcome.result) {
+        case Result::Done:
+            arrived = {buffer.data(), outcome.bytes};
+            DataArrival(arrived.size());
+            arrived = {};
+            break;
+        case Result::WouldBlock: break;
+        case Result::Closed: lose(SocketState::Closing); break;
+        default: lose(SocketState::Error);
+    }
+}
+
+void StreamSocket::drain() {
+    const Outcome outcome = systemSockets::send(handle, queue.waiting());
+    if (outcome.result == Result::WouldBlock) return;
+    if (isFailure(outcome)) {
+        lose(SocketState::Error);
+        return;
+    }
+    queue.remove(outcome.bytes);
+    if (queue.empty()) updateInterest();
+    SendProgress(outcome.bytes, queue.size());
+}
+
+void StreamSocket::watch(SocketHandle opened, SocketState connection) {
+    handle = opened;
+    state = connection;
+    network.readiness.add(handle, interest(), *this);
+}
+
+void StreamSocket::updateInterest() { network.readiness.change(handle, interest(), *this); }
+
+Readiness::Interest StreamSocket::interest() const {
+    if (state == SocketState::Connecting) return {.sending = true};
+    return {.receiving = reading, .sending = !queue.empty()};
+}
+
+void StreamSocket::release(SocketState afterwards) {
+    state = afterwards;
+    reading = true;
+    queue.clear();
+    if (handle == noSocket) return;
+    network.readiness.remove(handle, *this);
+    network.close(std::exchange(handle, noSocket));
+}
+
+void StreamSocket::lose(SocketState afterwards) {
+    release(afterwards);
+    ConnectionLost();
+}
+
+void StreamSocket::failUnlessClosed() const {
+    if (state != SocketState::Closed) throw Failure("the socket is in use");
+}
+
+StreamNetwork::StreamNetwork(Readiness& readiness, EventLoop& loop)
+    : readiness(readiness), retry(loop.makeTimer()) {
+    systemSockets::prepare();
+    retry->tick = [this] {
+        tryAgain();
+        if (starving == nullptr) retry->disable();
+    };
+}
+
+std::unique_ptr<Winsock> StreamNetwork::makeWinsock() {
+    return std::make_unique<StreamSocket>(*this);
+}
+
+void StreamNetwork::close(SocketHandle socket) {
+    systemSockets::close(socket);
+    tryAgain();
+}
+
+void StreamNetwork::tryAgain() {
+    if (starving != nullptr) std::exchange(starving, nullptr)->resumeListening();
+}
+
+void StreamNetwork::waitForDescriptor(StreamSocket& listener) {
+    starving = &listener;
+    retry->enable(retryInterval);
+}
+
+void StreamNetwork::forget(const StreamSocket& listener) {
+    if (starving == &listener) starving = nullptr;
+}

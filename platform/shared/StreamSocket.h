@@ -1,0 +1,108 @@
+#pragma once
+
+#include "platform/EventLoop.h"
+#include "platform/Winsock.h"
+#include "platform/shared/Readiness.h"
+#include "platform/shared/systemSockets.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Bytes that wait to be sent. Taking from the front costs no more than was taken, however much
+/// waits, and an empty queue holds no memory.
+class SendQueue {
+public:
+    [[nodiscard]] std::size_t size() const { return bytes.size() - sent; }
+    [[nodiscard]] bool empty() const { return size() == 0; }
+    /// All of them, in order. Valid until the queue changes.
+    [[nodiscard]] std::string_view waiting() const { return std::string_view(bytes).substr(sent); }
+
+    void append(std::string_view data) { bytes += data; }
+    /// Removes the first `count` bytes, of which there must be so many.
+    void remove(std::size_t count);
+    void clear();
+
+private:
+    std::string bytes;
+    /// How much of the front has gone already.
+    std::size_t sent = 0;
+};
+
+class StreamNetwork;
+
+/// A socket of whichever system it is. Each time that it is readable one read is made, at once, and
+/// is one `DataArrival`.
+class StreamSocket final : public Winsock, private Readiness::Watched {
+public:
+    /// Has to end before the network.
+    explicit StreamSocket(StreamNetwork& network) : network(network) {}
+    ~StreamSocket() override;
+
+    [[nodiscard]] SocketState State() const override { return state; }
+    [[nodiscard]] std::optional<SocketTrouble> Listen(std::uint16_t localPort) override;
+    [[nodiscard]] std::uint16_t LocalPort() const override;
+    void Accept(RequestId requestID) override;
+    void Connect(std::string_view remoteHost, std::int32_t remotePort) override;
+    void Close() override;
+    void SendData(std::string_view data) override;
+    [[nodiscard]] std::string_view GetData() override { return arrived; }
+    void SetReading(bool wanted) override;
+
+    /// Tries again to take clients, after the system had no descriptor for one.
+    void resumeListening();
+
+private:
+    void ready(Readiness::Ready now) override;
+    void takeRequests();
+    void finishConnect(bool broken);
+    void receive();
+    void drain();
+    void release(SocketState afterwards);
+    void lose(SocketState afterwards);
+    void failUnlessClosed() const;
+    void watch(SocketHandle opened, SocketState connection);
+    void updateInterest();
+    [[nodiscard]] Readiness::Interest interest() const;
+
+    StreamNetwork& network;
+    SocketHandle handle = systemSockets::noSocket;
+    SocketState state = SocketState::Closed;
+    bool reading = true;
+    std::string_view arrived;
+    SendQueue queue;
+};
+
+/// The sockets of the process: who tells when they are ready, the buffer that all reads go through,
+/// and the descriptors, of which the system may run out. A request is named by the socket that the
+/// system has made for it.
+class StreamNetwork final : public Network {
+public:
+    StreamNetwork(Readiness& readiness, EventLoop& loop);
+
+    [[nodiscard]] std::unique_ptr<Winsock> makeWinsock() override;
+
+private:
+    friend StreamSocket;
+
+    static constexpr std::size_t largestRead = 64 * 1024;
+
+    /// Gives a descriptor back, and lets a listener that waits for one try again.
+    void close(SocketHandle socket);
+    void tryAgain();
+    /// `listener` could not take a client for want of a descriptor.
+    void waitForDescriptor(StreamSocket& listener);
+    void forget(const StreamSocket& listener);
+
+    Readiness& readiness;
+    std::array<char, largestRead> readBuffer;
+    /// Connections that were announced and not accepted yet.
+    std::vector<RequestId> requests;
+    StreamSocket* starving = nullptr;
+    /// Descriptors that others give back are not seen, so a starving listener looks by itself too.
+    std::unique_ptr<Timer> retry;
+};

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/Winsock.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+/// A socket as the system numbers it. 32 bits hold it on every system.
+using SocketHandle = std::int32_t;
+
+/// The TCP sockets of the system, over IPv4: all that `StreamSocket` asks of it, written once for
+/// each system. No call waits, no socket is passed on to programs that are started, and small
+/// pieces go out at once.
+namespace systemSockets {
+
+constexpr SocketHandle noSocket = -1;
+
+enum class Result : std::uint8_t {
+    Done,
+    /// Nothing can be done now. `Readiness` tells when to try again.
+    WouldBlock,
+    /// The other end sends no more.
+    Closed,
+    /// The process, or the system, has no room for one more socket.
+    OutOfDescriptors,
+    Error
+};
+
+struct Outcome {
+    Result result = Result::Done;
+    /// How many bytes were sent or received; less than all is Done too.
+    std::size_t bytes = 0;
+    /// What `troubleOf` tells of, unless it is Done, WouldBlock or Closed.
+    int error = 0;
+};
+
+struct NewSocket {
+    Outcome outcome;
+    /// `noSocket`, unless the outcome is Done.
+    SocketHandle socket = noSocket;
+};
+
+/// To be called before all others. Gets as many sockets for the process as the system allows it.
+void prepare();
+
+/// The number and the words of an error.
+[[nodiscard]] SocketTrouble troubleOf(int error);
+
+[[nodiscard]] NewSocket open();
+/// Waits for clients on a port of all local addresses. 0 is any free port.
+[[nodiscard]] Outcome listen(SocketHandle socket, std::uint16_t port);
+/// The port of a socket that listens, 0 where the system does not tell.
+[[nodiscard]] std::uint16_t localPort(SocketHandle listener);
+/// The next client that waits.
+[[nodiscard]] NewSocket accept(SocketHandle listener);
+/// Begins to connect: Done or WouldBlock is a connection on its way. `host` is 0x7F000001 for
+/// 127.0.0.1.
+[[nodiscard]] Outcome connect(SocketHandle socket, std::uint32_t host, std::uint16_t port);
+/// Sends as much of `data` as the system takes. Where that is not all of it, `Readiness` tells when
+/// the system takes more.
+[[nodiscard]] Outcome send(SocketHandle socket, std::string_view data);
+/// One read of what has arrived.
+[[nodiscard]] Outcome receive(SocketHandle socket, std::span<char> buffer);
+void close(SocketHandle socket);
+
+}  // namespace systemSockets
