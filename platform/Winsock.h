@@ -9,46 +9,52 @@
 #include <string>
 #include <string_view>
 
-class EventLoop;
-
-/// Names a requested connection between the event that announces it and its `Accept`.
+/// Names a requested connection between the event that announces it and its `Accept`. 32 bits hold
+/// it on every system.
 using RequestId = std::int32_t;
 
+/// What a socket is doing. The numbers are fixed.
 enum class SocketState {
     Closed = 0,
     Listening = 2,
     Connecting = 6,
     Connected = 7,
+    /// The other end has closed the connection, or sends no more.
     Closing = 8,
+    /// The connection has failed, or could not be made.
     Error = 9
 };
 
-/// Why a socket cannot listen. `number` is 10048 on every system when the port is taken.
+/// What the system says is wrong.
 struct SocketTrouble {
+    /// The number of a port that is taken, on every system.
     static constexpr int addressInUse = 10048;
+
+    /// The system's own number for all else.
     int number;
+    /// In words, in the program's code page.
     std::string description;
 };
 
 /// One TCP socket over IPv4, listening or connected, with Nagle's delay off. All operations return
-/// at once; what happens later comes as an event, one at a time. There are no events for the end of
-/// a connection: `State` tells.
+/// at once; what happens later comes as an event, one at a time, from the event loop unless it says
+/// otherwise. No event may destroy the socket.
 ///
-/// A descriptor goes back to the system as soon as the connection is over, whoever still holds the
-/// object.
+/// The system has its descriptor back as soon as the connection is over, whoever still holds the
+/// object. A socket whose connection is over stays Closing or Error until it is closed.
 class Winsock {
 public:
     /// Listening only: a client wants to connect. One that nobody accepts in the event is dropped.
     Event<RequestId> ConnectionRequest;
-    /// Something has arrived, to be fetched with `GetData` within the event.
+    /// So many bytes have arrived, to be fetched with `GetData` within the event.
     Event<std::size_t> DataArrival;
     /// What `Connect` began has succeeded.
     Event<> Connected;
     /// Bytes have gone to the system: so many now, so many still waiting. The event of bytes that
     /// go at once comes before `SendData` returns.
     Event<std::size_t, std::size_t> SendProgress;
-    /// `State` is no longer Connected, and nobody asked for that. For those who sleep until there
-    /// is a state to look at; what the new state means is theirs to find out.
+    /// The connection, or the attempt at one, is over, and nobody here asked for that: `State` is
+    /// Closing or Error. A send that fails raises it before it fails.
     Event<> ConnectionLost;
 
     Winsock() = default;
@@ -56,29 +62,35 @@ public:
     Winsock& operator=(const Winsock&) = delete;
     virtual ~Winsock() = default;
 
+    /// What it is doing now.
     [[nodiscard]] virtual SocketState State() const = 0;
 
-    /// Listens on `localPort` of all local addresses. Returns what is wrong when it cannot.
+    /// Listens on `localPort` of all local addresses; 0 is any free port. Returns what is wrong
+    /// when it cannot; the socket is closed then. Fails when it was not closed before.
     [[nodiscard]] virtual std::optional<SocketTrouble> Listen(std::uint16_t localPort) = 0;
     /// The port that it listens on, 0 when it does not.
     [[nodiscard]] virtual std::uint16_t LocalPort() const = 0;
 
-    /// Takes over a requested connection. Fails when the socket is not closed.
+    /// Takes over a requested connection. Fails when the socket is not closed, or when there is no
+    /// such request (any more).
     virtual void Accept(RequestId requestID) = 0;
-    /// Begins to connect to a dotted IPv4 address. Fails when the socket is not closed or the
-    /// address is none.
+    /// Begins to connect to a dotted IPv4 address. Fails when the socket is not closed, when the
+    /// address or the port is none, or when no connection can begin; the state may be Error then.
     virtual void Connect(std::string_view remoteHost, std::int32_t remotePort) = 0;
-    /// Drops the connection and all that waits to be sent.
+    /// Drops the connection and all that waits to be sent. The state is Closed, whatever it was,
+    /// and reading is on again.
     virtual void Close() = 0;
 
     /// Sends all of `data`, in order, keeping what the system does not take yet. Fails when the
-    /// socket is not connected.
+    /// socket is not connected, or is found to be no longer.
     virtual void SendData(std::string_view data) = 0;
     /// What the running `DataArrival` is about: all bytes of one read. Valid until that event
     /// returns or gives the loop a turn.
     [[nodiscard]] virtual std::string_view GetData() = 0;
 
-    /// Stops and resumes reading, so that a peer has to wait until the other one has caught up.
+    /// Stops and resumes reading, so that a peer has to wait until the other one has caught up. The
+    /// end of the connection is seen when what was sent before it has been read; a connection that
+    /// is broken is seen at once.
     virtual void SetReading(bool reading) = 0;
 };
 
@@ -90,5 +102,6 @@ public:
     Network& operator=(const Network&) = delete;
     virtual ~Network() = default;
 
+    /// A closed socket. It has to end before the network.
     [[nodiscard]] virtual std::unique_ptr<Winsock> makeWinsock() = 0;
 };
