@@ -15,6 +15,7 @@
 #include "platform/Platform.h"
 #include "platform/Registry.h"
 #include "platform/Tray.h"
+#include "platform/qt/qtPlatform.h"
 #include "proxy/frmMain.h"
 #include "proxy/hostForms.h"
 #include "stores/NotesStore.h"
@@ -32,6 +33,8 @@
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -58,14 +61,13 @@ std::string commandLine(int argc, char* argv[]) {
 
 int main(int argc, char* argv[]) {
     prepareProcess();
-    DisplayChoice display = chooseDisplay();
-    if (display.withoutWindows) {
-        tellTrouble(*display.withoutWindows + ", so it runs without windows");
-    }
+    const std::optional<std::string> withoutWindows = whyWithoutWindows();
+    if (withoutWindows) tellTrouble(*withoutWindows + ", so it runs without windows");
     // As an argument, which counts more than what the desktop may have set for all its programs,
     // and which the browser does not inherit.
     std::string option = "-platform";
-    std::array arguments{argv[0], option.data(), display.platform.data()};
+    std::string platformName = qtPlatform(!withoutWindows);
+    std::array arguments{argv[0], option.data(), platformName.data()};
     int count = arguments.size();
     QApplication application(count, arguments.data());
     QApplication::setApplicationName("Cobweave");
@@ -75,7 +77,7 @@ int main(int argc, char* argv[]) {
     const std::unique_ptr<Platform> platform = makePlatform();
     platform->endRequested = [] { QApplication::exit(EXIT_SUCCESS); };
     const std::unique_ptr<MessageBox> messageBox =
-        display.withoutWindows ? makeMessageBoxWithoutWindows() : makeMessageBox();
+        withoutWindows ? makeMessageBoxWithoutWindows() : makeMessageBox();
     const std::unique_ptr<MachineFacts> machine = makeMachineFacts();
     const std::unique_ptr<Clock> clock = makeClock();
     const std::unique_ptr<Chance> chance = makeChance();
@@ -99,7 +101,7 @@ int main(int argc, char* argv[]) {
     Options optionsForm({settings, title, *registry, *messageBox, *otherWindows, *client, help});
     // Options that nobody can see would only keep a first run from coming to its end.
     OptionsForm noOptions;
-    OptionsForm& options = display.withoutWindows ? noOptions : optionsForm;
+    OptionsForm& options = withoutWindows ? noOptions : optionsForm;
     Notes notesForm(notes, *messageBox);
     Log log(*clock, *messageBox);
     About about;

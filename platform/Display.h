@@ -3,12 +3,6 @@
 #include <optional>
 #include <string>
 
-/// How the windows of this run are shown.
-struct DisplayChoice {
-    /// The name of Qt's platform.
-    std::string platform;
-    /// Why there are no windows, where there is no display to show them on.
-    std::optional<std::string> withoutWindows = std::nullopt;
-};
-
-[[nodiscard]] DisplayChoice chooseDisplay();
+/// Why this run can show no windows, for the user to read; nothing where it can. To be asked before
+/// the `QApplication` is made.
+[[nodiscard]] std::optional<std::string> whyWithoutWindows();

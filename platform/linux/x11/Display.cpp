@@ -1,4 +1,5 @@
 #include "platform/Display.h"
+#include "platform/qt/qtPlatform.h"
 
 #include <cstdlib>
 
@@ -18,7 +19,7 @@ bool displayAnswers() {
     return answers;
 }
 
-std::string whyWithoutWindows() {
+std::string whyNoDisplay() {
     if (const std::string display = valueOf("DISPLAY"); !display.empty()) {
         return "the display " + display + " does not answer";
     }
@@ -28,7 +29,9 @@ std::string whyWithoutWindows() {
 
 }  // namespace
 
-DisplayChoice chooseDisplay() {
-    if (displayAnswers()) return {"xcb"};
-    return {"offscreen", whyWithoutWindows()};
+std::optional<std::string> whyWithoutWindows() {
+    if (displayAnswers()) return std::nullopt;
+    return whyNoDisplay();
 }
+
+std::string qtPlatform(bool withWindows) { return withWindows ? "xcb" : "offscreen"; }
