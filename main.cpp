@@ -17,12 +17,15 @@
 #include "platform/Tray.h"
 #include "platform/qt/qtPlatform.h"
 #include "proxy/frmMain.h"
-#include "proxy/hostForms.h"
 #include "stores/NotesStore.h"
 #include "stores/SettingsStore.h"
-#include "ui/common/freshForms.h"
-#include "ui/common/keptForms.h"
+#include "ui/about/frmabout.h"
+#include "ui/common/FormHolder.h"
 #include "ui/common/look.h"
+#include "ui/help/frmhelp.h"
+#include "ui/log/frmlog.h"
+#include "ui/notes/frmnotes.h"
+#include "ui/options/frmoptions.h"
 #include "ui/toasts/clspopups.h"
 
 #include <QApplication>
@@ -97,21 +100,43 @@ int main(int argc, char* argv[]) {
     });
     frmTitle title(settings, *otherWindows, platform->loop());
     frmTray tray(settings, title, *trayIcon);
-    Help help;
-    Options optionsForm({settings, title, *registry, *messageBox, *otherWindows, *client, help});
-    // Options that nobody can see would only keep a first run from coming to its end.
-    OptionsForm noOptions;
-    OptionsForm& options = withoutWindows ? noOptions : optionsForm;
-    Notes notesForm(notes, *messageBox);
-    Log log(*clock, *messageBox);
-    About about;
+    FormHolder<frmhelp> help(FormLife::UntilClosed);
+    FormHolder<frmoptions> options(FormLife::UntilClosed, [&] {
+        return std::make_unique<frmoptions>(frmoptions::Parts{settings, title, *registry,
+                                                              *messageBox, *otherWindows, *client,
+                                                              [&help] { help.Show(); }});
+    });
+    FormHolder<frmnotes> notesForm(FormLife::WholeRun,
+                                   [&] { return std::make_unique<frmnotes>(notes, *messageBox); });
+    FormHolder<frmlog> log(FormLife::WholeRun,
+                           [&] { return std::make_unique<frmlog>(*clock, *messageBox); });
+    FormHolder<frmabout> about(FormLife::UntilClosed);
 
     frmMain host(platform->network(), platform->loop(), *messageBox,
-                 {tray, title, help, options, notesForm, log, about, popups},
                  {settings, *machine, *clock, *chance, *registry, *player, *browser, notes,
                   commandLine(argc, argv)});
-    tray.loggedin = [&host] { return host.values.loggedin; };
     host.endProcess = [] { std::_Exit(EXIT_SUCCESS); };
+    host.windows.showTrayIcon = [&tray](const auto& menu) { tray.Show(menu); };
+    host.windows.removeTrayIcon = [&tray] { tray.Unload(); };
+    host.windows.changetraycaption = [&tray, &host](std::string& newcaption) {
+        tray.changetraycaption(newcaption, host.values.loggedin);
+    };
+    host.windows.loadTitle = [&title] { title.Load(); };
+    host.windows.restoreTitle = [&title] { title.restore(); };
+    host.windows.showHelp = [&help] { help.Show(); };
+    // Options that nobody can see would only keep a first run from coming to its end.
+    if (!withoutWindows) {
+        host.windows.showOptions = [&options] { options.Show(); };
+        host.windows.showFirstRun = [&options] {
+            options.load().RestartMessenger = true;
+            options.Show();
+        };
+    }
+    host.windows.showNotes = [&notesForm] { notesForm.Show(); };
+    host.windows.showLog = [&log] { log.Show(); };
+    host.windows.showAbout = [&about] { about.Show(); };
+    host.windows.addToLog = [&log](std::string_view text) { log.load().AddItem(text); };
+    host.windows.popup = [&popups](std::string_view text) { popups.popup(text); };
 
     // Inside the loop, so that a box at start-up can be ended like everything else.
     QTimer::singleShot(0, [&host] {

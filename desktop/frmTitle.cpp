@@ -38,6 +38,10 @@ void frmTitle::setwindowcaption(std::string_view newcaption) {
     windows.SetWindowText(MessengerWindowHandle(), newcaption);
 }
 
+void frmTitle::restore() {
+    setwindowcaption(Check1 ? std::string_view(Text1) : ForeignWindows::messengerTitle);
+}
+
 void frmTitle::setCheck1(bool value) {
     if (value == Check1) return;
     Check1 = value;
@@ -48,8 +52,8 @@ void frmTitle::Check1_Click() {
     savesettings();
     Timer1->wake();
     if (Check1) return;
-    windows.SetWindowText(MessengerWindowHandle(), messengersOwnTitle);
-    setText1(messengersOwnTitle);
+    windows.SetWindowText(MessengerWindowHandle(), ForeignWindows::messengerTitle);
+    setText1(ForeignWindows::messengerTitle);
 }
 
 void frmTitle::setText1(std::string_view text) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "desktop/desktopForms.h"
 #include "platform/OwnWindows.h"
 
 #include <memory>
@@ -14,17 +13,25 @@ class Timer;
 
 /// Gives Messenger's main window the title that the user wants, again for each new window, and
 /// shows there how far a sign-in has come. The options window is where the user changes it.
-class frmTitle final : public TitleForm {
+class frmTitle {
 public:
     frmTitle(SettingsStore& settings, ForeignWindows& windows, EventLoop& loop);
-    ~frmTitle() override;
+    ~frmTitle();
+    frmTitle(const frmTitle&) = delete;
+    frmTitle& operator=(const frmTitle&) = delete;
 
     /// Takes both settings over and begins to watch for the window.
-    void Load() override;
+    void Load();
 
-    [[nodiscard]] bool renaming() const override { return Check1; }
-    [[nodiscard]] std::string renameText() const override { return Text1; }
-    void setwindowcaption(std::string_view newcaption) override;
+    /// The user wants a title of their own.
+    [[nodiscard]] bool renaming() const { return Check1; }
+    /// That title.
+    [[nodiscard]] const std::string& renameText() const { return Text1; }
+
+    /// Writes a title at once, if the user wants to see progress there.
+    void setwindowcaption(std::string_view newcaption);
+    /// The same with the title that the window has while no sign-in is under way.
+    void restore();
 
     /// Ticks or clears the check box; a change counts as a click on it.
     void setCheck1(bool value);
@@ -35,6 +42,7 @@ public:
     void setText1(std::string_view text);
     /// Saves the settings and has the text written to the window once more.
     void ChangeTitle();
+    /// Writes text and check box into the settings, as they are.
     void savesettings();
 
 private:

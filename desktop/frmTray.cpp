@@ -1,5 +1,6 @@
 #include "desktop/frmTray.h"
 
+#include "desktop/frmTitle.h"
 #include "stores/options.h"
 
 #include <algorithm>
@@ -42,18 +43,18 @@ void frmTray::Show(const std::vector<MenuEntry>& menu) { tray.add("Cobweave", me
 
 void frmTray::Unload() { tray.remove(); }
 
-void frmTray::changetraycaption(std::string& newcaption) {
+void frmTray::changetraycaption(std::string& newcaption, bool loggedin) {
     if (!isOn(settings, options::progress)) return;
     const bool shown = isOn(settings, options::trayicon);
-    newcaption = captionOf(newcaption);
+    newcaption = captionOf(newcaption, loggedin);
     if (shown) tray.modify(std::string_view(newcaption).substr(0, tipLength));
 }
 
-/// Tells the Messenger window as well, where the word has something for it.
-std::string frmTray::captionOf(const std::string& word) {
+/// Writes the title of Messenger's window as well, where the word has something for it.
+std::string frmTray::captionOf(const std::string& word, bool loggedin) {
     if (word == "XFR") {
         // The transfer to the next server is no step of the sign-in by itself, so the title waits.
-        if (loggedin()) return word;
+        if (loggedin) return word;
         return captionText("Processing transfer command.", "\r\n\r\n", "Suggested progress: 10%");
     }
     if (word == "Cobweave") {
@@ -61,7 +62,7 @@ std::string frmTray::captionOf(const std::string& word) {
         return word;
     }
     if (word == "OUT") {
-        title.setwindowcaption(title.restingTitle());
+        title.restore();
         return word;
     }
     const auto* const step = std::ranges::find(steps, word, &Step::word);

@@ -14,6 +14,9 @@ public:
     /// until then.
     Event<> changed;
 
+    /// What Messenger calls its main window itself.
+    static constexpr std::string_view messengerTitle = "MSN Messenger";
+
     ForeignWindows() = default;
     ForeignWindows(const ForeignWindows&) = delete;
     ForeignWindows& operator=(const ForeignWindows&) = delete;

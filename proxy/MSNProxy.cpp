@@ -4,9 +4,9 @@
 #include "base/text.h"
 #include "conversation/ProcessValues.h"
 #include "desktop/mdlFunctions.h"
+#include "proxy/ProgramWindows.h"
 #include "proxy/ProxyHost.h"
 #include "proxy/clientFilter.h"
-#include "proxy/hostForms.h"
 #include "proxy/serverFilter.h"
 
 #include <algorithm>
@@ -239,12 +239,12 @@ bool MSNProxy::eventEndsAtDirectConnect(int Index, const std::string& buffer) {
 
 void MSNProxy::relay(int Index, std::string& buffer) {
     if (Index == clientSide) {
-        filterClientChunk(buffer, *this, host.tray);
+        filterClientChunk(buffer, *this, host.windows);
     } else {
         filterServerChunk(buffer, *this);
     }
     attempt([&] { Winsock1[1 - Index]->SendData(buffer); });
     std::string caption =
         services.values.loggedin ? std::string("Cobweave") : std::string(characters(buffer, 1, 3));
-    attempt([&] { host.tray.changetraycaption(caption); });
+    host.windows.changetraycaption(caption);
 }

@@ -2,13 +2,13 @@
 
 class EventLoop;
 class Network;
-class TrayForm;
+struct ProgramWindows;
 struct Services;
 
 /// What a connection asks of the program around it.
 struct ProxyHost {
     Services& services;
-    TrayForm& tray;
+    const ProgramWindows& windows;
     Network& network;
     EventLoop& loop;
 };

@@ -6,7 +6,7 @@
 #include "conversation/ProcessValues.h"
 #include "conversation/chatCommands.h"
 #include "desktop/mdlFunctions.h"
-#include "proxy/hostForms.h"
+#include "proxy/ProgramWindows.h"
 #include "stores/options.h"
 
 #include <utility>
@@ -21,12 +21,12 @@ void learnDialect(std::string_view chunk, ConnectionRecord& connection) {
 }
 
 /// The client's first status, online or offline as it signs in, becomes the user's choice.
-void applyStatus(std::string& chunk, Conversation& conversation, TrayForm& tray) {
+void applyStatus(std::string& chunk, Conversation& conversation, const ProgramWindows& windows) {
     Services& services = conversation.services;
     conversation.connection.statusApplied = true;
     services.values.loggedin = true;
     std::string caption = "Cobweave - Logged In";
-    attempt([&] { tray.changetraycaption(caption); });
+    windows.changetraycaption(caption);
     attempt([&] { services.values.statusPostfix = word(chunk, 3); });
     const std::string status = textOf(services.settings, options::initialStatus);
     chunk = replaceFirst(std::move(chunk), "NLN"sv, "{status}"sv);
@@ -46,7 +46,8 @@ void filterMessage(std::string& chunk, Conversation& conversation) {
 
 }  // namespace
 
-void filterClientChunk(std::string& chunk, Conversation& conversation, TrayForm& tray) {
+void filterClientChunk(std::string& chunk, Conversation& conversation,
+                       const ProgramWindows& windows) {
     ProcessValues& values = conversation.services.values;
     ConnectionRecord& connection = conversation.connection;
     attempt([&] { values.tranID = word(chunk, 1); });
@@ -55,7 +56,7 @@ void filterClientChunk(std::string& chunk, Conversation& conversation, TrayForm&
         learnDialect(chunk, connection);
     } else if (name == "CHG"sv) {
         values.serverID = connection.formID;
-        if (!connection.statusApplied) applyStatus(chunk, conversation, tray);
+        if (!connection.statusApplied) applyStatus(chunk, conversation, windows);
     } else if (name == "MSG"sv) {
         filterMessage(chunk, conversation);
     }

@@ -11,6 +11,7 @@
 #include "stores/options.h"
 
 #include <cstdlib>
+#include <limits>
 #include <utility>
 
 using namespace std::string_view_literals;
@@ -21,12 +22,10 @@ constexpr std::chrono::milliseconds songInterval{1000};
 
 }  // namespace
 
-frmMain::frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, HostForms forms,
-                 Facilities facilities)
+frmMain::frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, Facilities facilities)
     : messageBox(messageBox),
-      forms(forms),
       services{std::move(facilities), values, *this},
-      host{services, forms.tray, network, loop},
+      host{services, windows, network, loop},
       ChangeSong(loop.makeTimer()),
       Winsock1(network.makeWinsock()) {
     Winsock1->ConnectionRequest = [this](RequestId requestID) {
@@ -37,51 +36,50 @@ frmMain::frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, Host
 }
 
 frmMain::Start frmMain::Load() {
-    forms.tray.Show(mnupopup());
+    windows.showTrayIcon(mnupopup());
     services.notes.load();
-    forms.title.Load();
+    windows.loadTitle();
     ChangeSong->enable(songInterval);
     if (const auto trouble = Winsock1->Listen(listeningPort)) {
         if (trouble->number == SocketTrouble::addressInUse) {
             messageBox.critical("Please do not run multiple instances of Cobweave."sv);
-            forms.tray.Unload();
+            windows.removeTrayIcon();
             return Start::SecondCopy;
         }
         messageBox.critical("Error: " + trouble->description);
         return Start::Deaf;
     }
-    if (!isSet(services.settings, options::useristyping)) forms.options.ShowFirstRun();
+    if (!isSet(services.settings, options::useristyping)) windows.showFirstRun();
     return Start::Listening;
 }
 
 /// There is no entry to quit: those who want that have "!forceexit".
 std::vector<MenuEntry> frmMain::mnupopup() {
-    return {{"mnuhelp", "&Help...", [this] { forms.help.Show(); }},
-            {"mnuoptions", "&Options...", [this] { forms.options.Show(); }},
+    return {{"mnuhelp", "&Help...", [this] { windows.showHelp(); }},
+            {"mnuoptions", "&Options...", [this] { windows.showOptions(); }},
             {"mnubar", "-", {}},
-            {"mnunotes", "&Notes...", [this] { forms.notes.Show(); }},
-            {"mnulog", "&Log...", [this] { forms.log.Show(); }},
+            {"mnunotes", "&Notes...", [this] { windows.showNotes(); }},
+            {"mnulog", "&Log...", [this] { windows.showLog(); }},
             {"mnubar2", "-", {}},
-            {"mnuabout", "&About...", [this] { forms.about.Show(); }}};
+            {"mnuabout", "&About...", [this] { windows.showAbout(); }}};
 }
 
 void frmMain::Winsock1_ConnectionRequest(RequestId requestID) {
     destroyUnloaded();
     AddControl();
-    attempt([&] { MSNProxy1.at(instanceCount)->Connect(requestID); });
-    attempt([&] { MSNProxy1.at(instanceCount)->SetFormID(instanceCount); });
+    MSNProxy& instance = *MSNProxy1.at(instanceCount);
+    instance.Connect(requestID);
+    instance.SetFormID(instanceCount);
 }
 
 void frmMain::AddControl() {
-    attempt([&] { instanceCount = checked<std::int16_t>(instanceCount + 1); });
-    attempt([&] { loadInstance(instanceCount); });
+    if (instanceCount < std::numeric_limits<std::int16_t>::max()) ++instanceCount;
+    if (!MSNProxy1.contains(instanceCount)) loadInstance(instanceCount);
 }
 
-/// Fails when the number is in use.
 void frmMain::loadInstance(std::int16_t Index) {
-    if (MSNProxy1.contains(Index)) throw Failure("the instance exists already");
     auto instance = std::make_unique<MSNProxy>(host);
-    instance->popup = [this](std::string_view text) { forms.popups.popup(text); };
+    instance->popup = [this](std::string_view text) { windows.popup(text); };
     instance->log = [this](std::string_view text) { MSNProxy1_log(text); };
     instance->FreePort = [this, Index] { MSNProxy1_FreePort(Index); };
     MSNProxy1.emplace(Index, std::move(instance));
@@ -94,14 +92,14 @@ void frmMain::MSNProxy1_FreePort(std::int16_t Index) {
     unloaded.push_back(std::move(found->second));
     MSNProxy1.erase(found);
     if (Index != values.serverID) return;
-    forms.title.setwindowcaption(forms.title.restingTitle());
+    windows.restoreTitle();
     values.loggedin = false;
     values.serverID = 0;
     std::string caption = "Cobweave";
-    forms.tray.changetraycaption(caption);
+    windows.changetraycaption(caption);
 }
 
-void frmMain::MSNProxy1_log(std::string_view text) { forms.log.AddItem(removeAll(text, "\r\n"sv)); }
+void frmMain::MSNProxy1_log(std::string_view text) { windows.addToLog(removeAll(text, "\r\n"sv)); }
 
 void frmMain::ChangeSong_Timer() {
     // Until the player changes there is nothing to see.
@@ -124,7 +122,7 @@ void frmMain::ApplyNickTemplate(std::string& text) {
 }
 
 void frmMain::ForceExit() {
-    forms.tray.Unload();
+    windows.removeTrayIcon();
     endProcess();
     std::abort();
 }

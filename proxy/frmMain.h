@@ -5,8 +5,8 @@
 #include "conversation/ProcessValues.h"
 #include "platform/Winsock.h"
 #include "proxy/MSNProxy.h"
+#include "proxy/ProgramWindows.h"
 #include "proxy/ProxyHost.h"
-#include "proxy/hostForms.h"
 
 #include <cstdint>
 #include <map>
@@ -31,18 +31,18 @@ public:
 
     ProcessValues values;
 
+    /// To be connected before `Load`.
+    ProgramWindows windows;
     /// Ends the process at once with status 0. Does not return.
     Event<> endProcess;
 
-    frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, HostForms forms,
-            Facilities facilities);
+    frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, Facilities facilities);
 
     /// Shows the tray icon with the program's menu, begins to listen and opens the options on a
     /// first run.
     [[nodiscard]] Start Load();
 
-    /// Creates the instance of the next number. Statement by statement: when no number is left, the
-    /// last one stays.
+    /// Creates the instance of the next number. When no number is left, the last one stays in use.
     void AddControl();
 
     /// The nick name follows the song. Fails, and with it the program, when the connection is gone
@@ -56,7 +56,7 @@ public:
 
 private:
     void ApplyNickTemplate(std::string& text) override;
-    void ShowNotes() override { forms.notes.Show(); }
+    void ShowNotes() override { windows.showNotes(); }
     [[noreturn]] void ForceExit() override;
 
     [[nodiscard]] std::vector<MenuEntry> mnupopup();
@@ -67,7 +67,6 @@ private:
     void destroyUnloaded();
 
     MessageBox& messageBox;
-    HostForms forms;
     Services services;
     ProxyHost host;
     std::int16_t instanceCount = 0;

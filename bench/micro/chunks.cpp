@@ -1,8 +1,8 @@
 #include "bench/micro/QuietConversation.h"
 
 #include "conversation/messageConstants.h"
+#include "proxy/ProgramWindows.h"
 #include "proxy/clientFilter.h"
-#include "proxy/hostForms.h"
 #include "proxy/serverFilter.h"
 #include "tests/support/messages.h"
 
@@ -40,8 +40,9 @@ std::string filling(const benchmark::State& state, std::string text) {
 
 void measureFromClient(benchmark::State& state, const std::string& head) {
     QuietConversation conversation;
-    TrayForm tray;
-    measure(state, head, [&](std::string& chunk) { filterClientChunk(chunk, conversation, tray); });
+    const ProgramWindows windows;
+    measure(state, head,
+            [&](std::string& chunk) { filterClientChunk(chunk, conversation, windows); });
 }
 
 void measureFromServer(benchmark::State& state, const std::string& head) {
@@ -62,9 +63,9 @@ void oneWordFromClient(benchmark::State& state) { measureFromClient(state, "UUX"
 /// Up to 1640 bytes its constants are expanded.
 void textFromClient(benchmark::State& state) {
     QuietConversation conversation;
-    TrayForm tray;
+    const ProgramWindows windows;
     measureChunk(state, clientText(filling(state, "It is <t>, <cn>")),
-                 [&](std::string& chunk) { filterClientChunk(chunk, conversation, tray); });
+                 [&](std::string& chunk) { filterClientChunk(chunk, conversation, windows); });
 }
 
 /// Every token looked for in the whole chunk, whatever its size.

@@ -104,7 +104,7 @@ TEST_F(ChatCommand, NoteAloneIsANoteOfThatWord) {
 TEST_F(ChatCommand, NotesShowsTheWindowWhateverFollows) {
     expectConsumed("!notes");
     expectConsumed("!notes extra");
-    EXPECT_EQ(spine.forms.notes.shown, 2);
+    EXPECT_THAT(spine.windows.calls, ElementsAre("show the notes", "show the notes"));
     EXPECT_THAT(spine.facilities.notes.list(), IsEmpty());
     EXPECT_THAT(toasts(), IsEmpty());
 }
@@ -175,7 +175,7 @@ TEST_F(ChatCommand, IsCoveredUnderTheNumberThatTookTheChangeOfItsLength) {
 TEST_F(ChatCommand, ForceExitEndsTheProcessAndSendsNothing) {
     spine.server().sent.clear();
     EXPECT_THROW(spine.client().arrive(clientText("!forceexit now")), ProcessEnded);
-    EXPECT_THAT(spine.forms.calls, ElementsAre("take the icon away"));
+    EXPECT_THAT(spine.windows.calls, ElementsAre("take the icon away"));
     EXPECT_THAT(spine.server().sent, IsEmpty());
 }
 

@@ -112,8 +112,8 @@ protected:
         spine.client(connection).sent.clear();
         return chunks;
     }
-    std::vector<std::string>& toasts() { return spine.forms.popups.texts; }
-    std::vector<std::string>& logged() { return spine.forms.log.lines; }
+    std::vector<std::string>& toasts() { return spine.windows.toasts; }
+    std::vector<std::string>& logged() { return spine.windows.logged; }
 
     static std::vector<Bytes> told(const FakeWinsock& socket) {
         return {socket.sent.begin(), socket.sent.end()};

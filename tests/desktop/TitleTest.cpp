@@ -212,6 +212,23 @@ TEST_F(Title, ProgressIsWrittenAtOnceAndLeavesTheRestAlone) {
     EXPECT_THAT(windows.titles, ElementsAre(Pair(5, "Half")));
 }
 
+TEST_F(Title, IsRestoredToTheUsersOwnWhereThereIsOneAndElseToMessengersOwn) {
+    windows.messenger = 5;
+    set("messengerwindow", "1");
+    set("progress", "1");
+    title.setText1("Mine");
+    title.restore();
+    title.setCheck1(true);
+    title.restore();
+    EXPECT_THAT(windows.titles, ElementsAre(Pair(5, "MSN Messenger"), Pair(5, "Mine")));
+}
+
+TEST_F(Title, IsNotRestoredWhereNoProgressIsShown) {
+    windows.messenger = 5;
+    title.restore();
+    EXPECT_THAT(windows.titles, IsEmpty());
+}
+
 TEST_F(Title, NothingIsToldToATitleThatIsGone) {
     {
         FakeLoop ownLoop;

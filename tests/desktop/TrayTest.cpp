@@ -1,6 +1,9 @@
 #include "desktop/frmTray.h"
+
+#include "desktop/frmTitle.h"
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeFacilities.h"
+#include "tests/support/FakeWinsock.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,34 +13,36 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-struct ToldTitle final : TitleForm {
-    bool ticked = false;
-    std::vector<std::string> captions;
-    [[nodiscard]] bool renaming() const override { return ticked; }
-    [[nodiscard]] std::string renameText() const override { return "Mine"; }
-    void setwindowcaption(std::string_view newcaption) override {
-        captions.emplace_back(newcaption);
-    }
-};
-
 class TrayIcon : public testing::Test {
 protected:
     FakeFacilities facilities;
-    ToldTitle title;
+    FakeForeignWindows windows;
+    FakeLoop loop;
+    frmTitle title{facilities.settings, windows, loop};
     FakeTray tray;
     frmTray form{facilities.settings, title, tray};
 
     TrayIcon() {
         set("progress", "1");
         set("trayicon", "1");
+        set("messengerwindow", "1");
+        windows.messenger = 5;
+        title.setText1("Mine");
     }
     void set(const char* key, const char* value) {
         facilities.settings.WriteSetting("Options", key, value);
     }
     /// What the caller's word becomes.
-    std::string pass(std::string word) {
-        form.changetraycaption(word);
+    std::string pass(std::string word, bool loggedin = false) {
+        form.changetraycaption(word, loggedin);
         return word;
+    }
+    /// What Messenger's window was called, one title after the other.
+    [[nodiscard]] std::vector<std::string> titles() const {
+        std::vector<std::string> texts;
+        for (const auto& [window, text] : windows.titles)
+            texts.push_back(text);
+        return texts;
     }
 };
 
@@ -70,9 +75,9 @@ TEST_P(TrayWords, MoveTheToolTipAndTheTitle) {
     EXPECT_EQ(pass(GetParam().word), GetParam().caption);
     EXPECT_THAT(tray.tips, ElementsAre(std::string(GetParam().caption).substr(0, 64)));
     if (GetParam().title == nullptr) {
-        EXPECT_THAT(title.captions, IsEmpty());
+        EXPECT_THAT(titles(), IsEmpty());
     } else {
-        EXPECT_THAT(title.captions, ElementsAre(GetParam().title));
+        EXPECT_THAT(titles(), ElementsAre(GetParam().title));
     }
 }
 
@@ -114,16 +119,15 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return row.param.name; });
 
 TEST_F(TrayIcon, ATransferOfASignedInUserStaysTheWordItself) {
-    form.loggedin = [] { return true; };
-    EXPECT_EQ(pass("XFR"), "XFR");
+    EXPECT_EQ(pass("XFR", true), "XFR");
     EXPECT_THAT(tray.tips, ElementsAre("XFR"));
-    EXPECT_THAT(title.captions, IsEmpty());
+    EXPECT_THAT(titles(), IsEmpty());
 }
 
 TEST_F(TrayIcon, ASignOutGivesTheRenamedWindowItsText) {
-    title.ticked = true;
+    title.setCheck1(true);
     EXPECT_EQ(pass("OUT"), "OUT");
-    EXPECT_THAT(title.captions, ElementsAre("Mine"));
+    EXPECT_THAT(titles(), ElementsAre("Mine"));
 }
 
 TEST_F(TrayIcon, TheLongestToolTipJustFits) {
@@ -140,15 +144,15 @@ TEST_F(TrayIcon, WithoutProgressNothingHappens) {
         EXPECT_EQ(pass("USR"), "USR") << value;
     }
     EXPECT_THAT(tray.tips, IsEmpty());
-    EXPECT_THAT(title.captions, IsEmpty());
+    EXPECT_THAT(titles(), IsEmpty());
 }
 
 TEST_F(TrayIcon, WithoutTheToolTipTheRestStillHappens) {
     for (const char* const value : {"", "0", "True"}) {
         set("trayicon", value);
-        title.captions.clear();
+        windows.titles.clear();
         EXPECT_EQ(pass("SYN"), "Synchronizing.\r\n\r\nSuggested progress: 30%");
-        EXPECT_THAT(title.captions, ElementsAre("Suggested signin progress: 30%"));
+        EXPECT_THAT(titles(), ElementsAre("Suggested signin progress: 30%"));
     }
     EXPECT_THAT(tray.tips, IsEmpty());
 }
@@ -157,7 +161,7 @@ TEST_F(TrayIcon, RepeatsAreNotSuppressed) {
     for (int time = 0; time < 3; ++time)
         (void)pass("Cobweave");
     EXPECT_EQ(tray.tips.size(), 3U);
-    EXPECT_EQ(title.captions.size(), 3U);
+    EXPECT_EQ(windows.titles.size(), 3U);
 }
 
 /// Hosts may take a tool-tip for markup, and there is no way to tell them not to.

@@ -140,12 +140,10 @@ TEST_F(ChangeSong, ReadsTheSongAnewForTheNextComparison) {
     HastyPlayer player;
     player.titles = {"1. First - Winamp", "2. Second - Winamp"};
     FakeFacilities facilities;
-    ToldForms forms;
+    FakeMessageBox boxes;
     FakeNetwork network;
     FakeLoop loop;
-    frmMain host(network, loop, forms.boxes,
-                 {forms.tray, forms.title, forms.help, forms.options, forms.notes, forms.log,
-                  forms.about, forms.popups},
+    frmMain host(network, loop, boxes,
                  {facilities.settings, facilities.machine, facilities.clock, facilities.chance,
                   facilities.registry, player, facilities.browser, facilities.notes,
                   facilities.commandLine});

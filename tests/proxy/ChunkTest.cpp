@@ -17,7 +17,7 @@ protected:
 
     Chunk() {
         spine.relay();
-        spine.forms.tray.captions.clear();
+        spine.windows.captions.clear();
     }
     [[nodiscard]] const std::string& tranID() const { return spine.host.values.tranID; }
 };
@@ -78,27 +78,27 @@ TEST_F(Chunk, ThatCannotBeSentIsLostAndTheNextIsTreatedAfresh) {
     spine.server().sendFails = false;
     spine.client().arrive("SYN 6 0\r\n");
     EXPECT_THAT(spine.server().sent, ElementsAre("SYN 6 0\r\n"));
-    EXPECT_THAT(spine.forms.tray.captions, ElementsAre("SYN", "SYN"));
+    EXPECT_THAT(spine.windows.captions, ElementsAre("SYN", "SYN"));
 }
 
 TEST_F(Chunk, BeforeTheSignInTellsTheTrayItsFirstThreeCharacters) {
     spine.client().arrive("USR 6 TWN I ann@example.com\r\n");
     spine.server().arrive("XFR 3 NS\r\n");
     spine.server().arrive("OK");
-    EXPECT_THAT(spine.forms.tray.captions, ElementsAre("USR", "XFR", "OK"));
+    EXPECT_THAT(spine.windows.captions, ElementsAre("USR", "XFR", "OK"));
 }
 
 TEST_F(Chunk, AfterTheSignInTellsTheTrayTheNameOfTheProgram) {
     spine.client().arrive("CHG 9 NLN 0\r\n");
     spine.server().arrive("USR 6 OK ann@example.com Ann\r\n");
-    EXPECT_THAT(spine.forms.tray.captions,
+    EXPECT_THAT(spine.windows.captions,
                 ElementsAre("Cobweave - Logged In", "Cobweave", "Cobweave"));
 }
 
 TEST_F(Chunk, ThatIsAFrameOrARequestTellsTheTrayNothing) {
     spine.client().arrive("*\x02\x11\x22\x00\x02xx"s);
     spine.client().arrive("\x04\x01\x00\x50\x7F\x00\x00\x01"s);
-    EXPECT_THAT(spine.forms.tray.captions, IsEmpty());
+    EXPECT_THAT(spine.windows.captions, IsEmpty());
 }
 
 TEST_F(Chunk, OfAnyBytesPassesUnchangedUnlessARuleApplies) {

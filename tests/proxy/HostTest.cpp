@@ -17,7 +17,7 @@ TEST(Start, ShowsTheIconLoadsTheTitleAndListensOnPort1090) {
     Spine spine;
     EXPECT_EQ(spine.host.Load(), frmMain::Start::Listening);
     EXPECT_EQ(spine.listener().listensOn, 1090);
-    EXPECT_THAT(spine.forms.calls,
+    EXPECT_THAT(spine.windows.calls,
                 ElementsAre("show the icon", "load the title", "listen", firstRun));
 }
 
@@ -34,9 +34,9 @@ TEST(Start, ASecondCopySaysSoAndThenTakesItsIconAway) {
     Spine spine;
     spine.listener().listenTrouble = SocketTrouble{10048, "Address already in use"};
     EXPECT_EQ(spine.host.Load(), frmMain::Start::SecondCopy);
-    EXPECT_THAT(spine.forms.calls,
+    EXPECT_THAT(spine.windows.calls,
                 ElementsAre("show the icon", "load the title", "listen",
-                            "tell: Please do not run multiple instances of Cobweave.",
+                            "critical: Please do not run multiple instances of Cobweave.",
                             "take the icon away"));
 }
 
@@ -44,22 +44,22 @@ TEST(Start, AnyOtherTroubleIsToldAndTheProgramGoesOnDeaf) {
     Spine spine;
     spine.listener().listenTrouble = SocketTrouble{13, "Permission denied"};
     EXPECT_EQ(spine.host.Load(), frmMain::Start::Deaf);
-    EXPECT_THAT(spine.forms.calls, ElementsAre("show the icon", "load the title", "listen",
-                                               "tell: Error: Permission denied"));
+    EXPECT_THAT(spine.windows.calls, ElementsAre("show the icon", "load the title", "listen",
+                                                 "critical: Error: Permission denied"));
 }
 
 TEST(Start, OnlyTheEmptyValueIsAFirstRun) {
     Spine spine;
     spine.settings.WriteSetting("Options", "useristyping", "False");
     (void)spine.host.Load();
-    EXPECT_THAT(spine.forms.calls, Not(Contains(firstRun)));
+    EXPECT_THAT(spine.windows.calls, Not(Contains(firstRun)));
 }
 
 TEST(Menu, HasItsEntriesInTheirOrderAndNoneToQuit) {
     Spine spine;
     (void)spine.host.Load();
     std::vector<std::pair<std::string, std::string>> entries;
-    for (const MenuEntry& entry : spine.forms.tray.menu) {
+    for (const MenuEntry& entry : spine.windows.menu) {
         entries.emplace_back(entry.name, entry.caption);
     }
     EXPECT_THAT(entries, ElementsAre(Pair("mnuhelp", "&Help..."), Pair("mnuoptions", "&Options..."),
@@ -71,14 +71,13 @@ TEST(Menu, HasItsEntriesInTheirOrderAndNoneToQuit) {
 TEST(Menu, EachEntryShowsItsWindow) {
     Spine spine;
     (void)spine.host.Load();
-    for (const MenuEntry& entry : spine.forms.tray.menu) {
+    spine.windows.calls.clear();
+    for (const MenuEntry& entry : spine.windows.menu) {
         entry.action();
     }
-    EXPECT_EQ(spine.forms.help.shown, 1);
-    EXPECT_EQ(spine.forms.options.shown, 1);
-    EXPECT_EQ(spine.forms.notes.shown, 1);
-    EXPECT_EQ(spine.forms.log.shown, 1);
-    EXPECT_EQ(spine.forms.about.shown, 1);
+    EXPECT_THAT(spine.windows.calls,
+                ElementsAre("show the help", "show the options", "show the notes", "show the log",
+                            "show the about box"));
 }
 
 TEST(Connections, AreNumberedFromOneAndTakeOverTheRequest) {
@@ -153,7 +152,7 @@ protected:
         spine.relay();
         spine.host.values.email = "ann@example.com";
         spine.host.values.nickname = "Ann";
-        spine.forms.tray.captions.clear();
+        spine.windows.captions.clear();
     }
     void end(std::size_t count) {
         spine.server(count).lose();
@@ -165,15 +164,8 @@ TEST_F(SignedIn, TheEndOfTheNotificationConnectionIsTheEndOfTheSignIn) {
     end(1);
     EXPECT_EQ(spine.host.values.serverID, 0);
     EXPECT_FALSE(spine.host.values.loggedin);
-    EXPECT_THAT(spine.forms.tray.captions, ElementsAre("Cobweave"));
-    EXPECT_THAT(spine.forms.title.captions, ElementsAre("MSN Messenger"));
-}
-
-TEST_F(SignedIn, TheEndOfTheSignInBringsBackTheUsersOwnTitle) {
-    spine.forms.title.checked = true;
-    spine.forms.title.text = "My Messenger";
-    end(1);
-    EXPECT_THAT(spine.forms.title.captions, ElementsAre("My Messenger"));
+    EXPECT_THAT(spine.windows.captions, ElementsAre("Cobweave"));
+    EXPECT_THAT(spine.windows.calls, ElementsAre("restore the title"));
 }
 
 TEST_F(SignedIn, TheEndOfTheSignInKeepsWhatIsKnownOfTheAccount) {
@@ -189,8 +181,8 @@ TEST_F(SignedIn, TheEndOfAConversationLeavesTrayTitleAndSignInAlone) {
     EXPECT_EQ(spine.host.instances().size(), 1U);
     EXPECT_EQ(spine.host.values.serverID, 1);
     EXPECT_TRUE(spine.host.values.loggedin);
-    EXPECT_THAT(spine.forms.tray.captions, IsEmpty());
-    EXPECT_THAT(spine.forms.title.captions, IsEmpty());
+    EXPECT_THAT(spine.windows.captions, IsEmpty());
+    EXPECT_THAT(spine.windows.calls, IsEmpty());
 }
 
 TEST_F(SignedIn, SigningInAgainIsANewInstance) {
@@ -206,8 +198,8 @@ TEST(Events, OfAnInstanceReachTheToastsAndTheLogWithoutLineEnds) {
     spine.request();
     spine.instance().popup("Anna\r\nis here");
     spine.instance().log("Anna\r\nis now offline.");
-    EXPECT_THAT(spine.forms.popups.texts, ElementsAre("Anna\r\nis here"));
-    EXPECT_THAT(spine.forms.log.lines, ElementsAre("Annais now offline."));
+    EXPECT_THAT(spine.windows.toasts, ElementsAre("Anna\r\nis here"));
+    EXPECT_THAT(spine.windows.logged, ElementsAre("Annais now offline."));
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "desktop/frmTitle.h"
 #include "platform/Client.h"
-#include "proxy/hostForms.h"
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/FakeWinsock.h"
@@ -55,13 +54,17 @@ void showToast(Album& album) {
 }
 
 void showLog(Album& album) {
-    ToldBoxes boxes;
-    frmlog log(boxes);
-    for (const char* const line :
-         {"bob@example.com has opened a conversation window. (20:14:07)",
-          "carol@example.com is now offline. (20:21:55)",
-          "bob@example.com has left the conversation window. (20:40:00)"}) {
-        log.append(line);
+    FakeFacilities::FixedClock clock;
+    FakeMessageBox boxes;
+    frmlog log(clock, boxes);
+    const std::pair<const char*, const char*> entries[] = {
+        {"20:14:07", "bob@example.com has opened a conversation window."},
+        {"20:21:55", "carol@example.com is now offline."},
+        {"20:40:00", "bob@example.com has left the conversation window."},
+    };
+    for (const auto& [time, text] : entries) {
+        clock.time = time;
+        log.AddItem(text);
     }
     log.show();
     log.List1.setCurrentIndex(log.List1.model()->index(1, 0));
@@ -74,7 +77,7 @@ void showNotes(Album& album) {
          {"buy milk\r\nand bread", "call home on Sunday", "Bob's new address: 12 Mill Lane"}) {
         facilities.notes.add(note);
     }
-    ToldBoxes boxes;
+    FakeMessageBox boxes;
     frmnotes notes(facilities.notes, boxes);
     notes.show();
     auto* const list = notes.findChild<QListWidget*>("List1");
@@ -102,18 +105,17 @@ void showOptions(Album& album) {
     FakeFacilities facilities;
     FakeForeignWindows others;
     FakeLoop loop;
-    ToldBoxes boxes;
+    FakeMessageBox boxes;
     struct NoClient final : Client {
         void start() override {}
     } client;
-    ShownForm help;
     frmTitle title(facilities.settings, others, loop);
     facilities.registry.hasAddOn = true;
     for (const char* const key : {"alertjoinwindow", "alertopenwindow", "constants", "timestamp"}) {
         facilities.settings.WriteSetting("Options", key, "True");
     }
     facilities.settings.WriteSetting("Options", "progress", "1");
-    frmoptions form({facilities.settings, title, facilities.registry, boxes, others, client, help});
+    frmoptions form({facilities.settings, title, facilities.registry, boxes, others, client, {}});
     showPages(album, form, "options", {0, 1, 2, 4, 5});
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/Event.h"
 #include "platform/ForeignWindows.h"
 #include "platform/MessageBox.h"
 #include "platform/OwnWindows.h"
 #include "platform/Tray.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -16,9 +16,10 @@ struct FakeForeignWindows final : ForeignWindows {
     WindowHandle messenger = 0;
     WindowHandle inFront = 0;
     std::vector<std::pair<WindowHandle, std::string>> titles;
-    std::vector<WindowHandle> closed;
     std::vector<WindowHandle> focused;
     int searches = 0;
+    /// What was asked for, as in "close 77" and "title of 77: text".
+    Event<const std::string&> asked;
 
     /// Messenger's window becomes this one, and whoever waits for that is told.
     void open(WindowHandle window) {
@@ -32,8 +33,9 @@ struct FakeForeignWindows final : ForeignWindows {
     }
     void SetWindowText(WindowHandle window, std::string_view text) override {
         titles.emplace_back(window, text);
+        asked("title of " + std::to_string(window) + ": " + std::string(text));
     }
-    void requestClose(WindowHandle window) override { closed.push_back(window); }
+    void requestClose(WindowHandle window) override { asked("close " + std::to_string(window)); }
     [[nodiscard]] WindowHandle foreground() override { return inFront; }
     void giveFocusBack(WindowHandle window) override { focused.push_back(window); }
 };
@@ -69,12 +71,14 @@ struct FakeTray final : Tray {
 };
 
 /// Boxes that are answered at once, and kept: "question: text".
-struct ToldBoxes final : MessageBox {
+struct FakeMessageBox final : MessageBox {
     std::vector<std::string> shown;
     /// The answers to come, the first one first; no when there are none left.
     std::vector<bool> answers;
-    /// What happens while a box is open.
-    std::function<void()> meanwhile = [] {};
+    /// A box that begins so is left without an answer; none when it is empty.
+    std::string endsAt;
+    /// A box is open, and kept already.
+    Event<const std::string&> opened;
 
     void critical(std::string_view text) override { show("critical: ", text); }
     void exclamation(std::string_view text) override { show("exclamation: ", text); }
@@ -86,10 +90,14 @@ struct ToldBoxes final : MessageBox {
         answers.erase(answers.begin());
         return answer;
     }
+    [[nodiscard]] bool isEnding() const override {
+        return !endsAt.empty() && !shown.empty() && shown.back().starts_with(endsAt);
+    }
 
 private:
     void show(const char* kind, std::string_view text) {
-        shown.push_back(kind + std::string(text));
-        std::exchange(meanwhile, [] {})();
+        const std::string box = kind + std::string(text);
+        shown.push_back(box);
+        opened(box);
     }
 };

@@ -1,81 +1,49 @@
 #pragma once
 
-#include "platform/MessageBox.h"
 #include "proxy/frmMain.h"
-#include "proxy/hostForms.h"
+#include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/FakeWinsock.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
-/// Windows that keep what they were told.
-struct ToldForms {
-    /// What was asked of any of them at the start and the end, in order.
+/// What the host has asked of its windows, none of which exists.
+struct AskedWindows {
+    /// In order, with the boxes, but without captions, toasts and entries of the log.
     std::vector<std::string> calls;
+    std::vector<MenuEntry> menu;
+    std::vector<std::string> captions;
+    std::vector<std::string> toasts;
+    std::vector<std::string> logged;
+    FakeMessageBox boxes;
 
-    struct Tray final : TrayForm {
-        std::vector<std::string>& calls;
-        explicit Tray(std::vector<std::string>& calls) : calls(calls) {}
-        std::vector<std::string> captions;
-        std::vector<MenuEntry> menu;
-        void Show(const std::vector<MenuEntry>& entries) override {
+    void connect(ProgramWindows& windows) {
+        const auto call = [this](const char* words) {
+            return [this, words] { calls.emplace_back(words); };
+        };
+        const auto text = [](std::vector<std::string>& texts) {
+            return [&texts](std::string_view shown) { texts.emplace_back(shown); };
+        };
+        windows.showTrayIcon = [this](const std::vector<MenuEntry>& entries) {
             menu = entries;
             calls.emplace_back("show the icon");
-        }
-        void Unload() override { calls.emplace_back("take the icon away"); }
-        void changetraycaption(std::string& newcaption) override { captions.push_back(newcaption); }
-    } tray{calls};
-    struct Title final : TitleForm {
-        std::vector<std::string>& calls;
-        explicit Title(std::vector<std::string>& calls) : calls(calls) {}
-        void Load() override { calls.emplace_back("load the title"); }
-        bool checked = false;
-        std::string text;
-        std::vector<std::string> captions;
-        [[nodiscard]] bool renaming() const override { return checked; }
-        [[nodiscard]] std::string renameText() const override { return text; }
-        void setwindowcaption(std::string_view newcaption) override {
-            captions.emplace_back(newcaption);
-        }
-    } title{calls};
-    struct Shown final : ShownForm {
-        int shown = 0;
-        void Show() override { ++shown; }
-    } help, notes, about;
-    struct Log final : LogForm {
-        int shown = 0;
-        void Show() override { ++shown; }
-        std::vector<std::string> lines;
-        void AddItem(std::string_view text) override { lines.emplace_back(text); }
-    } log;
-    struct Options final : OptionsForm {
-        std::vector<std::string>& calls;
-        explicit Options(std::vector<std::string>& calls) : calls(calls) {}
-        int shown = 0;
-        void Show() override { ++shown; }
-        void ShowFirstRun() override { calls.emplace_back("show the first run"); }
-    } options{calls};
-    struct Toasts final : Popups {
-        std::vector<std::string> texts;
-        bool popup(std::string_view text) override {
-            texts.emplace_back(text);
-            return true;
-        }
-    } popups;
-    struct Boxes final : MessageBox {
-        std::vector<std::string>& calls;
-        explicit Boxes(std::vector<std::string>& calls) : calls(calls) {}
-        void critical(std::string_view text) override {
-            calls.push_back("tell: " + std::string(text));
-        }
-        void exclamation(std::string_view text) override { critical(text); }
-        void information(std::string_view text) override { critical(text); }
-        [[nodiscard]] bool question(std::string_view text) override {
-            critical(text);
-            return false;
-        }
-    } boxes{calls};
+        };
+        windows.removeTrayIcon = call("take the icon away");
+        windows.changetraycaption = text(captions);
+        windows.loadTitle = call("load the title");
+        windows.restoreTitle = call("restore the title");
+        windows.showHelp = call("show the help");
+        windows.showOptions = call("show the options");
+        windows.showFirstRun = call("show the first run");
+        windows.showNotes = call("show the notes");
+        windows.showLog = call("show the log");
+        windows.showAbout = call("show the about box");
+        windows.addToLog = text(logged);
+        windows.popup = text(toasts);
+        boxes.opened = [this](const std::string& box) { calls.push_back(box); };
+    }
 };
 
 /// What the end of the process is to a test.
@@ -88,16 +56,12 @@ public:
     SettingsStore& settings = facilities.settings;
     FakeNetwork network;
     FakeLoop loop;
-    ToldForms forms;
-    frmMain host{network,
-                 loop,
-                 forms.boxes,
-                 {forms.tray, forms.title, forms.help, forms.options, forms.notes, forms.log,
-                  forms.about, forms.popups},
-                 facilities.all()};
+    AskedWindows windows;
+    frmMain host{network, loop, windows.boxes, facilities.all()};
 
     Spine() {
-        listener().listening = [this] { forms.calls.emplace_back("listen"); };
+        windows.connect(host.windows);
+        listener().listening = [this] { windows.calls.emplace_back("listen"); };
         host.endProcess = [] { throw ProcessEnded(); };
     }
 

@@ -1,5 +1,6 @@
 #include "ui/log/frmlog.h"
 
+#include "platform/Clock.h"
 #include "platform/MessageBox.h"
 #include "ui/common/shownText.h"
 
@@ -25,8 +26,8 @@ void moveTo(QWidget& control, int left, int top) { control.move(pixels(left), pi
 
 }  // namespace
 
-frmlog::frmlog(MessageBox& messageBox)
-    : Form("Cobweave - Log", 6360, 3210), messageBox(messageBox) {
+frmlog::frmlog(Clock& clock, MessageBox& messageBox)
+    : Form("Cobweave - Log", 6360, 3210), clock(clock), messageBox(messageBox) {
     Frame1.setDrawing(pictures::paintSheets);
     Frame2.setDrawing(pictures::paintSweep);
     Frame3.setDrawing(pictures::paintCross);
@@ -48,7 +49,8 @@ frmlog::frmlog(MessageBox& messageBox)
     connect(&Command3, &QPushButton::clicked, this, [this] { Command3_Click(); });
 }
 
-void frmlog::append(std::string line) {
+void frmlog::AddItem(std::string_view text) {
+    std::string line = std::string(text) + " (" + clock.timeText() + ")";
     delegate.makeRoomFor(line);
     lines.append(std::move(line));
     if (isVisible() && !publishing.isActive()) publishing.start(publishDelay);

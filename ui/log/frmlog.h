@@ -10,13 +10,16 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <string_view>
+
+class Clock;
 class MessageBox;
 
 /// The window of what contacts did during this run. Closing hides it, since its list is the only
 /// place where the lines are.
 class frmlog final : public Form {
 public:
-    explicit frmlog(MessageBox& messageBox);
+    frmlog(Clock& clock, MessageBox& messageBox);
 
     Placed<Banner> Image4{this, "Image4", {0, 0, 6360, 900}, "Log"};
     Placed<QListView> List1{this, "List1", {120, 960, 6135, 1590}};
@@ -28,8 +31,8 @@ public:
     Placed<Picture> Frame3{this, "Frame3", {4860, 2850, 255, 255}};
     Placed<QPushButton> Command1{this, "Command1", {5160, 2760, 1080, 375}, "&Close"};
 
-    /// Appends a line, to be seen soon if the window is shown.
-    void append(std::string line);
+    /// Adds an entry of one line with the time behind it, to be seen soon if the window is shown.
+    void AddItem(std::string_view text);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -40,6 +43,7 @@ private:
     void Command2_Click();
     void Command3_Click();
 
+    Clock& clock;
     MessageBox& messageBox;
     LogLines lines;
     LogLineDelegate delegate;

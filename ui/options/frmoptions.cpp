@@ -8,7 +8,6 @@
 #include "platform/MessageBox.h"
 #include "platform/Registry.h"
 #include "platform/qt/text.h"
-#include "proxy/hostForms.h"
 #include "ui/common/captions.h"
 #include "ui/common/shownText.h"
 #include "ui/options/optionsDesign.h"
@@ -102,8 +101,8 @@ void frmoptions::copyTitle() {
 }
 
 void frmoptions::forgetTitle() {
-    parts.title.setText1(TitleForm::messengersOwnTitle);
-    Text1.setText(toQString(TitleForm::messengersOwnTitle));
+    parts.title.setText1(ForeignWindows::messengerTitle);
+    Text1.setText(toQString(ForeignWindows::messengerTitle));
     Text1.setEnabled(false);
 }
 
@@ -177,17 +176,12 @@ void frmoptions::Command1_Click() { close(); }
 void frmoptions::Command2_Click() {
     // Assistive programs press buttons under a box as well.
     if (isSaving) return;
-    constexpr auto noStatus = "Please select an inital sign in status.";
     OptionValues values = shownValues();
     values.completePair();
     prefix.setText(toQString(values.tsprefix));
     postfix.setText(toQString(values.tspostfix));
     if (!isStatusName(values.initialStatus)) {
-        parts.messageBox.critical(noStatus);
-        return;
-    }
-    if (values.initialStatus.empty()) {
-        parts.messageBox.critical(noStatus);
+        parts.messageBox.critical("Please select an inital sign in status.");
         return;
     }
     isSaving = true;
@@ -211,7 +205,7 @@ void frmoptions::restartMessenger() {
     if (parts.messageBox.question("This is your first time using Cobweave.\r\n\r\n"
                                   "Would you like to view the help dialog to understand \r\n"
                                   "all of Cobweave's Features?")) {
-        parts.help.Show();
+        parts.showHelp();
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Event.h"
 #include "ui/common/PagedForm.h"
 #include "ui/options/OptionValues.h"
 #include "ui/options/StatusBox.h"
@@ -15,7 +16,6 @@ class ForeignWindows;
 class MessageBox;
 class Registry;
 class SettingsStore;
-class ShownForm;
 class frmTitle;
 
 /// The window in which the user edits the settings. It reads them when it is made; OK writes them.
@@ -30,7 +30,8 @@ public:
         MessageBox& messageBox;
         ForeignWindows& windows;
         Client& client;
-        ShownForm& help;
+        /// Called where the user wants to see the help.
+        Event<> showHelp;
     };
 
     explicit frmoptions(const Parts& parts);

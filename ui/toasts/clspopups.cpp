@@ -31,7 +31,7 @@ std::int16_t clspopups::TaskbarHeight() {
 }
 
 bool clspopups::popup(std::string_view text) {
-    attempt([&] { lastForeground = others.foreground(); });
+    lastForeground = others.foreground();
     const int last = toastPlaces::lastPlace(screenHeight());
     int slot = 0;
     while (slot <= last && slot < toastPlaces::slots && toastSlots.at(slot))
@@ -39,9 +39,8 @@ bool clspopups::popup(std::string_view text) {
     if (slot > last) return false;
     if (slot < toastPlaces::slots) show(static_cast<std::size_t>(slot), text);
     // Also when there was no place left.
-    for (int time = 0; time < 2; ++time) {
-        attempt([&] { others.giveFocusBack(lastForeground); });
-    }
+    for (int time = 0; time < 2; ++time)
+        others.giveFocusBack(lastForeground);
     return true;
 }
 

@@ -1,26 +1,26 @@
 #pragma once
 
 #include "platform/OwnWindows.h"
-#include "proxy/hostForms.h"
 #include "ui/toasts/frmpopup.h"
 #include "ui/toasts/toastPlaces.h"
 
 #include <array>
 #include <memory>
+#include <string_view>
 
 class EventLoop;
 class ForeignWindows;
 
 /// The toasts: finds a free place for each text and starts it there. The lowest free place wins;
 /// a text that finds none is lost.
-class clspopups final : public Popups {
+class clspopups {
 public:
     clspopups(EventLoop& loop, OwnWindows& windows, ForeignWindows& others)
         : loop(loop), windows(windows), others(others) {}
 
-    /// Runs statement by statement. Also true with all places taken, where nothing is shown; false
+    /// Shows a text for a while. Also true with all places taken, where nothing is shown; false
     /// only on a screen too low to have as many places.
-    bool popup(std::string_view text) override;
+    bool popup(std::string_view text);
 
     /// The height of a task bar at the bottom of the screen, in twips.
     [[nodiscard]] std::int16_t TaskbarHeight();

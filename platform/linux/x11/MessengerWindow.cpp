@@ -1,5 +1,7 @@
 #include "platform/linux/x11/MessengerWindow.h"
 
+#include "platform/ForeignWindows.h"
+
 #include <algorithm>
 #include <array>
 
@@ -51,7 +53,7 @@ xcb_window_t mainMessengerWindow(const std::vector<const MessengerWindow*>& wind
             return each.written.has_value();
         },
         [](const MessengerWindow& each, xcb_window_t /*before*/) {
-            return each.title == "MSN Messenger";
+            return each.title == ForeignWindows::messengerTitle;
         },
         [](const MessengerWindow& /*each*/, xcb_window_t /*before*/) { return true; },
     };

@@ -1,6 +1,7 @@
 #include "platform/Folders.h"
 #include "tests/ui/windows.h"
-#include "ui/common/freshForms.h"
+#include "ui/about/frmabout.h"
+#include "ui/common/FormHolder.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +13,7 @@ namespace {
 constexpr const char* caption = "Cobweave - About";
 
 TEST(AboutWindow, PlaysItsMovieAndClosesByItsButton) {
-    About about;
+    FormHolder<frmabout> about(FormLife::UntilClosed);
     about.Show();
     QPointer<QWidget> window(windowOf(caption));
     ASSERT_NE(window, nullptr);
@@ -32,7 +33,7 @@ TEST(AboutWindow, PlaysItsMovieAndClosesByItsButton) {
 }
 
 TEST(AboutWindow, ClosesByEscapeAndByEnterOnItsButton) {
-    About about;
+    FormHolder<frmabout> about(FormLife::UntilClosed);
     about.Show();
     QTest::keyClick(windowOf(caption), Qt::Key_Escape);
     EXPECT_EQ(windowOf(caption), nullptr);

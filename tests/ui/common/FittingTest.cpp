@@ -48,11 +48,11 @@ void expectApart(QWidget& form) {
 class Fitting : public testing::Test {
 protected:
     FakeFacilities facilities;
-    ToldBoxes boxes;
+    FakeMessageBox boxes;
 };
 
 TEST_F(Fitting, TheLogHasRoomForItsCaptions) {
-    frmlog form(boxes);
+    frmlog form(facilities.clock, boxes);
     expectFits(form);
     expectApart(form);
     form.resize(900, 700);
@@ -81,7 +81,7 @@ TEST_F(Fitting, AToastHasRoomForItsLink) {
 TEST_F(Fitting, EveryControlHasANameForThoseWhoCannotSeeIt) {
     FakeLoop loop;
     FakeOwnWindows windows;
-    frmlog log(boxes);
+    frmlog log(facilities.clock, boxes);
     frmnotes notes(facilities.notes, boxes);
     frmpopup toast(loop, windows);
     EXPECT_EQ(toast.Image1.accessibleName(), "Close");

@@ -69,7 +69,7 @@ TEST_F(FreshWindow, MayBeOpenWhenTheProgramEnds) {
 
 TEST_F(FreshWindow, StaysBehindAnOpenBox) {
     const auto realBoxes = makeMessageBox();
-    options = makeOptions(*realBoxes);
+    messageBox = realBoxes.get();
     open();
     status().setEditText("Sleeping");
     Answers answers({QMessageBox::Ok});

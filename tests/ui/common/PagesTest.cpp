@@ -1,6 +1,7 @@
 #include "tests/ui/options/OptionsDesk.h"
 #include "ui/common/PageTitle.h"
 #include "ui/common/TextLabel.h"
+#include "ui/help/frmhelp.h"
 
 #include <QFrame>
 #include <QGroupBox>
@@ -181,7 +182,7 @@ TEST_F(Pages, OfTheOptionsCanBeRead) {
 }
 
 TEST_F(Pages, OfTheHelpCanBeReadAtEveryStep) {
-    Help shownHelp;
+    FormHolder<frmhelp> shownHelp(FormLife::UntilClosed);
     shownHelp.Show();
     QWidget& form = *windowOf("Cobweave - Help");
     for (const int page : {0, 5, 7, 2, 3, 1, 6}) {

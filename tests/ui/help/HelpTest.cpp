@@ -1,5 +1,6 @@
 #include "tests/ui/windows.h"
-#include "ui/common/freshForms.h"
+#include "ui/common/FormHolder.h"
+#include "ui/help/frmhelp.h"
 
 #include <gtest/gtest.h>
 
@@ -63,7 +64,7 @@ protected:
                text("Title3") == three.first && text("sub3") == three.second;
     }
 
-    Help help;
+    FormHolder<frmhelp> help{FormLife::UntilClosed};
 };
 
 TEST_F(HelpWindow, HasSevenButtonsInTheirOrder) {

@@ -1,6 +1,7 @@
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeFacilities.h"
-#include "ui/common/keptForms.h"
+#include "ui/common/FormHolder.h"
+#include "ui/log/frmlog.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,8 +19,9 @@ using testing::IsEmpty;
 class LogWindow : public testing::Test {
 protected:
     FakeFacilities::FixedClock clock;
-    ToldBoxes boxes;
-    Log log{clock, boxes};
+    FakeMessageBox boxes;
+    FormHolder<frmlog> log{FormLife::WholeRun,
+                           [this] { return std::make_unique<frmlog>(clock, boxes); }};
 
     [[nodiscard]] static frmlog* window() {
         for (QWidget* const widget : QApplication::topLevelWidgets()) {
@@ -47,7 +49,7 @@ protected:
 TEST_F(LogWindow, IsNotMadeBeforeTheFirstEntry) { EXPECT_EQ(window(), nullptr); }
 
 TEST_F(LogWindow, AnEntryMakesItWithoutShowingIt) {
-    log.AddItem("Anna is now offline.");
+    log.load().AddItem("Anna is now offline.");
     ASSERT_NE(window(), nullptr);
     EXPECT_FALSE(window()->isVisible());
     EXPECT_THAT(lines(show()), ElementsAre("Anna is now offline. (12:30:05)"));
@@ -61,23 +63,23 @@ TEST_F(LogWindow, HasItsCaptionAndSize) {
 }
 
 TEST_F(LogWindow, KeepsTheOrderOfArrivalAndTheTimeOfEach) {
-    log.AddItem("first");
+    log.load().AddItem("first");
     clock.time = "12:30:06";
-    log.AddItem("second");
+    log.load().AddItem("second");
     EXPECT_THAT(lines(show()), ElementsAre("first (12:30:05)", "second (12:30:06)"));
 }
 
 TEST_F(LogWindow, ShowsEntriesThatComeWhileItIsOpen) {
     frmlog& form = show();
-    log.AddItem("late");
+    log.load().AddItem("late");
     EXPECT_TRUE(QTest::qWaitFor([&] { return lines(form).size() == 1; }));
     EXPECT_THAT(lines(form), ElementsAre("late (12:30:05)"));
     EXPECT_FALSE(form.List1.currentIndex().isValid());
 }
 
 TEST_F(LogWindow, CopiesTheSelectedLine) {
-    log.AddItem("first");
-    log.AddItem("second");
+    log.load().AddItem("first");
+    log.load().AddItem("second");
     frmlog& form = show();
     select(form, 1);
     QTest::mouseClick(&form.Command3, Qt::LeftButton);
@@ -86,13 +88,13 @@ TEST_F(LogWindow, CopiesTheSelectedLine) {
 
 TEST_F(LogWindow, CopyWithNoSelectionLeavesTheClipboardEmpty) {
     QApplication::clipboard()->setText("before");
-    log.AddItem("first");
+    log.load().AddItem("first");
     QTest::mouseClick(&show().Command3, Qt::LeftButton);
     EXPECT_EQ(QApplication::clipboard()->text(), "");
 }
 
 TEST_F(LogWindow, CopyWithNoSelectionLeavesTheClipboardEmptyThoughTheListHasTheKeyboard) {
-    log.AddItem("first");
+    log.load().AddItem("first");
     frmlog& form = show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
     form.List1.setFocus();
@@ -103,8 +105,8 @@ TEST_F(LogWindow, CopyWithNoSelectionLeavesTheClipboardEmptyThoughTheListHasTheK
 }
 
 TEST_F(LogWindow, ALetterTypedOnTheListSearchesNoLines) {
-    log.AddItem("first");
-    log.AddItem("zebra");
+    log.load().AddItem("first");
+    log.load().AddItem("zebra");
     frmlog& form = show();
     select(form, 0);
     QTest::keyClick(&form.List1, Qt::Key_Z);
@@ -112,7 +114,7 @@ TEST_F(LogWindow, ALetterTypedOnTheListSearchesNoLines) {
 }
 
 TEST_F(LogWindow, IsClearedAfterAYes) {
-    log.AddItem("first");
+    log.load().AddItem("first");
     frmlog& form = show();
     QTest::mouseClick(&form.Command2, Qt::LeftButton);
     EXPECT_THAT(boxes.shown, ElementsAre("question: Are you sure you want to clear the log?"));
@@ -120,22 +122,22 @@ TEST_F(LogWindow, IsClearedAfterAYes) {
     boxes.answers = {true};
     QTest::mouseClick(&form.Command2, Qt::LeftButton);
     EXPECT_THAT(lines(form), IsEmpty());
-    log.AddItem("next");
+    log.load().AddItem("next");
     EXPECT_TRUE(QTest::qWaitFor([&] { return lines(form).size() == 1; }));
 }
 
 TEST_F(LogWindow, AnEntryThatComesUnderTheQuestionIsClearedToo) {
-    log.AddItem("first");
+    log.load().AddItem("first");
     frmlog& form = show();
     boxes.answers = {true};
-    boxes.meanwhile = [&] { log.AddItem("meanwhile"); };
+    boxes.opened = [&](const std::string&) { log.load().AddItem("meanwhile"); };
     QTest::mouseClick(&form.Command2, Qt::LeftButton);
     EXPECT_THAT(lines(form), IsEmpty());
     EXPECT_EQ(form.List1.model()->rowCount(), 0);
 }
 
 TEST_F(LogWindow, EveryWayOfClosingHidesItAndKeepsTheLines) {
-    log.AddItem("first");
+    log.load().AddItem("first");
     const std::function<void(frmlog&)> ways[] = {
         [](frmlog& form) { QTest::mouseClick(&form.Command1, Qt::LeftButton); },
         [](frmlog& form) { form.close(); },
@@ -175,7 +177,7 @@ TEST_F(LogWindow, CannotBeMadeSmallerThanItsControls) {
 }
 
 TEST_F(LogWindow, ShowsControlCharactersAsBoxesAndCopiesThemAsTheyAre) {
-    log.AddItem("\x01\x02\n<b>x</b>");
+    log.load().AddItem("\x01\x02\n<b>x</b>");
     frmlog& form = show();
     EXPECT_THAT(lines(form), ElementsAre("\u25A1\u25A1 <b>x</b> (12:30:05)"));
     select(form, 0);
@@ -184,7 +186,7 @@ TEST_F(LogWindow, ShowsControlCharactersAsBoxesAndCopiesThemAsTheyAre) {
 }
 
 TEST_F(LogWindow, KeepsAHugeLineWholeAndShowsItsBeginning) {
-    log.AddItem(std::string(100'000, 'x'));
+    log.load().AddItem(std::string(100'000, 'x'));
     frmlog& form = show();
     EXPECT_LT(lines(form).front().size(), 5000U);
     select(form, 0);
@@ -193,7 +195,7 @@ TEST_F(LogWindow, KeepsAHugeLineWholeAndShowsItsBeginning) {
 }
 
 TEST_F(LogWindow, TheKeysForCopyingTakeTheLineAsItIs) {
-    log.AddItem("\x01");
+    log.load().AddItem("\x01");
     frmlog& form = show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
     select(form, 0);
@@ -204,7 +206,7 @@ TEST_F(LogWindow, TheKeysForCopyingTakeTheLineAsItIs) {
 
 TEST_F(LogWindow, ALongLineIsReachedByScrolling) {
     frmlog& form = show();
-    log.AddItem(std::string(500, 'x'));
+    log.load().AddItem(std::string(500, 'x'));
     EXPECT_TRUE(QTest::qWaitFor([&] { return form.List1.horizontalScrollBar()->maximum() > 0; }));
 }
 

@@ -1,6 +1,7 @@
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeFacilities.h"
-#include "ui/common/keptForms.h"
+#include "ui/common/FormHolder.h"
+#include "ui/notes/frmnotes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -23,15 +24,13 @@ class NotesWindow : public testing::Test {
 protected:
     FakeFacilities facilities;
     NotesStore& store = facilities.notes;
-    ToldBoxes boxes;
-    Notes holder{store, boxes};
+    FakeMessageBox boxes;
+    FormHolder<frmnotes> holder{FormLife::WholeRun,
+                                [this] { return std::make_unique<frmnotes>(store, boxes); }};
 
     frmnotes& show() {
         holder.Show();
-        for (QWidget* const widget : QApplication::topLevelWidgets()) {
-            if (auto* const form = dynamic_cast<frmnotes*>(widget)) return *form;
-        }
-        throw std::runtime_error("no window");
+        return holder.load();
     }
     frmnotes& showWith(const std::vector<std::string>& notes) {
         for (const std::string& note : notes)
@@ -293,7 +292,7 @@ TEST_F(NotesWindow, ANoteByCommandUnderAQuestionIsKept) {
     frmnotes& form = showWith({"one", "two"});
     click(form, 0);
     boxes.answers = {true};
-    boxes.meanwhile = [&] { store.add("meanwhile"); };
+    boxes.opened = [&](const std::string&) { store.add("meanwhile"); };
     press(form, "Command2");
     EXPECT_THAT(store.list(), ElementsAre("two", "meanwhile"));
     EXPECT_THAT(entries(form), ElementsAre("two", "meanwhile"));

@@ -2,15 +2,15 @@
 
 #include "desktop/frmTitle.h"
 #include "platform/Client.h"
-#include "platform/ForeignWindows.h"
-#include "platform/MessageBox.h"
 #include "tests/stores/Database.h"
+#include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/FakeWinsock.h"
 #include "tests/ui/windows.h"
 #include "ui/common/FlashButton.h"
-#include "ui/common/freshForms.h"
+#include "ui/common/FormHolder.h"
 #include "ui/options/Toggle.h"
+#include "ui/options/frmoptions.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -25,74 +25,39 @@
 #include <vector>
 
 /// The options window and what it works on: the settings are a real file, all else keeps what it
-/// was told.
+/// was asked for.
 class OptionsDesk : public testing::Test {
 protected:
+    OptionsDesk() {
+        windows.messenger = 77;
+        windows.asked = boxes.opened = [this](const std::string& call) { calls.push_back(call); };
+    }
     ~OptionsDesk() override { destroyClosed(); }
 
     /// What was asked of anything outside the window, in order.
     std::vector<std::string> calls;
 
-    struct Windows final : ForeignWindows {
+    FakeForeignWindows windows;
+    FakeMessageBox boxes;
+    struct AskedClient final : Client {
         std::vector<std::string>& calls;
-        WindowHandle messenger = 77;
-        explicit Windows(std::vector<std::string>& calls) : calls(calls) {}
-        [[nodiscard]] WindowHandle MessengerWindowHandle() override { return messenger; }
-        void SetWindowText(WindowHandle window, std::string_view text) override {
-            calls.push_back("title of " + std::to_string(window) + ": " + std::string(text));
-        }
-        void requestClose(WindowHandle window) override {
-            calls.push_back("close " + std::to_string(window));
-        }
-        [[nodiscard]] WindowHandle foreground() override { return 0; }
-        void giveFocusBack(WindowHandle /*window*/) override {}
-    } windows{calls};
-
-    struct ToldClient final : Client {
-        std::vector<std::string>& calls;
-        explicit ToldClient(std::vector<std::string>& calls) : calls(calls) {}
+        explicit AskedClient(std::vector<std::string>& calls) : calls(calls) {}
         void start() override { calls.emplace_back("start the client"); }
     } client{calls};
-
-    struct ToldHelp final : ShownForm {
-        std::vector<std::string>& calls;
-        explicit ToldHelp(std::vector<std::string>& calls) : calls(calls) {}
-        void Show() override { calls.emplace_back("show the help"); }
-    } help{calls};
-
-    struct Boxes final : MessageBox {
-        std::vector<std::string>& calls;
-        bool answer = false;
-        std::function<void()> meanwhile = [] {};
-        explicit Boxes(std::vector<std::string>& calls) : calls(calls) {}
-        void tell(const char* kind, std::string_view text) {
-            calls.push_back(std::string(kind) + ": " + std::string(text));
-            meanwhile();
-        }
-        void critical(std::string_view text) override { tell("critical", text); }
-        void exclamation(std::string_view text) override { tell("exclamation", text); }
-        void information(std::string_view text) override { tell("information", text); }
-        /// The box whose text begins so is left without an answer; none when it is empty.
-        std::string endsAt;
-        [[nodiscard]] bool isEnding() const override {
-            return !endsAt.empty() && calls.back().starts_with(endsAt);
-        }
-        [[nodiscard]] bool question(std::string_view text) override {
-            tell("question", text);
-            return answer;
-        }
-    } boxes{calls};
 
     FakeFacilities facilities;
     SettingsStore& settings = facilities.settings;
     FakeLoop loop;
     frmTitle title{settings, windows, loop};
-    std::unique_ptr<Options> options = makeOptions(boxes);
-
-    [[nodiscard]] std::unique_ptr<Options> makeOptions(MessageBox& messageBox) {
-        return std::make_unique<Options>(frmoptions::Parts{settings, title, facilities.registry,
-                                                           messageBox, windows, client, help});
-    }
+    /// What the window opens its boxes by and shows the help by; both may be exchanged until it is
+    /// made.
+    MessageBox* messageBox = &boxes;
+    Event<> showHelp = [this] { calls.emplace_back("show the help"); };
+    std::unique_ptr<FormHolder<frmoptions>> options =
+        std::make_unique<FormHolder<frmoptions>>(FormLife::UntilClosed, [this] {
+            return std::make_unique<frmoptions>(frmoptions::Parts{
+                settings, title, facilities.registry, *messageBox, windows, client, showHelp});
+        });
 
     void set(const char* key, std::string_view value) {
         settings.WriteSetting("Options", key, value);
@@ -108,6 +73,13 @@ protected:
         calls.clear();
         options->Show();
         (void)QTest::qWaitForWindowActive(shown());
+    }
+    /// The same on a first run.
+    void openFirst() {
+        title.Load();
+        calls.clear();
+        options->load().RestartMessenger = true;
+        options->Show();
     }
     [[nodiscard]] static QWidget* shown() { return windowOf("Cobweave - Options"); }
     [[nodiscard]] static QWidget& window() {

@@ -1,4 +1,5 @@
 #include "tests/ui/options/OptionsDesk.h"
+#include "ui/help/frmhelp.h"
 
 namespace {
 
@@ -11,14 +12,7 @@ constexpr const char* offer =
     "Would you like to view the help dialog to understand \r\nall of Cobweave's Features?";
 
 /// The window that opens by itself, and stays until OK.
-class OptionsFirstRun : public OptionsDesk {
-protected:
-    void openFirst() {
-        title.Load();
-        calls.clear();
-        options->ShowFirstRun();
-    }
-};
+using OptionsFirstRun = OptionsDesk;
 
 TEST_F(OptionsFirstRun, CannotBeClosedBeforeOk) {
     openFirst();
@@ -40,7 +34,10 @@ TEST_F(OptionsFirstRun, OkRefusesToCloseThenStartsTheClientAgainAndOffersHelp) {
 }
 
 TEST_F(OptionsFirstRun, OkUnderItsOwnBoxesDoesNothing) {
-    boxes.meanwhile = [] { pressOk(); };
+    boxes.opened = [this](const std::string& box) {
+        calls.push_back(box);
+        pressOk();
+    };
     openFirst();
     pressOk();
     EXPECT_EQ(calls,
@@ -48,7 +45,7 @@ TEST_F(OptionsFirstRun, OkUnderItsOwnBoxesDoesNothing) {
 }
 
 TEST_F(OptionsFirstRun, HelpIsShownOnYes) {
-    boxes.answer = true;
+    boxes.answers = {true};
     openFirst();
     pressOk();
     EXPECT_EQ(calls.back(), "show the help");
@@ -79,7 +76,9 @@ TEST_F(OptionsFirstRun, LeavesTheClientAloneWhenTheProgramEndsUnderTheRefusal) {
 
 TEST_F(OptionsFirstRun, AllIsWrittenBeforeAnyBoxComes) {
     std::vector<std::string> under;
-    boxes.meanwhile = [&] { under.push_back(stored("useristyping") + stored("tscolor")); };
+    boxes.opened = [&](const std::string&) {
+        under.push_back(stored("useristyping") + stored("tscolor"));
+    };
     openFirst();
     pressOk();
     EXPECT_EQ(under, (std::vector<std::string>(3, "Falsered")));
@@ -121,11 +120,10 @@ TEST_F(OptionsFirstRun, IsOverForTheNextWindow) {
 class OptionsFirstRunBoxes : public OptionsFirstRun {
 protected:
     std::unique_ptr<MessageBox> realBoxes = makeMessageBox();
-    Help realHelp;
-    void openFirst() {
-        options = std::make_unique<Options>(frmoptions::Parts{
-            settings, title, facilities.registry, *realBoxes, windows, client, realHelp});
-        OptionsFirstRun::openFirst();
+    FormHolder<frmhelp> realHelp{FormLife::UntilClosed};
+    OptionsFirstRunBoxes() {
+        messageBox = realBoxes.get();
+        showHelp = [this] { realHelp.Show(); };
     }
 };
 

@@ -184,7 +184,7 @@ TEST_F(OptionsOk, RefusesAStatusThatIsNoneAndWritesNothing) {
 
 TEST_F(OptionsOk, ShowsItsRefusalInARealBox) {
     const auto realBoxes = makeMessageBox();
-    options = makeOptions(*realBoxes);
+    messageBox = realBoxes.get();
     open();
     status().setEditText("Sleeping");
     Answers answers({QMessageBox::Ok});
