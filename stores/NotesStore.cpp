@@ -56,7 +56,7 @@ bool isMissing(const std::filesystem::path& path) {
 
 }  // namespace
 
-NotesStore::NotesStore(std::filesystem::path path, std::function<void(std::string_view)> tell)
+NotesStore::NotesStore(std::filesystem::path path, Event<std::string_view> tell)
     : path(std::move(path)), tell(std::move(tell)) {}
 
 void NotesStore::load() {

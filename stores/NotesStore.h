@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,7 +23,7 @@ public:
 
     /// `tell` takes one text for the user, in the code page, of a save that failed and what becomes
     /// of the notes.
-    NotesStore(std::filesystem::path path, std::function<void(std::string_view)> tell);
+    NotesStore(std::filesystem::path path, Event<std::string_view> tell);
 
     /// Reads the file into the list. Without a file, or with one that cannot be read, it is empty.
     /// Notes of blanks alone are dropped.

@@ -31,7 +31,7 @@ std::filesystem::path nameForDamaged(const std::filesystem::path& path) {
 
 }  // namespace
 
-SettingsStore::SettingsStore(std::filesystem::path path, std::function<void(std::string_view)> tell)
+SettingsStore::SettingsStore(std::filesystem::path path, Event<std::string_view> tell)
     : path(std::move(path)), tell(std::move(tell)), stamp(this->path) {
     file.setPatience(patience);
     refresh();

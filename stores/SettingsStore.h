@@ -1,10 +1,10 @@
 #pragma once
 
+#include "base/Event.h"
 #include "base/FileStamp.h"
 #include "stores/SettingsFile.h"
 
 #include <filesystem>
-#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -18,7 +18,7 @@
 class SettingsStore {
 public:
     /// `tell` takes one line for the user: what is wrong and what becomes of it.
-    SettingsStore(std::filesystem::path path, std::function<void(std::string_view)> tell);
+    SettingsStore(std::filesystem::path path, Event<std::string_view> tell);
     ~SettingsStore();
     SettingsStore(const SettingsStore&) = delete;
     SettingsStore& operator=(const SettingsStore&) = delete;
@@ -39,7 +39,7 @@ private:
     void unlocked();
 
     std::filesystem::path path;
-    std::function<void(std::string_view)> tell;
+    Event<std::string_view> tell;
     SettingsFile file;
     FileStamp stamp;
     /// The file did not take or give what it was asked for. It is written to again when there is

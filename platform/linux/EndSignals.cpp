@@ -30,7 +30,7 @@ void setHandler(void (*handler)(int)) {
 
 }  // namespace
 
-EndSignals::EndSignals(Reactor& reactor, std::function<void()> arrived)
+EndSignals::EndSignals(Reactor& reactor, Event<> arrived)
     : reactor(reactor), arrived(std::move(arrived)) {
     raised = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
     if (raised < 0) throw std::system_error(errno, std::generic_category(), "eventfd");

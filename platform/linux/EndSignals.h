@@ -1,13 +1,12 @@
 #pragma once
 
+#include "base/Event.h"
 #include "platform/linux/Reactor.h"
-
-#include <functional>
 
 /// SIGINT and SIGTERM as an event of the reactor. One object at a time.
 class EndSignals final : private Readiness::Watched {
 public:
-    EndSignals(Reactor& reactor, std::function<void()> arrived);
+    EndSignals(Reactor& reactor, Event<> arrived);
     ~EndSignals();
     EndSignals(const EndSignals&) = delete;
     EndSignals& operator=(const EndSignals&) = delete;
@@ -16,5 +15,5 @@ private:
     void ready(Readiness::Ready now) override;
 
     Reactor& reactor;
-    std::function<void()> arrived;
+    Event<> arrived;
 };

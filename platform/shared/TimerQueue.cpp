@@ -62,8 +62,7 @@ private:
     bool queued = false;
 };
 
-TimerQueue::TimerQueue(std::function<void()> nextDueChanged)
-    : nextDueChanged(std::move(nextDueChanged)) {}
+TimerQueue::TimerQueue(Event<> nextDueChanged) : nextDueChanged(std::move(nextDueChanged)) {}
 
 std::unique_ptr<Timer> TimerQueue::makeTimer() { return std::make_unique<QueuedTimer>(*this); }
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "base/Event.h"
 #include "platform/EventLoop.h"
 
 #include <chrono>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -15,7 +15,7 @@ public:
     using Clock = std::chrono::steady_clock;
 
     /// `nextDueChanged` is called whenever the answer of `nextDue` may have changed.
-    explicit TimerQueue(std::function<void()> nextDueChanged);
+    explicit TimerQueue(Event<> nextDueChanged);
 
     [[nodiscard]] std::unique_ptr<Timer> makeTimer();
 
@@ -28,6 +28,6 @@ public:
 private:
     class QueuedTimer;
 
-    std::function<void()> nextDueChanged;
+    Event<> nextDueChanged;
     std::set<std::pair<Clock::time_point, QueuedTimer*>> waiting;
 };
