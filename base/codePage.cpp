@@ -42,6 +42,8 @@ void appendUtf8(std::string& text, char32_t character) {
     }
 }
 
+bool isContinuation(char byte) { return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80; }
+
 /// The number of bytes of the character that `lead` begins; 0 when it begins none.
 std::size_t lengthFromLead(std::uint8_t lead) {
     if (lead < 0x80) return 1;
@@ -67,9 +69,7 @@ std::size_t lengthAtFront(std::string_view utf8) {
     const std::size_t length = lengthFromLead(static_cast<std::uint8_t>(utf8.front()));
     if (length == 0 || length > utf8.size()) return 0;
     const std::string_view rest = utf8.substr(1, length - 1);
-    const bool whole = std::all_of(rest.begin(), rest.end(), [](char byte) {
-        return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80;
-    });
+    const bool whole = std::all_of(rest.begin(), rest.end(), isContinuation);
     if (!whole) return 0;
     constexpr std::array<char32_t, 5> smallest = {0, 0, 0x80, 0x800, 0x10000};
     const char32_t character = characterAtFront(utf8, length);
@@ -102,4 +102,11 @@ std::string codePage::fromUtf8(std::string_view utf8) {
         utf8.remove_prefix(length);
     }
     return bytes;
+}
+
+std::string_view codePage::cutUtf8(std::string_view utf8, std::size_t size) {
+    if (utf8.size() <= size) return utf8;
+    while (size > 0 && isContinuation(utf8[size]))
+        --size;
+    return utf8.substr(0, size);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -14,5 +15,8 @@ namespace codePage {
 /// The bytes of the characters of `utf8`. A character that the code page lacks, and each byte that
 /// is no UTF-8, gives "?".
 [[nodiscard]] std::string fromUtf8(std::string_view utf8);
+
+/// The beginning of `utf8`, of at most `size` bytes, that ends between two characters.
+[[nodiscard]] std::string_view cutUtf8(std::string_view utf8, std::size_t size);
 
 }  // namespace codePage

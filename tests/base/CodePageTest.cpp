@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -120,5 +122,16 @@ constexpr Foreign foreignTexts[] = {
 
 INSTANTIATE_TEST_SUITE_P(Table, ForeignText, testing::ValuesIn(foreignTexts),
                          [](const auto& info) { return info.param.name; });
+
+TEST(Utf8, IsCutBetweenCharacters) {
+    using codePage::cutUtf8;
+    constexpr std::string_view text = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"sv;
+    const std::vector<std::size_t> kept{0, 1, 1, 3, 3, 3, 6, 6, 6, 6, 10, 10};
+    for (std::size_t size = 0; size < kept.size(); ++size)
+        EXPECT_EQ(cutUtf8(text, size), text.substr(0, kept[size])) << size;
+    EXPECT_EQ(cutUtf8("", 3), "");
+    // Nothing but bytes that begin no character.
+    EXPECT_EQ(cutUtf8("\x80\x80\x80", 2), "");
+}
 
 }  // namespace

@@ -1,24 +1,15 @@
 #include "platform/Registry.h"
 
 #include "base/FileStamp.h"
+#include "base/text.h"
 #include "platform/linux/Folders.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <set>
 #include <string>
 
 namespace {
-
-std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char character) {
-        const bool capital = character >= 'A' && character <= 'Z';
-        return capital ? static_cast<char>(character - 'A' + 'a') : character;
-    });
-    return lower;
-}
 
 /// The key that a line such as "[Software\\Wine\\Fonts] 1700000000" begins, in small letters and
 /// with single backslashes; empty for any other line.
