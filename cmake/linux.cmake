@@ -25,14 +25,9 @@ set(COBWEAVE_PLATFORM_QT
     platform/linux/bus/sessionBus.cpp
     platform/linux/x11/Display.cpp
     platform/linux/x11/ForeignWindows.cpp
-    platform/linux/x11/MessengerWindow.cpp
     platform/linux/x11/MessengerWindows.cpp
     platform/linux/x11/OwnWindows.cpp
-    platform/linux/x11/X11Atoms.cpp
-    platform/linux/x11/X11Connection.cpp
-    platform/linux/x11/X11Title.cpp
-    platform/linux/x11/X11TopMost.cpp
-    platform/linux/x11/X11WindowList.cpp
-    platform/linux/x11/x11OwnWindow.cpp
-    platform/linux/x11/x11Properties.cpp)
+    platform/linux/x11/X11Client.cpp
+    platform/linux/x11/X11Titles.cpp
+    platform/linux/x11/X11WindowList.cpp)
 set(COBWEAVE_PLATFORM_LIBRARIES PkgConfig::XCB Qt6::DBus)

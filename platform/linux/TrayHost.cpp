@@ -18,7 +18,7 @@ public:
         if (bus != nullptr || isTold) return;
         listener = std::make_unique<X11Client>();
         listener->event = [this](const xcb_generic_event_t& event) { hear(event); };
-        if (listener->stands()) {
+        if (listener->isConnected()) {
             listener->select(listener->root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
             listener->flush();
         }
@@ -42,10 +42,10 @@ private:
     void decide() {
         if (bus->state() == State::Host) return tell();
         // Where the bus or the watcher does not answer, Qt would ask it all the same, and wait.
-        if (bus->state() != State::Nobody || !listener->stands()) return;
+        if (bus->state() != State::Nobody || !listener->isConnected()) return;
         const auto cookie =
             xcb_get_selection_owner(listener->handle(), listener->atoms().netSystemTray);
-        listener->ask<xcb_get_selection_owner_reply_t>(cookie, [this](const auto* reply) {
+        listener->request<xcb_get_selection_owner_reply_t>(cookie, [this](const auto* reply) {
             if (reply != nullptr && reply->owner != 0 && bus->state() == State::Nobody) tell();
         });
         listener->flush();

@@ -1,167 +1,128 @@
 #include "platform/ForeignWindows.h"
 #include "platform/linux/x11/MessengerWindows.h"
 #include "platform/linux/x11/X11Client.h"
-#include "platform/linux/x11/X11Title.h"
+#include "platform/linux/x11/X11Titles.h"
 #include "platform/linux/x11/X11WindowList.h"
-#include "platform/linux/x11/x11OwnWindow.h"
-#include "platform/linux/x11/x11Properties.h"
-
-#include <QSocketNotifier>
 
 #include <algorithm>
-#include <chrono>
-#include <map>
 #include <memory>
-#include <string>
 #include <utility>
 
 namespace {
-
-/// The X server answers within some hundredths of a millisecond. One that takes longer is held up,
-/// and what is asked for is not worth waiting for it.
-constexpr std::chrono::milliseconds patience{5};
 
 xcb_window_t toX11(WindowHandle window) { return static_cast<xcb_window_t>(window); }
 
 class X11ForeignWindows final : public ForeignWindows {
 public:
     X11ForeignWindows() {
-        list.told = [this](const auto& windows) { messenger.take(windows, list.isManaged()); };
+        list.listed = [this](const auto& windows) { messenger.update(windows, list.isManaged()); };
         list.shown = [this](xcb_window_t window) { messenger.forget(window); };
         messenger.changed = [this] { changed(); };
-        listener.event = [this](const xcb_generic_event_t& event) {
-            list.hear(event);
-            messenger.hear(event);
+        client.event = [this](const xcb_generic_event_t& event) {
+            list.onEvent(event);
+            messenger.onEvent(event);
         };
-        listener.lost = [this] {
-            writability.reset();
-            owed.clear();
-            messenger.lose();
+        client.lost = [this] {
+            titles.clear();
+            messenger.clear();
         };
-        if (!listener.stands()) return;
-        writability = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(listener.handle()),
-                                                        QSocketNotifier::Write);
-        writability->setEnabled(false);
-        QObject::connect(writability.get(), &QSocketNotifier::activated, writability.get(),
-                         [this] { payTitles(); });
-        list.look();
-        listener.await(patience);
+        if (!client.isConnected()) return;
+        list.refresh();
+        client.await();
     }
 
     WindowHandle MessengerWindowHandle() override { return messenger.main(); }
 
     void SetWindowText(WindowHandle window, std::string_view text) override {
-        // A server that takes nothing gets the next title.
-        if (window == 0 || !listener.stands()) return;
-        owed[toX11(window)] = text;
-        payTitles();
+        if (window != 0) titles.write(toX11(window), text);
     }
 
     void requestClose(WindowHandle window) override {
-        if (window == 0 || !listener.canWrite(patience)) return;
+        if (window == 0 || !client.waitUntilWritable()) return;
         const xcb_window_t target = toX11(window);
-        const X11Atoms& atoms = listener.atoms();
-        listener.askProperty(target, atoms.wmProtocols, [this, target](const auto* reply) {
-            const auto protocols = x11Properties::numbersIn(reply);
-            const xcb_atom_t closing = listener.atoms().wmDeleteWindow;
+        const X11Atoms& atoms = client.atoms();
+        client.requestProperty(target, atoms.wmProtocols, [this, target](const X11Property& list) {
+            const auto protocols = list.numbers();
+            const xcb_atom_t closing = client.atoms().wmDeleteWindow;
             if (std::find(protocols.begin(), protocols.end(), closing) == protocols.end()) return;
-            send(target, XCB_EVENT_MASK_NO_EVENT, target, listener.atoms().wmProtocols,
+            send(target, XCB_EVENT_MASK_NO_EVENT, target, client.atoms().wmProtocols,
                  {closing, XCB_CURRENT_TIME});
         });
-        listener.flush();
+        client.flush();
     }
 
     WindowHandle foreground() override {
-        if (!listener.canWrite(patience)) return 0;
-        // Questions of its own, so that none of the other answers is served before this is through.
+        if (!client.waitUntilWritable()) return 0;
+        // A client of its own, so that no answer to another request is served meanwhile.
         X11Client asking;
-        Places places;
-        ask(asking, [&places](const Places& answer) { places = answer; });
-        asking.await(patience);
-        const xcb_window_t window = list.isManaged() ? places.active : places.focus;
+        FocusedWindows focused;
+        query(asking, [&focused](const FocusedWindows& answer) { focused = answer; });
+        asking.await();
+        const xcb_window_t window = list.isManaged() ? focused.active : focused.focus;
         return isNone(window) ? 0 : window;
     }
 
     void giveFocusBack(WindowHandle window) override {
-        if (window == 0 || !listener.canWrite(patience)) return;
-        ask(listener, [this, target = toX11(window)](const Places& places) {
-            giveFocusBack(target, places);
+        if (window == 0 || !client.waitUntilWritable()) return;
+        query(client, [this, target = toX11(window)](const FocusedWindows& focused) {
+            giveFocusBack(target, focused);
         });
-        listener.flush();
+        client.flush();
     }
 
 private:
-    /// Writes the titles that the server takes at once; the others when it does, and of several for
-    /// one window the last.
-    void payTitles() {
-        while (!owed.empty() && listener.canWrite()) {
-            const auto title = owed.extract(owed.begin());
-            writeX11Title(listener, title.key(), title.mapped());
-            listener.flush();
-        }
-        writability->setEnabled(!owed.empty());
-    }
-
     /// The window that the window manager says the user works in, and the one that gets the keys.
-    struct Places {
+    struct FocusedWindows {
         xcb_window_t active = 0;
         xcb_window_t focus = 0;
     };
 
     template <typename Answered>
-    void ask(X11Client& client, Answered answered) {
-        const auto places = std::make_shared<Places>();
-        client.askProperty(
+    static void query(X11Client& client, Answered answered) {
+        const auto focused = std::make_shared<FocusedWindows>();
+        client.requestProperty(
             client.root(), client.atoms().netActiveWindow,
-            [places](const auto* reply) { places->active = x11Properties::numberIn(reply); });
-        client.template ask<xcb_get_input_focus_reply_t>(
+            [focused](const X11Property& window) { focused->active = window.number(); });
+        client.request<xcb_get_input_focus_reply_t>(
             xcb_get_input_focus(client.handle()),
-            [places, answered = std::move(answered)](const auto* reply) {
-                if (reply != nullptr) places->focus = reply->focus;
-                answered(*places);
+            [focused, answered = std::move(answered)](const auto* reply) {
+                if (reply != nullptr) focused->focus = reply->focus;
+                answered(*focused);
             });
     }
 
     [[nodiscard]] bool isNone(xcb_window_t window) const {
         return window == XCB_INPUT_FOCUS_NONE || window == XCB_INPUT_FOCUS_POINTER_ROOT ||
-               window == listener.root();
+               window == client.root();
     }
 
-    void giveFocusBack(xcb_window_t window, const Places& places) {
+    void giveFocusBack(xcb_window_t window, const FocusedWindows& focused) {
         // A window of ours may have the keys without the window manager's knowledge.
-        const bool oursHasKeys = isOwnX11Window(places.focus);
-        const xcb_window_t now = list.isManaged() ? places.active : places.focus;
+        const bool oursHasKeys = isOwnX11Window(focused.focus);
+        const xcb_window_t now = list.isManaged() ? focused.active : focused.focus;
         if (now == window && !oursHasKeys) return;
         const bool isFree = isNone(now) || isOwnX11Window(now) || (now == window && oursHasKeys);
         if (!isFree) return;
         if (list.isManaged()) {
             constexpr std::uint32_t fromPager = 2;
-            send(listener.root(),
+            send(client.root(),
                  XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT, window,
-                 listener.atoms().netActiveWindow, {fromPager, XCB_CURRENT_TIME, places.active});
+                 client.atoms().netActiveWindow, {fromPager, XCB_CURRENT_TIME, focused.active});
         } else {
-            xcb_set_input_focus(listener.handle(), XCB_INPUT_FOCUS_PARENT, window,
-                                XCB_CURRENT_TIME);
+            xcb_set_input_focus(client.handle(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
         }
     }
 
     void send(xcb_window_t receiver, std::uint32_t mask, xcb_window_t subject, xcb_atom_t type,
               std::initializer_list<std::uint32_t> values) {
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = subject;
-        message.type = type;
-        std::copy(values.begin(), values.end(), std::begin(message.data.data32));
-        xcb_send_event(listener.handle(), 0, receiver, mask,
-                       reinterpret_cast<const char*>(&message));
+        const auto message = x11Message(subject, type, values);
+        xcb_send_event(client.handle(), 0, receiver, mask, x11Bytes(message));
     }
 
-    X11Client listener;
-    X11WindowList list{listener};
-    MessengerWindows messenger{listener};
-    std::map<xcb_window_t, std::string> owed;
-    std::unique_ptr<QSocketNotifier> writability;
+    X11Client client;
+    X11WindowList list{client};
+    MessengerWindows messenger{client};
+    X11Titles titles{client};
 };
 
 }  // namespace

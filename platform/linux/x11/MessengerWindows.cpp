@@ -1,14 +1,64 @@
 #include "platform/linux/x11/MessengerWindows.h"
 
-#include "platform/linux/x11/x11Properties.h"
+#include "base/text.h"
+#include "platform/ForeignWindows.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 #include <utility>
 
-using namespace x11Properties;
+using namespace std::literals;
 
-void MessengerWindows::take(const std::vector<xcb_window_t>& windows, bool areShown) {
+namespace {
+
+/// A window of Messenger's process opens without a title and gets it a moment later; until then
+/// nobody knows which one it is.
+bool hasMainTitle(const MessengerWindow& window) {
+    if (window.written && window.title == window.written) return true;
+    const std::string title = window.title.value_or("");
+    return !title.empty() && !title.ends_with(" - Conversation");
+}
+
+/// The main window among `windows`, which come in the order in which they opened; 0 without one.
+xcb_window_t mainOf(const std::vector<const MessengerWindow*>& windows, xcb_window_t before) {
+    using Preference = bool (*)(const MessengerWindow& window, xcb_window_t before);
+    constexpr std::array<Preference, 5> preferences{
+        [](const MessengerWindow& each, xcb_window_t main) { return each.window == main; },
+        [](const MessengerWindow& each, xcb_window_t /*main*/) {
+            return each.kind == MessengerWindow::Kind::MainClass;
+        },
+        // An earlier run of this program has taken it for the main window.
+        [](const MessengerWindow& each, xcb_window_t /*main*/) { return each.written.has_value(); },
+        [](const MessengerWindow& each, xcb_window_t /*main*/) {
+            return each.title == ForeignWindows::messengerTitle;
+        },
+        [](const MessengerWindow& /*each*/, xcb_window_t /*main*/) { return true; },
+    };
+    for (const Preference preference : preferences) {
+        for (const MessengerWindow* const each : windows) {
+            if (each->canBeMain() && preference(*each, before)) return each->window;
+        }
+    }
+    return 0;
+}
+
+}  // namespace
+
+MessengerWindow::Kind MessengerWindow::kindOf(std::string_view classNames) {
+    const std::string names = '\0' + lowerCase(classNames) + '\0';
+    if (names.find("\0msnmsblclass\0"sv) != std::string::npos) return Kind::MainClass;
+    if (names.find("\0msnmsgr.exe\0"sv) != std::string::npos) return Kind::OfProcess;
+    return Kind::Other;
+}
+
+bool MessengerWindow::canBeMain() const {
+    if (!isShown) return false;
+    if (kind == Kind::MainClass) return true;
+    return kind == Kind::OfProcess && !isTransient && !isDialog && hasMainTitle(*this);
+}
+
+void MessengerWindows::update(const std::vector<xcb_window_t>& windows, bool areShown) {
     const std::set<xcb_window_t> present(windows.begin(), windows.end());
     std::vector<xcb_window_t> gone;
     for (const auto& [window, entry] : known) {
@@ -20,13 +70,13 @@ void MessengerWindows::take(const std::vector<xcb_window_t>& windows, bool areSh
     allShown = areShown;
     for (const xcb_window_t window : present) {
         if (!known.contains(window)) {
-            askClass(window);
+            queryClass(window);
         } else if (known[window].facts.kind != MessengerWindow::Kind::Other &&
                    (!allShown || !known[window].facts.isShown)) {
-            askFacts(window);
+            queryFacts(window);
         }
     }
-    judge();
+    choose();
 }
 
 void MessengerWindows::forget(xcb_window_t window) {
@@ -36,7 +86,14 @@ void MessengerWindows::forget(xcb_window_t window) {
     known.erase(entry);
 }
 
-void MessengerWindows::hear(const xcb_generic_event_t& event) {
+void MessengerWindows::clear() {
+    known.clear();
+    order.clear();
+    pendingQueries = 0;
+    choose();
+}
+
+void MessengerWindows::onEvent(const xcb_generic_event_t& event) {
     if (x11TypeOf(event) != XCB_PROPERTY_NOTIFY) return;
     const auto& change = x11EventAs<xcb_property_notify_event_t>(event);
     const MessengerWindow* const facts = factsOf(change.window);
@@ -44,88 +101,84 @@ void MessengerWindows::hear(const xcb_generic_event_t& event) {
     const X11Atoms& atoms = client.atoms();
     if (change.atom == XCB_ATOM_WM_CLASS) {
         forget(change.window);
-        askClass(change.window);
+        queryClass(change.window);
     } else if (change.atom == XCB_ATOM_WM_NAME || change.atom == atoms.netWmName ||
                change.atom == XCB_ATOM_WM_TRANSIENT_FOR || change.atom == atoms.netWmWindowType) {
-        askFacts(change.window);
+        queryFacts(change.window);
     }
 }
 
-void MessengerWindows::lose() {
-    known.clear();
-    order.clear();
-    open = 0;
-    judge();
-}
-
-void MessengerWindows::askClass(xcb_window_t window) {
+void MessengerWindows::queryClass(xcb_window_t window) {
     known[window].facts.window = window;
-    ++open;
-    client.askProperty(window, XCB_ATOM_WM_CLASS, [this, window](const auto* reply) {
-        takeClass(window, reply);
-        --open;
-        judge();
+    ++pendingQueries;
+    client.requestProperty(window, XCB_ATOM_WM_CLASS, [this, window](const X11Property& names) {
+        setClass(window, names);
+        --pendingQueries;
+        choose();
     });
 }
 
-void MessengerWindows::takeClass(xcb_window_t window, const xcb_get_property_reply_t* reply) {
+void MessengerWindows::setClass(xcb_window_t window, const X11Property& names) {
     MessengerWindow* const facts = factsOf(window);
     if (facts == nullptr) return;
-    facts->kind = MessengerWindow::kindOf(textIn(reply).value_or(""));
+    facts->kind = MessengerWindow::kindOf(names.text().value_or(""));
     if (facts->kind == MessengerWindow::Kind::Other) return;
     // Before it is asked for its title, so that no change gets lost in between.
     client.select(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
-    askFacts(window);
+    queryFacts(window);
 }
 
-void MessengerWindows::askFacts(xcb_window_t window) {
+void MessengerWindows::queryFacts(xcb_window_t window) {
     Known& entry = known[window];
-    if (std::exchange(entry.isAsking, true)) {
-        entry.isDueAgain = true;
+    if (std::exchange(entry.isBeingQueried, true)) {
+        entry.isQueryDueAgain = true;
         return;
     }
-    ++open;
+    ++pendingQueries;
     const X11Atoms& atoms = client.atoms();
-    note(window, XCB_ATOM_WM_NAME,
-         [](MessengerWindow& facts, const auto* reply) { facts.title = textIn(reply); });
-    note(window, atoms.netWmName, [](MessengerWindow& facts, const auto* reply) {
-        if (const auto title = textIn(reply)) facts.title = *title;
+    queryProperty(window, XCB_ATOM_WM_NAME, [](MessengerWindow& facts, const X11Property& title) {
+        facts.title = title.text();
     });
-    note(window, atoms.cobweaveTitle,
-         [](MessengerWindow& facts, const auto* reply) { facts.written = textIn(reply); });
-    note(window, XCB_ATOM_WM_TRANSIENT_FOR, [](MessengerWindow& facts, const auto* reply) {
-        facts.isTransient = numberIn(reply) != 0;
+    queryProperty(window, atoms.netWmName, [](MessengerWindow& facts, const X11Property& title) {
+        if (const auto text = title.text()) facts.title = *text;
     });
-    note(window, atoms.netWmWindowType,
-         [normal = atoms.netWmWindowTypeNormal](MessengerWindow& facts, const auto* reply) {
-             const auto types = numbersIn(reply);
-             facts.isDialog =
-                 !types.empty() && std::find(types.begin(), types.end(), normal) == types.end();
-         });
-    client.ask<xcb_get_window_attributes_reply_t>(
+    queryProperty(
+        window, atoms.cobweaveTitle,
+        [](MessengerWindow& facts, const X11Property& title) { facts.written = title.text(); });
+    queryProperty(window, XCB_ATOM_WM_TRANSIENT_FOR,
+                  [](MessengerWindow& facts, const X11Property& owner) {
+                      facts.isTransient = owner.number() != 0;
+                  });
+    queryProperty(window, atoms.netWmWindowType,
+                  [normal = atoms.netWmWindowTypeNormal](MessengerWindow& facts,
+                                                         const X11Property& property) {
+                      const auto types = property.numbers();
+                      facts.isDialog = !types.empty() &&
+                                       std::find(types.begin(), types.end(), normal) == types.end();
+                  });
+    client.request<xcb_get_window_attributes_reply_t>(
         xcb_get_window_attributes(client.handle(), window), [this, window](const auto* reply) {
             if (MessengerWindow* const facts = factsOf(window)) {
                 facts->isShown =
-                    allShown ? reply != nullptr
-                             : reply != nullptr && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+                    reply != nullptr && (allShown || reply->map_state == XCB_MAP_STATE_VIEWABLE);
             }
-            finishFacts(window);
+            finishQuery(window);
         });
 }
 
-void MessengerWindows::finishFacts(xcb_window_t window) {
-    --open;
+void MessengerWindows::finishQuery(xcb_window_t window) {
+    --pendingQueries;
     if (const auto entry = known.find(window); entry != known.end()) {
-        entry->second.isAsking = false;
-        if (std::exchange(entry->second.isDueAgain, false)) askFacts(window);
+        entry->second.isBeingQueried = false;
+        if (std::exchange(entry->second.isQueryDueAgain, false)) queryFacts(window);
     }
-    judge();
+    choose();
 }
 
 template <typename Change>
-void MessengerWindows::note(xcb_window_t window, xcb_atom_t property, Change change) {
-    client.askProperty(window, property, [this, window, change](const auto* reply) {
-        if (MessengerWindow* const facts = factsOf(window)) change(*facts, reply);
+void MessengerWindows::queryProperty(xcb_window_t window, xcb_atom_t property, Change change) {
+    client.requestProperty(window, property, [this, window, change](const X11Property& value) {
+        if (MessengerWindow* const facts = factsOf(window)) change(*facts, value);
     });
 }
 
@@ -134,12 +187,12 @@ MessengerWindow* MessengerWindows::factsOf(xcb_window_t window) {
     return entry == known.end() ? nullptr : &entry->second.facts;
 }
 
-void MessengerWindows::judge() {
-    if (open > 0) return;
+void MessengerWindows::choose() {
+    if (pendingQueries > 0) return;
     std::vector<const MessengerWindow*> windows;
     for (const xcb_window_t window : order) {
         if (const MessengerWindow* const facts = factsOf(window)) windows.push_back(facts);
     }
-    const xcb_window_t before = std::exchange(chosen, mainMessengerWindow(windows, chosen));
+    const xcb_window_t before = std::exchange(chosen, mainOf(windows, chosen));
     if (before != chosen) changed();
 }

@@ -1,56 +1,88 @@
 #pragma once
 
 #include "base/Event.h"
-#include "platform/linux/x11/MessengerWindow.h"
 #include "platform/linux/x11/X11Client.h"
 
 #include <map>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include <xcb/xcb.h>
 
-/// Picks Messenger's main window out of all windows. Each window is asked once what it is; those of
-/// Messenger are then watched, all others are not heard any more.
+/// What is known of a window, as far as it tells whether it is Messenger's main window.
+struct MessengerWindow {
+    enum class Kind {
+        Other,
+        /// Of the class that Messenger gives to its main window alone.
+        MainClass,
+        /// Of Messenger's process under Wine, which gives one class to all windows of a program:
+        /// main window, conversations, dialogs.
+        OfProcess,
+    };
+    /// From the bytes of WM_CLASS: two names, each with a zero byte behind it.
+    [[nodiscard]] static Kind kindOf(std::string_view classNames);
+
+    /// Whether nothing speaks against its being the main window.
+    [[nodiscard]] bool canBeMain() const;
+
+    xcb_window_t window = 0;
+    Kind kind = Kind::Other;
+    std::optional<std::string> title = std::nullopt;
+    /// The title that this program wrote last, in this run or an earlier one.
+    std::optional<std::string> written = std::nullopt;
+    bool isTransient = false;
+    bool isDialog = false;
+    bool isShown = false;
+};
+
+/// Finds Messenger's main window among all windows. Each window is asked for its class once; those
+/// of Messenger are watched for changes from then on.
 class MessengerWindows {
 public:
-    /// The main window is another one.
+    /// `main` answers with another window.
     Event<> changed;
 
+    /// `client` has to outlive this object, and to pass its events to `onEvent`.
     explicit MessengerWindows(X11Client& client) : client(client) {}
 
-    /// 0 without one.
+    /// The main window; 0 without one. Of several the one that it was before, as long as that can
+    /// be it.
     [[nodiscard]] xcb_window_t main() const { return chosen; }
 
-    /// The windows that there are. `areShown`: they need not be asked whether they are.
-    void take(const std::vector<xcb_window_t>& windows, bool areShown);
-    /// What is known of a window does not hold any more.
+    /// Takes over the list of all windows, in the order in which they opened. `areShown`: the list
+    /// holds none that is hidden, so none has to be asked whether it is shown.
+    void update(const std::vector<xcb_window_t>& windows, bool areShown);
+    /// Drops what is known of a window, which may be another one when it is listed next.
     void forget(xcb_window_t window);
-    void hear(const xcb_generic_event_t& event);
-    /// There are no windows any more.
-    void lose();
+    /// Drops what is known of all windows, when the server is gone.
+    void clear();
+    void onEvent(const xcb_generic_event_t& event);
 
 private:
     struct Known {
         MessengerWindow facts;
-        bool isAsking = false;
-        bool isDueAgain = false;
+        bool isBeingQueried = false;
+        bool isQueryDueAgain = false;
     };
 
-    void askClass(xcb_window_t window);
-    void takeClass(xcb_window_t window, const xcb_get_property_reply_t* reply);
-    void askFacts(xcb_window_t window);
-    void finishFacts(xcb_window_t window);
+    void queryClass(xcb_window_t window);
+    void setClass(xcb_window_t window, const X11Property& names);
+    void queryFacts(xcb_window_t window);
+    void finishQuery(xcb_window_t window);
+    /// Calls `change` with the facts and the property, where the window is still known by then.
     template <typename Change>
-    void note(xcb_window_t window, xcb_atom_t property, Change change);
+    void queryProperty(xcb_window_t window, xcb_atom_t property, Change change);
     [[nodiscard]] MessengerWindow* factsOf(xcb_window_t window);
-    void judge();
+    void choose();
 
     X11Client& client;
     std::map<xcb_window_t, Known> known;
     std::vector<xcb_window_t> order;
     bool allShown = true;
-    /// Questions without an answer yet. Before the last one nothing is decided, for what is decided
+    /// Nothing is chosen before the last of the pending queries is answered, for what is chosen
     /// stays.
-    int open = 0;
+    int pendingQueries = 0;
     xcb_window_t chosen = 0;
 };

@@ -1,25 +1,120 @@
 #include "platform/OwnWindows.h"
 #include "platform/linux/x11/X11Client.h"
-#include "platform/linux/x11/X11TopMost.h"
-#include "platform/linux/x11/x11OwnWindow.h"
-#include "platform/linux/x11/x11Properties.h"
 
 #include <QGuiApplication>
 #include <QWindow>
 
+#include <algorithm>
+#include <array>
 #include <chrono>
+#include <map>
 
 namespace {
 
-constexpr std::chrono::milliseconds patience{5};
+/// Sends a request over Qt's connection, on which it comes after what Qt did to the window before:
+/// over another one it might even come before the window itself. Its error, when the window is
+/// gone, is passed over.
+void sendByQt(xcb_void_cookie_t request) {
+    xcb_discard_reply(qtX11Connection(), request.sequence);
+    xcb_flush(qtX11Connection());
+}
+
+/// Keeps windows that no window manager cares for above all others: raises them now, and again
+/// whenever something is put on top of them.
+class RaisedWindows {
+public:
+    RaisedWindows();
+    ~RaisedWindows();
+    RaisedWindows(const RaisedWindows&) = delete;
+    RaisedWindows& operator=(const RaisedWindows&) = delete;
+
+    /// `window` is one that Qt has made.
+    void set(xcb_window_t window, bool isTopMost);
+
+private:
+    using Clock = std::chrono::steady_clock;
+    /// When a window was raised the last times, the oldest first.
+    using Raises = std::array<Clock::time_point, 5>;
+
+    void onEvent(const xcb_generic_event_t& event);
+    void raise(xcb_window_t window);
+
+    X11Client client;
+    /// A window of ours that is never shown. Messages to it, sent over Qt's connection, arrive over
+    /// ours; 0 without a server.
+    xcb_window_t mailbox = 0;
+    std::map<xcb_window_t, Raises> windows;
+};
+
+RaisedWindows::RaisedWindows() {
+    if (!client.isConnected()) return;
+    mailbox = xcb_generate_id(client.handle());
+    xcb_create_window(client.handle(), XCB_COPY_FROM_PARENT, mailbox, client.root(), -1, -1, 1, 1,
+                      0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    // The window is there before anything can be sent to it.
+    client.request<xcb_get_input_focus_reply_t>(xcb_get_input_focus(client.handle()),
+                                                [](const auto* /*reply*/) {});
+    client.await();
+    client.event = [this](const xcb_generic_event_t& event) { onEvent(event); };
+}
+
+RaisedWindows::~RaisedWindows() {
+    if (client.isConnected()) xcb_destroy_window(client.handle(), mailbox);
+}
+
+void RaisedWindows::set(xcb_window_t window, bool isTopMost) {
+    if (mailbox == 0) return;
+    const auto message = x11Message(window, client.atoms().cobweaveTopMost, {isTopMost ? 1U : 0U});
+    sendByQt(xcb_send_event_checked(qtX11Connection(), 0, mailbox, XCB_EVENT_MASK_NO_EVENT,
+                                    x11Bytes(message)));
+}
+
+void RaisedWindows::onEvent(const xcb_generic_event_t& event) {
+    if (x11TypeOf(event) == XCB_CLIENT_MESSAGE) {
+        const auto& message = x11EventAs<xcb_client_message_event_t>(event);
+        if (message.type != client.atoms().cobweaveTopMost || !isOwnX11Window(message.window)) {
+            return;
+        }
+        if (message.data.data32[0] == 0) {
+            windows.erase(message.window);
+            client.select(message.window, 0);
+        } else {
+            windows.try_emplace(message.window);
+            client.select(message.window,
+                          XCB_EVENT_MASK_VISIBILITY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+            raise(message.window);
+        }
+    } else if (x11TypeOf(event) == XCB_VISIBILITY_NOTIFY) {
+        const auto& visibility = x11EventAs<xcb_visibility_notify_event_t>(event);
+        if (visibility.state != XCB_VISIBILITY_UNOBSCURED) raise(visibility.window);
+    } else if (x11TypeOf(event) == XCB_DESTROY_NOTIFY) {
+        const auto& end = x11EventAs<xcb_destroy_notify_event_t>(event);
+        if (windows.erase(end.window) != 0) client.select(end.window, 0);
+    }
+}
+
+void RaisedWindows::raise(xcb_window_t window) {
+    const auto entry = windows.find(window);
+    if (entry == windows.end()) return;
+    Raises& raises = entry->second;
+    // Against another program that does the same nobody wins, so it ends at a limit.
+    const auto now = Clock::now();
+    if (raises.front() != Clock::time_point{} && now - raises.front() < std::chrono::seconds(1)) {
+        return;
+    }
+    std::rotate(raises.begin(), raises.begin() + 1, raises.end());
+    raises.back() = now;
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(client.handle(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+}
 
 class X11OwnWindows final : public OwnWindows {
 public:
     void setTopMost(WindowHandle window, bool isTopMost) override {
         QWindow* const found = find(window);
         if (found == nullptr || qtX11Connection() == nullptr) return;
-        if (isBeyondManager(*found)) {
-            topMost.set(static_cast<xcb_window_t>(window), isTopMost);
+        if (isOverrideRedirect(*found)) {
+            raised.set(static_cast<xcb_window_t>(window), isTopMost);
         } else {
             askManager(static_cast<xcb_window_t>(window), found->isVisible(), isTopMost);
         }
@@ -27,39 +122,38 @@ public:
 
     void setAlpha(WindowHandle window, std::uint8_t alpha) override {
         const auto target = static_cast<xcb_window_t>(window);
-        if (!isOwnX11Window(target) || !client.stands()) return;
+        if (!isOwnX11Window(target) || !client.isConnected()) return;
         xcb_connection_t* const connection = qtX11Connection();
         const xcb_atom_t name = client.atoms().netWmWindowOpacity;
         xcb_void_cookie_t change{};
         if (alpha == 0xFF) {
-            // Solid is what every window is that says nothing. Said, it would go before what the
-            // user may have told the compositor for all windows.
+            // A window without the property is solid. With it, it would not follow an opacity that
+            // the user may have set for all windows in the compositor.
             change = xcb_delete_property_checked(connection, target, name);
         } else {
             const std::uint32_t opacity = alpha * 0x01010101U;
             change = xcb_change_property_checked(connection, XCB_PROP_MODE_REPLACE, target, name,
                                                  XCB_ATOM_CARDINAL, 32, 1, &opacity);
         }
-        send(change);
+        sendByQt(change);
     }
 
     std::optional<ScreenRectangle> workArea() override {
-        if (!client.canWrite(patience)) return std::nullopt;
+        if (!client.waitUntilWritable()) return std::nullopt;
         X11Client asking;
         std::uint32_t desktop = 0;
         std::vector<std::uint32_t> areas;
         ScreenRectangle screen;
         const xcb_window_t root = asking.root();
-        asking.askProperty(root, asking.atoms().netCurrentDesktop,
-                           [&](const auto* reply) { desktop = x11Properties::numberIn(reply); });
-        asking.askProperty(root, asking.atoms().netWorkArea,
-                           [&](const auto* reply) { areas = x11Properties::numbersIn(reply); });
-        asking.ask<xcb_get_geometry_reply_t>(xcb_get_geometry(asking.handle(), root),
-                                             [&](const auto* reply) {
-                                                 if (reply != nullptr)
-                                                     screen = {0, 0, reply->width, reply->height};
-                                             });
-        asking.await(patience);
+        asking.requestProperty(root, asking.atoms().netCurrentDesktop,
+                               [&](const X11Property& number) { desktop = number.number(); });
+        asking.requestProperty(root, asking.atoms().netWorkArea,
+                               [&](const X11Property& all) { areas = all.numbers(); });
+        asking.request<xcb_get_geometry_reply_t>(
+            xcb_get_geometry(asking.handle(), root), [&](const auto* reply) {
+                if (reply != nullptr) screen = {0, 0, reply->width, reply->height};
+            });
+        asking.await();
         return areaOf(desktop, areas, screen);
     }
 
@@ -71,14 +165,6 @@ private:
         return nullptr;
     }
 
-    /// Sends a request over Qt's connection, where what Qt does to the window has its turn before
-    /// it: on another one it might come before the window itself. Its error, when the window is
-    /// gone, is nobody's.
-    static void send(xcb_void_cookie_t request) {
-        xcb_discard_reply(qtX11Connection(), request.sequence);
-        xcb_flush(qtX11Connection());
-    }
-
     /// Not by Qt's flag for it: a widget that has it changed before it is shown gets another
     /// window.
     void askManager(xcb_window_t window, bool isShown, bool isTopMost) {
@@ -86,30 +172,25 @@ private:
         const X11Atoms& atoms = client.atoms();
         if (isShown) {
             constexpr std::uint32_t fromProgram = 1;
-            xcb_client_message_event_t message{};
-            message.response_type = XCB_CLIENT_MESSAGE;
-            message.format = 32;
-            message.window = window;
-            message.type = atoms.netWmState;
-            message.data.data32[0] = isTopMost ? 1 : 0;
-            message.data.data32[1] = atoms.netWmStateAbove;
-            message.data.data32[3] = fromProgram;
-            send(xcb_send_event_checked(
+            const auto message =
+                x11Message(window, atoms.netWmState,
+                           {isTopMost ? 1U : 0U, atoms.netWmStateAbove, 0, fromProgram});
+            sendByQt(xcb_send_event_checked(
                 connection, 0, client.root(),
                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                reinterpret_cast<const char*>(&message)));
+                x11Bytes(message)));
         } else if (isTopMost) {
-            send(xcb_change_property_checked(connection, XCB_PROP_MODE_APPEND, window,
-                                             atoms.netWmState, XCB_ATOM_ATOM, 32, 1,
-                                             &atoms.netWmStateAbove));
+            sendByQt(xcb_change_property_checked(connection, XCB_PROP_MODE_APPEND, window,
+                                                 atoms.netWmState, XCB_ATOM_ATOM, 32, 1,
+                                                 &atoms.netWmStateAbove));
         } else {
-            // Qt adds what it wants itself when it shows the window.
-            send(xcb_delete_property_checked(connection, window, atoms.netWmState));
+            // Qt adds the states that it needs when it shows the window.
+            sendByQt(xcb_delete_property_checked(connection, window, atoms.netWmState));
         }
     }
 
-    /// Window managers leave it alone.
-    static bool isBeyondManager(const QWindow& window) {
+    /// Whether window managers leave the window alone.
+    static bool isOverrideRedirect(const QWindow& window) {
         return window.flags().testFlag(Qt::BypassWindowManagerHint) ||
                window.type() == Qt::ToolTip || window.type() == Qt::Popup;
     }
@@ -131,7 +212,7 @@ private:
     }
 
     X11Client client;
-    X11TopMost topMost;
+    RaisedWindows raised;
 };
 
 }  // namespace

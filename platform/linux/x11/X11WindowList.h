@@ -11,32 +11,35 @@
 /// that does, the children of the root window, shown or not.
 class X11WindowList {
 public:
-    /// The list, anew after each change.
-    Event<const std::vector<xcb_window_t>&> told;
-    /// A window is shown that may not be what it was when it was hidden. Only without a window
-    /// manager, and before the list is told anew.
+    /// The whole list in the order in which the windows opened, after `refresh` and after each
+    /// change.
+    Event<const std::vector<xcb_window_t>&> listed;
+    /// A window is shown that may have changed while it was hidden. Raised only without a window
+    /// manager, and before the list that holds the window.
     Event<xcb_window_t> shown;
 
+    /// `client` has to outlive this object, and to pass its events to `onEvent`.
     explicit X11WindowList(X11Client& client) : client(client) {}
 
-    /// A window manager is there that lists the windows. What it lists, it shows.
+    /// A window manager is there that lists the windows; all that it lists are shown.
     [[nodiscard]] bool isManaged() const { return managed; }
 
-    void look();
-    void hear(const xcb_generic_event_t& event);
+    /// Asks for the list. `listed` is raised when the server has answered.
+    void refresh();
+    void onEvent(const xcb_generic_event_t& event);
 
 private:
-    void askForManager();
+    void queryManager();
     void checkManager(xcb_window_t candidate, bool hasList);
-    void takeManager(xcb_window_t window, bool hasList);
-    void askForList();
-    void askForChildren();
+    void setManager(xcb_window_t window, bool hasList);
+    void queryList();
+    void queryChildren();
     void finish(const std::vector<xcb_window_t>& windows);
 
     X11Client& client;
     /// The window by which a window manager shows that it lives.
     xcb_window_t manager = 0;
     bool managed = false;
-    bool isAsking = false;
-    bool isDueAgain = false;
+    bool isBeingQueried = false;
+    bool isQueryDueAgain = false;
 };
