@@ -17,10 +17,9 @@ set(COBWEAVE_PLATFORM_CORE
 set(COBWEAVE_PLATFORM_QT
     platform/linux/Platform.cpp
     platform/linux/TrayHost.cpp
+    platform/linux/bus/BusConnection.cpp
+    platform/linux/bus/MediaPlayer.cpp
     platform/linux/bus/MprisBus.cpp
-    platform/linux/bus/MprisPlayer.cpp
-    platform/linux/bus/MprisPlayers.cpp
-    platform/linux/bus/MprisTitle.cpp
     platform/linux/bus/StatusNotifierSearch.cpp
     platform/linux/bus/sessionBus.cpp
     platform/linux/x11/Display.cpp

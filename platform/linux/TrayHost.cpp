@@ -15,12 +15,12 @@ namespace {
 class LinuxTrayHost final : public TrayHost {
 public:
     void search() override {
-        if (bus != nullptr || isTold) return;
-        listener = std::make_unique<X11Client>();
-        listener->event = [this](const xcb_generic_event_t& event) { hear(event); };
-        if (listener->isConnected()) {
-            listener->select(listener->root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-            listener->flush();
+        if (bus != nullptr || isFound) return;
+        x11 = std::make_unique<X11Client>();
+        x11->event = [this](const xcb_generic_event_t& event) { onEvent(event); };
+        if (x11->isConnected()) {
+            x11->select(x11->root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+            x11->flush();
         }
         bus = std::make_unique<StatusNotifierSearch>();
         bus->changed = [this] { decide(); };
@@ -30,43 +30,42 @@ public:
 private:
     using State = StatusNotifierSearch::State;
 
-    void hear(const xcb_generic_event_t& event) {
+    void onEvent(const xcb_generic_event_t& event) {
         if (x11TypeOf(event) != XCB_CLIENT_MESSAGE) return;
         const auto& message = x11EventAs<xcb_client_message_event_t>(event);
-        if (message.type == listener->atoms().manager && message.format == 32 &&
-            message.data.data32[1] == listener->atoms().netSystemTray) {
+        if (message.type == x11->atoms().manager && message.format == 32 &&
+            message.data.data32[1] == x11->atoms().netSystemTray) {
             decide();
         }
     }
 
     void decide() {
-        if (bus->state() == State::Host) return tell();
-        // Where the bus or the watcher does not answer, Qt would ask it all the same, and wait.
-        if (bus->state() != State::Nobody || !listener->isConnected()) return;
-        const auto cookie =
-            xcb_get_selection_owner(listener->handle(), listener->atoms().netSystemTray);
-        listener->request<xcb_get_selection_owner_reply_t>(cookie, [this](const auto* reply) {
-            if (reply != nullptr && reply->owner != 0 && bus->state() == State::Nobody) tell();
+        if (bus->state() == State::Host) return finish();
+        // Where the bus or the watcher does not answer, Qt would call it all the same, and block.
+        if (bus->state() != State::NoHost || !x11->isConnected()) return;
+        const auto cookie = xcb_get_selection_owner(x11->handle(), x11->atoms().netSystemTray);
+        x11->request<xcb_get_selection_owner_reply_t>(cookie, [this](const auto* reply) {
+            if (reply != nullptr && reply->owner != 0 && bus->state() == State::NoHost) finish();
         });
-        listener->flush();
+        x11->flush();
     }
 
-    void tell() {
-        if (std::exchange(isTold, true)) return;
-        // From the loop, when nothing of what has been found is on its way any more.
+    void finish() {
+        if (std::exchange(isFound, true)) return;
+        // From the loop: what has found the place is not destroyed within its own event.
         QMetaObject::invokeMethod(
             &context,
             [this] {
                 bus.reset();
-                listener.reset();
+                x11.reset();
                 found();
             },
             Qt::QueuedConnection);
     }
 
-    std::unique_ptr<X11Client> listener;
+    std::unique_ptr<X11Client> x11;
     std::unique_ptr<StatusNotifierSearch> bus;
-    bool isTold = false;
+    bool isFound = false;
     QObject context;
 };
 

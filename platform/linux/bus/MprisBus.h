@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/Event.h"
+#include "platform/linux/bus/BusConnection.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QObject>
@@ -10,54 +10,47 @@
 #include <QStringList>
 #include <QVariantMap>
 
-#include <functional>
 #include <map>
 #include <set>
 
-/// The media players on the user's session bus. Tells of them and commands them without ever
-/// waiting for one, and starts none. Web browsers are no players, nor are those who hand on other
-/// players
-/// ("playerctld", "kdeconnect").
+/// The media players on the user's session bus. Reports their properties and sends them commands
+/// without ever waiting for one, and starts none. Web browsers do not count as players, nor do
+/// programs that only pass on other players ("playerctld", "kdeconnect").
 ///
-/// Without a session bus it is a quiet object that tells of nobody, and so it becomes when the bus
-/// goes away. Needs a `QCoreApplication`, on whose events it tells.
+/// Without a session bus nothing is reported; when the bus goes away, all players leave. Needs a
+/// `QCoreApplication`, from whose loop the events are raised.
 class MprisBus final : public QObject {
     Q_OBJECT
 
 public:
     /// The properties of a player, all of them at first, later those that have changed. `owner` is
     /// its connection's name on the bus.
-    Event<const QString&, const QVariantMap&> told;
+    Event<const QString&, const QVariantMap&> updated;
+    /// The player is not on the bus any more.
     Event<const QString&> left;
 
     MprisBus();
-    ~MprisBus() override;
-    MprisBus(const MprisBus&) = delete;
-    MprisBus& operator=(const MprisBus&) = delete;
 
-    /// Sends a player one of its methods that take nothing, as in "Play".
+    /// Calls a method of a player that takes no arguments, such as "Play".
     void command(const QString& owner, const QString& method);
 
 private Q_SLOTS:
     void changeProperties(const QString& interface, const QVariantMap& changed,
                           const QStringList& invalidated, const QDBusMessage& message);
-    void loseBus();
+    void onBusLost();
 
 private:
-    using Answered = std::function<void(const QDBusMessage& answer)>;
-
-    void ask(QDBusMessage question, Answered answered);
-    void askForNames();
+    void queryNames();
     void changeOwner(const QString& name, const QString& owner);
-    void askForProperties(const QString& owner);
-    void takeProperties(const QString& owner, const QDBusMessage& answer);
-    void follow(const QString& owner, bool wanted);
-    [[nodiscard]] bool isFollowed(const QString& owner) const;
+    void queryProperties(const QString& owner);
+    void setProperties(const QString& owner, const QDBusMessage& answer);
+    void subscribe(const QString& owner, bool isSubscribed);
+    [[nodiscard]] bool isOwner(const QString& owner) const;
 
-    QDBusConnection connection;
+    BusConnection bus;
     QDBusServiceWatcher watcher;
-    /// The players' names, and who owns each. One player may have several.
+    /// The connection that owns each name of a player. One player may have several names.
     std::map<QString, QString> owners;
-    /// Who has been asked and has not answered yet.
-    std::set<QString> asked;
+    /// The owners whose properties are being queried.
+    std::set<QString> beingQueried;
 };

@@ -1,9 +1,6 @@
 #include "platform/linux/bus/StatusNotifierSearch.h"
 
-#include "platform/linux/bus/sessionBus.h"
-
 #include <QDBusError>
-#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 
 #include <utility>
@@ -14,8 +11,6 @@ namespace {
 
 constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
 constexpr const char* watcherPath = "/StatusNotifierWatcher";
-constexpr const char* busName = "org.freedesktop.DBus";
-constexpr const char* busPath = "/org/freedesktop/DBus";
 
 constexpr int mostTries = 5;
 
@@ -28,39 +23,32 @@ bool isUnanswered(const QDBusMessage& answer) {
 StatusNotifierSearch::StatusNotifierSearch(std::chrono::milliseconds interval)
     : interval(interval) {
     nextTry.setSingleShot(true);
-    nextTry.callOnTimeout(this, [this] { askForHost(); });
-}
-
-StatusNotifierSearch::~StatusNotifierSearch() {
-    if (connection != nullptr) QDBusConnection::disconnectFromBus(connection->name());
+    nextTry.callOnTimeout(this, [this] { queryHost(); });
 }
 
 void StatusNotifierSearch::search() {
-    const QString address = sessionBus::address();
-    if (address.isEmpty()) return become(State::Nobody);
-    static int count = 0;
-    const QString name = "Cobweave tray " + QString::number(++count);
-    connection = std::make_unique<QDBusConnection>(QDBusConnection::connectToBus(address, name));
-    if (!connection->isConnected()) return become(State::Nobody);
-    // Before anything is asked for, so that no change gets lost in between. The host's signal from
-    // whoever sends it: for one sender the library would ask the bus who that is, and wait.
-    connection->connect(busName, busPath, busName, "NameOwnerChanged", {watcherName}, "sss", this,
-                        SLOT(changeWatcher(QString, QString, QString)));
-    connection->connect({}, watcherPath, watcherName, "StatusNotifierHostRegistered", this,
-                        SLOT(askForHost()));
-    askForWatcher();
+    bus = std::make_unique<BusConnection>();
+    if (!bus->isConnected()) return setState(State::NoHost);
+    // Before the first query, so that no change gets lost in between. The host's signal from any
+    // sender: for a certain one the library would ask the bus for its name, and block.
+    bus->handle().connect(BusConnection::busName, BusConnection::busPath, BusConnection::busName,
+                          "NameOwnerChanged", {watcherName}, "sss", this,
+                          SLOT(changeWatcher(QString, QString, QString)));
+    bus->handle().connect({}, watcherPath, watcherName, "StatusNotifierHostRegistered", this,
+                          SLOT(queryHost()));
+    queryWatcher();
 }
 
-void StatusNotifierSearch::askForWatcher() {
-    auto message = QDBusMessage::createMethodCall(busName, busPath, busName, "NameHasOwner");
+void StatusNotifierSearch::queryWatcher() {
+    auto message = BusConnection::callOfBus("NameHasOwner");
     message << watcherName;
-    ask(message, [this](const QDBusMessage& answer) {
+    call(message, [this](const QDBusMessage& answer) {
         if (isUnanswered(answer)) {
-            become(State::Mute);
+            setState(State::Unresponsive);
         } else if (answer.arguments().value(0).toBool()) {
-            askForHost();
+            queryHost();
         } else {
-            become(State::Nobody);
+            setState(State::NoHost);
         }
     });
 }
@@ -70,46 +58,44 @@ void StatusNotifierSearch::changeWatcher(const QString& /*name*/, const QString&
     tries = 0;
     nextTry.stop();
     if (owner.isEmpty()) {
-        ++question;
-        become(State::Nobody);
+        ++lastCall;
+        setState(State::NoHost);
     } else {
-        askForHost();
+        queryHost();
     }
 }
 
-void StatusNotifierSearch::askForHost() {
+void StatusNotifierSearch::queryHost() {
     auto message = QDBusMessage::createMethodCall(watcherName, watcherPath,
                                                   "org.freedesktop.DBus.Properties", "Get");
     message << watcherName << "IsStatusNotifierHostRegistered";
-    ask(message, [this](const QDBusMessage& answer) { takeHost(answer); });
+    call(message, [this](const QDBusMessage& answer) { onHostAnswer(answer); });
 }
 
-void StatusNotifierSearch::takeHost(const QDBusMessage& answer) {
-    const bool isMute = isUnanswered(answer);
+void StatusNotifierSearch::onHostAnswer(const QDBusMessage& answer) {
+    const bool isLate = isUnanswered(answer);
     const auto value = answer.arguments().value(0).value<QDBusVariant>();
     if (answer.type() == QDBusMessage::ReplyMessage && value.variant().toBool()) {
         nextTry.stop();
-        return become(State::Host);
+        return setState(State::Host);
     }
     if (tries < mostTries && ++tries < mostTries) {
-        // Where no answer came, the pause is over already.
-        nextTry.start(isMute ? 0ms : interval);
+        // Where no answer came, the interval is over already.
+        nextTry.start(isLate ? 0ms : interval);
     } else {
-        become(isMute ? State::Mute : State::Nobody);
+        setState(isLate ? State::Unresponsive : State::NoHost);
     }
 }
 
-void StatusNotifierSearch::ask(QDBusMessage message, Answered answered) {
-    message.setAutoStartService(false);
-    const auto limit = static_cast<int>(interval.count());
-    auto* const pending = new QDBusPendingCallWatcher(connection->asyncCall(message, limit), this);
-    QObject::connect(pending, &QDBusPendingCallWatcher::finished, this,
-                     [this, pending, mine = ++question, answered = std::move(answered)] {
-                         pending->deleteLater();
-                         if (mine == question) answered(pending->reply());
-                     });
+void StatusNotifierSearch::call(const QDBusMessage& message, BusConnection::Answered answered) {
+    bus->call(
+        message,
+        [this, number = ++lastCall, answered = std::move(answered)](const QDBusMessage& answer) {
+            if (number == lastCall) answered(answer);
+        },
+        static_cast<int>(interval.count()));
 }
 
-void StatusNotifierSearch::become(State state) {
+void StatusNotifierSearch::setState(State state) {
     if (std::exchange(now, state) != state) changed();
 }

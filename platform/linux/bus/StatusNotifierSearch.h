@@ -1,63 +1,63 @@
 #pragma once
 
 #include "base/Event.h"
+#include "platform/linux/bus/BusConnection.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QObject>
 #include <QString>
 #include <QTimer>
 
 #include <chrono>
-#include <functional>
 #include <memory>
 
 /// Finds out, over the session bus, whether a panel shows the icons that programs announce there.
 /// It takes two: a watcher, who keeps the list of icons, and a host, who shows them.
 ///
-/// Never waits, for the bus or for a watcher. Needs a `QCoreApplication`, on whose events it tells.
+/// Never waits for the bus or for a watcher. Needs a `QCoreApplication`, from whose loop the event
+/// is raised.
 class StatusNotifierSearch final : public QObject {
     Q_OBJECT
 
 public:
     enum class State {
-        Open,
-        /// Nobody shows icons, or there is no bus. May change whenever somebody comes.
-        Nobody,
-        /// The bus or the watcher does not answer. Whoever asks them and waits for it may wait for
-        /// long.
-        Mute,
+        /// Nothing is known yet.
+        Searching,
+        /// Nobody shows icons, or there is no bus. May change whenever a program starts.
+        NoHost,
+        /// The bus or the watcher does not answer. A call that blocks on them may take long.
+        Unresponsive,
+        /// Icons are shown.
         Host,
     };
+    /// `state` answers with another one.
     Event<> changed;
 
-    /// `interval`: for one answer, and from one try to the next. At the start of a session, a
-    /// watcher is there some seconds before its host.
+    /// `interval` is the limit for one answer, and the time from one try to the next. At the start
+    /// of a session, a watcher is there some seconds before its host.
     explicit StatusNotifierSearch(std::chrono::milliseconds interval = std::chrono::seconds(5));
-    ~StatusNotifierSearch() override;
-    StatusNotifierSearch(const StatusNotifierSearch&) = delete;
-    StatusNotifierSearch& operator=(const StatusNotifierSearch&) = delete;
 
+    /// Begins to search; to be called once. Five tries are made for a host, and a host that comes
+    /// later is noticed when it announces itself.
     void search();
     [[nodiscard]] State state() const { return now; }
 
 private Q_SLOTS:
     void changeWatcher(const QString& name, const QString& before, const QString& owner);
-    void askForHost();
+    void queryHost();
 
 private:
-    using Answered = std::function<void(const QDBusMessage& answer)>;
-
-    void askForWatcher();
-    void takeHost(const QDBusMessage& answer);
-    void ask(QDBusMessage message, Answered answered);
-    void become(State state);
+    void queryWatcher();
+    void onHostAnswer(const QDBusMessage& answer);
+    /// Drops the answers to calls before this one.
+    void call(const QDBusMessage& message, BusConnection::Answered answered);
+    void setState(State state);
 
     const std::chrono::milliseconds interval;
-    State now = State::Open;
-    std::unique_ptr<QDBusConnection> connection;
+    State now = State::Searching;
+    /// Null before the search.
+    std::unique_ptr<BusConnection> bus;
     QTimer nextTry;
     int tries = 0;
-    /// Answers to questions before the last one are not heard.
-    int question = 0;
+    int lastCall = 0;
 };

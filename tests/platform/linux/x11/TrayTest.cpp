@@ -140,7 +140,7 @@ protected:
 
 TEST_F(IconSearch, FindsNobodyWithoutAWatcherAndIsToldWhenOneComes) {
     search.search();
-    EXPECT_TRUE(becomes(State::Nobody));
+    EXPECT_TRUE(becomes(State::NoHost));
     ScriptedWatcher watching;
     watching.hasHost = true;
     EXPECT_TRUE(becomes(State::Host));
@@ -149,7 +149,7 @@ TEST_F(IconSearch, FindsNobodyWithoutAWatcherAndIsToldWhenOneComes) {
 TEST_F(IconSearch, TriesFiveTimesForAHostAndIsToldWhenItComesLater) {
     ScriptedWatcher watching;
     search.search();
-    EXPECT_TRUE(becomes(State::Nobody));
+    EXPECT_TRUE(becomes(State::NoHost));
     EXPECT_EQ(watching.asked, 5);
     watching.takeHost();
     EXPECT_TRUE(becomes(State::Host));
@@ -168,7 +168,7 @@ TEST_F(IconSearch, TakesAWatcherThatDoesNotAnswerForMute) {
     ScriptedWatcher watching;
     watching.answers = false;
     search.search();
-    EXPECT_TRUE(becomes(State::Mute));
+    EXPECT_TRUE(becomes(State::Unresponsive));
     watching.answers = true;
     watching.takeHost();
     EXPECT_TRUE(becomes(State::Host));
@@ -188,11 +188,11 @@ TEST_F(IconSearch, BeginsAnewWithEachWatcher) {
 
 TEST_F(IconSearch, TakesABusThatStandsStillForMuteAndGoesOnWithTheNextWatcher) {
     search.search();
-    EXPECT_TRUE(becomes(State::Nobody));
+    EXPECT_TRUE(becomes(State::NoHost));
     auto watching = std::make_unique<ScriptedWatcher>();
     EXPECT_TRUE(comesTrue([&] { return watching->asked == 1; }));
     kill(bus.process(), SIGSTOP);
-    EXPECT_TRUE(becomes(State::Mute));
+    EXPECT_TRUE(becomes(State::Unresponsive));
     kill(bus.process(), SIGCONT);
     watching->takeHost();
     EXPECT_TRUE(becomes(State::Host));
@@ -203,7 +203,7 @@ TEST_F(IconSearch, FindsNobodyWithoutABus) {
         const Variable none("DBUS_SESSION_BUS_ADDRESS", where);
         StatusNotifierSearch searching;
         searching.search();
-        EXPECT_EQ(searching.state(), State::Nobody) << where;
+        EXPECT_EQ(searching.state(), State::NoHost) << where;
     }
 }
 

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+/// A connection of its own to the user's session bus. Signals that were subscribed on it, and calls
+/// that have no answer yet, end with it. Needs a `QCoreApplication`.
+class BusConnection {
+public:
+    /// The name of the bus itself, and of its interface.
+    static constexpr const char* busName = "org.freedesktop.DBus";
+    static constexpr const char* busPath = "/org/freedesktop/DBus";
+
+    using Answered = std::function<void(const QDBusMessage& answer)>;
+
+    /// Connects; without a bus it is not connected, and what is sent on it has no effect.
+    BusConnection();
+    ~BusConnection();
+    BusConnection(const BusConnection&) = delete;
+    BusConnection& operator=(const BusConnection&) = delete;
+
+    [[nodiscard]] bool isConnected() const { return connection.isConnected(); }
+    /// To subscribe signals on and to send messages over.
+    [[nodiscard]] QDBusConnection& handle() { return connection; }
+
+    /// A call of one of the bus's own methods.
+    [[nodiscard]] static QDBusMessage callOfBus(const QString& method);
+    /// Sends a call and hands over its answer, a reply or an error, from the event loop. It starts
+    /// no service. After `limit` milliseconds the answer is the error `NoReply`; -1 stands for the
+    /// 25 s of the library.
+    void call(QDBusMessage message, Answered answered, int limit = -1);
+
+private:
+    QDBusConnection connection;
+    /// Owns the pending calls.
+    QObject pendingCalls;
+};
