@@ -13,13 +13,6 @@ std::string search(const std::string& title) {
 
 }  // namespace
 
-Display::Display() : windowManager({"env", "DISPLAY=" + displayName, "openbox", "--sm-disable"}) {
-    // A window that is shown while the window manager starts may get lost.
-    if (!becomesTrue([&] { return runs("xprop -root _NET_SUPPORTING_WM_CHECK | grep -q id"); })) {
-        throw std::runtime_error("the window manager does not start");
-    }
-}
-
 void Display::waitForWindow(const std::string& title) const {
     if (!becomesTrue([&] { return runs(search(title)); })) {
         throw std::runtime_error("no window " + title);

@@ -1,16 +1,12 @@
 #pragma once
 
-#include "tests/support/Child.h"
 #include "tests/support/XServer.h"
 
 #include <string>
 
-/// An X server without a screen to look at, with a window manager. Needs Xvfb, openbox, xprop and
-/// xdotool.
+/// An X server with a window manager. Needs xdotool too.
 class Display {
 public:
-    Display();
-
     /// As DISPLAY has it.
     [[nodiscard]] const std::string& name() const { return displayName; }
 
@@ -24,5 +20,5 @@ public:
 private:
     XServer server;
     std::string displayName = server.name();
-    Child windowManager;
+    WindowManager windowManager{displayName};
 };

@@ -19,9 +19,9 @@ Owned<Reply> own(Reply* reply) {
 
 }  // namespace
 
-StandIn::StandIn() {
+StandIn::StandIn(const std::string& display) {
     int screen = 0;
-    connection = xcb_connect(nullptr, &screen);
+    connection = xcb_connect(display.empty() ? nullptr : display.c_str(), &screen);
     if (xcb_connection_has_error(connection) != 0) throw std::runtime_error("no X server");
     auto roots = xcb_setup_roots_iterator(xcb_get_setup(connection));
     for (; screen > 0; --screen)
@@ -33,7 +33,7 @@ StandIn::~StandIn() { xcb_disconnect(connection); }
 
 xcb_window_t StandIn::open(const Look& look) {
     const xcb_window_t window = xcb_generate_id(connection);
-    const std::array<std::uint32_t, 2> values{look.isBeyondManager ? 1U : 0U,
+    const std::array<std::uint32_t, 2> values{look.isOverrideRedirect ? 1U : 0U,
                                               XCB_EVENT_MASK_STRUCTURE_NOTIFY};
     xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screenRoot, 10, 10, 200, 100, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
@@ -138,6 +138,11 @@ xcb_atom_t StandIn::atom(const std::string& name) {
     const auto cookie =
         xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
     return own(xcb_intern_atom_reply(connection, cookie, nullptr))->atom;
+}
+
+bool StandIn::isListed(xcb_window_t window) {
+    const std::vector<std::uint32_t> list = numbers(screenRoot, "_NET_CLIENT_LIST");
+    return std::find(list.begin(), list.end(), window) != list.end();
 }
 
 std::optional<std::string> StandIn::bytes(xcb_window_t window, const std::string& name) {

@@ -8,8 +8,8 @@
 
 #include <xcb/xcb.h>
 
-/// Another program on the X server of the environment, with windows as a test wants them. Its calls
-/// return when the server has done what they ask for.
+/// Another program on an X server, with windows as a test needs them. Its calls return when the
+/// server has done what they ask for.
 class StandIn {
 public:
     /// What a window has when it is shown for the first time.
@@ -20,11 +20,18 @@ public:
         std::optional<std::string> title = std::nullopt;
         std::string type = {};
         xcb_window_t transientFor = 0;
-        bool isBeyondManager = false;
+        /// Window managers leave it alone.
+        bool isOverrideRedirect = false;
         bool isClosable = false;
+
+        /// A window of Messenger under Wine.
+        [[nodiscard]] static Look ofMessenger(const std::string& title) {
+            return {"msnmsgr.exe", "msnmsgr.exe", title};
+        }
     };
 
-    StandIn();
+    /// On the display of the environment, or on one that is named as DISPLAY has it.
+    explicit StandIn(const std::string& display = "");
     ~StandIn();
     StandIn(const StandIn&) = delete;
     StandIn& operator=(const StandIn&) = delete;
@@ -48,6 +55,8 @@ public:
 
     [[nodiscard]] xcb_window_t root() const { return screenRoot; }
     [[nodiscard]] xcb_atom_t atom(const std::string& name);
+    /// Whether a window manager has the window in its list.
+    [[nodiscard]] bool isListed(xcb_window_t window);
     /// A property's bytes; nothing where there is none.
     [[nodiscard]] std::optional<std::string> bytes(xcb_window_t window, const std::string& name);
     [[nodiscard]] std::string typeOf(xcb_window_t window, const std::string& name);
@@ -63,9 +72,9 @@ public:
     /// A message of this type has come to one of its windows; its first number.
     [[nodiscard]] std::optional<std::uint32_t> message(const std::string& type);
 
-    void sync();
-
 private:
+    /// Waits until the server has done all that was requested before.
+    void sync();
     [[nodiscard]] std::vector<xcb_window_t> childrenOf(xcb_window_t window);
     void setText(xcb_window_t window, xcb_atom_t name, xcb_atom_t type, std::string_view text);
 

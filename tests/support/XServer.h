@@ -9,14 +9,24 @@ class XServer {
 public:
     explicit XServer(int screens = 1);
 
-    /// As DISPLAY has it, for its first screen or another one.
+    /// As DISPLAY has it, for the first screen or another one.
     [[nodiscard]] std::string name(int screen = 0) const {
         return displayName + '.' + std::to_string(screen);
     }
     [[nodiscard]] pid_t process() const { return server.number(); }
+    /// Ends the server.
     void end() { server = Child(); }
 
 private:
     Child server;
     std::string displayName;
+};
+
+/// A window manager on a display, from when it manages windows reliably. Needs openbox.
+class WindowManager {
+public:
+    explicit WindowManager(const std::string& display);
+
+private:
+    Child manager;
 };

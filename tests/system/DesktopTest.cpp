@@ -11,7 +11,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -45,16 +44,10 @@ protected:
 
     /// Opens a window of Messenger's process, and waits until the window manager has taken it.
     [[nodiscard]] xcb_window_t open(const std::string& title) {
-        const xcb_window_t window = other.open({"msnmsgr.exe", "msnmsgr.exe", title});
-        const auto isListed = [&] {
-            const auto list = other.numbers(other.root(), "_NET_CLIENT_LIST");
-            if (std::ranges::find(list, window) != list.end()) return true;
-            // It loses windows that are shown while it starts.
-            other.hide(window);
-            other.show(window);
-            return false;
-        };
-        if (!becomesTrue(isListed)) throw std::runtime_error("a window is not taken");
+        const xcb_window_t window = other.open(StandIn::Look::ofMessenger(title));
+        if (!becomesTrue([&] { return other.isListed(window); })) {
+            throw std::runtime_error("the window manager does not take a window");
+        }
         return window;
     }
     [[nodiscard]] xcb_window_t openMessenger() { return open("MSN Messenger"); }

@@ -1,4 +1,4 @@
-#include "tests/platform/linux/bus/Desk.h"
+#include "tests/platform/linux/bus/PlayerBus.h"
 
 #include <filesystem>
 #include <fstream>
@@ -29,7 +29,7 @@ std::string silence(const std::string& artist, const std::string& title) {
 }
 
 /// A real player, without windows, in a home of its own and with nothing to be heard.
-class Audacious : public Desk {
+class Audacious : public PlayerBus {
 protected:
     Audacious() {
         std::ofstream(home.path() / "one.wav") << silence("Ann", "First");

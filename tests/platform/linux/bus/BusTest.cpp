@@ -1,4 +1,4 @@
-#include "tests/platform/linux/bus/Desk.h"
+#include "tests/platform/linux/bus/PlayerBus.h"
 
 #include <QDBusMessage>
 
@@ -44,7 +44,7 @@ const Without cases[] = {
 INSTANTIATE_TEST_SUITE_P(Table, NoBus, testing::ValuesIn(cases),
                          [](const auto& info) { return info.param.name; });
 
-using Bus = Desk;
+using Bus = PlayerBus;
 
 TEST_F(Bus, IsFoundInTheUsersFolderWithoutAnAddress) {
     const ScriptedPlayer one("one", withSong("Playing", "", "First"));

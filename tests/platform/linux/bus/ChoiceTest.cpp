@@ -1,8 +1,8 @@
-#include "tests/platform/linux/bus/Desk.h"
+#include "tests/platform/linux/bus/PlayerBus.h"
 
 namespace {
 
-class Choice : public Desk {};
+class Choice : public PlayerBus {};
 
 TEST_F(Choice, IsAPlayerThatWasThereBefore) {
     const ScriptedPlayer one("one", withSong("Playing", "Ann", "First"));
@@ -144,7 +144,7 @@ TEST_F(Choice, FollowsANameThatGoesToAnotherPlayer) {
     EXPECT_TRUE(shows("1. Renamed - Winamp"));
 }
 
-class PassedOver : public Desk, public testing::WithParamInterface<const char*> {};
+class PassedOver : public PlayerBus, public testing::WithParamInterface<const char*> {};
 
 TEST_P(PassedOver, IsNoPlayerBeforeOrAfterTheStart) {
     ScriptedPlayer browser(GetParam(), withSong("Playing", "", "Film"));

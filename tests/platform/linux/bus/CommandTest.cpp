@@ -1,4 +1,4 @@
-#include "tests/platform/linux/bus/Desk.h"
+#include "tests/platform/linux/bus/PlayerBus.h"
 
 #include <vector>
 
@@ -6,7 +6,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-class Commands : public Desk {
+class Commands : public PlayerBus {
 protected:
     void show(const QString& status) {
         one.change(withSong(status, "", status));

@@ -4,11 +4,15 @@
 #include <QDBusMessage>
 #include <QEventLoop>
 
+#include <csignal>
+#include <iostream>
+
 namespace {
 
 constexpr const char* path = "/org/mpris/MediaPlayer2";
 constexpr const char* playerInterface = "org.mpris.MediaPlayer2.Player";
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
+constexpr const char* namePrefix = "org.mpris.MediaPlayer2.";
 constexpr const char* busName = "org.freedesktop.DBus";
 
 QDBusConnection connected() {
@@ -19,6 +23,31 @@ QDBusConnection connected() {
 
 void waitForBus(const QDBusConnection& connection) {
     (void)connection.call(QDBusMessage::createMethodCall(busName, "/", busName, "GetId"));
+}
+
+void writeReady() { std::cout << "ready" << std::endl; }
+
+[[noreturn]] void freeze() {
+    // All of its threads stop.
+    while (true)
+        (void)std::raise(SIGSTOP);
+}
+
+[[noreturn]] void flood() {
+    auto connection =
+        QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), "flood");
+    connection.registerService(QString(namePrefix) + "flood");
+    writeReady();
+    const QStringList artists(20, "Ann");
+    for (int count = 0;; ++count) {
+        auto signal = QDBusMessage::createSignal(path, propertiesInterface, "PropertiesChanged");
+        const QVariantMap metadata{{"xesam:title", QString::number(count)},
+                                   {"xesam:artist", artists}};
+        signal << playerInterface
+               << QVariantMap{{"PlaybackStatus", "Playing"}, {"Metadata", metadata}}
+               << QStringList();
+        connection.send(signal);
+    }
 }
 
 }  // namespace
@@ -53,7 +82,7 @@ ScriptedPlayer::~ScriptedPlayer() { QDBusConnection::disconnectFromBus(connectio
 
 void ScriptedPlayer::change(const QVariantMap& changes) {
     object->properties.insert(changes);
-    say({playerInterface, changes, QStringList()});
+    emitChange({playerInterface, changes, QStringList()});
 }
 
 void ScriptedPlayer::changeTitle(const QString& title) {
@@ -62,10 +91,10 @@ void ScriptedPlayer::changeTitle(const QString& title) {
 
 void ScriptedPlayer::changeSilently(const QVariantMap& changes) {
     object->properties.insert(changes);
-    say({playerInterface, QVariantMap(), QStringList(changes.keys())});
+    emitChange({playerInterface, QVariantMap(), QStringList(changes.keys())});
 }
 
-void ScriptedPlayer::say(const QVariantList& arguments) {
+void ScriptedPlayer::emitChange(const QVariantList& arguments) {
     auto signal = QDBusMessage::createSignal(path, propertiesInterface, "PropertiesChanged");
     signal.setArguments(arguments);
     connection.send(signal);
@@ -79,11 +108,11 @@ void ScriptedPlayer::waitUntilAsked() const {
 }
 
 void ScriptedPlayer::takeName(const QString& name) {
-    connection.registerService("org.mpris.MediaPlayer2." + name);
+    connection.registerService(namePrefix + name);
 }
 
 void ScriptedPlayer::leaveName(const QString& name) {
-    connection.unregisterService("org.mpris.MediaPlayer2." + name);
+    connection.unregisterService(namePrefix + name);
 }
 
 const std::vector<std::string>& ScriptedPlayer::commands() const { return object->commands; }
@@ -92,4 +121,17 @@ QVariantMap withSong(const QString& status, const QString& artist, const QString
     QVariantMap metadata{{"xesam:title", title}};
     if (!artist.isEmpty()) metadata["xesam:artist"] = QStringList{artist};
     return {{"PlaybackStatus", status}, {"Metadata", metadata}};
+}
+
+bool misbehaving::run(std::string_view argument) {
+    if (argument == flooding) flood();
+    if (argument != silent && argument != frozen) return false;
+    const ScriptedPlayer player(argument == silent ? "silent" : "frozen",
+                                withSong("Playing", "", "Frozen"));
+    writeReady();
+    if (argument == frozen) {
+        player.waitUntilAsked();
+        writeReady();
+    }
+    freeze();
 }

@@ -1,4 +1,4 @@
-#include "tests/platform/linux/bus/Desk.h"
+#include "tests/platform/linux/bus/PlayerBus.h"
 
 #include <ostream>
 #include <vector>
@@ -14,7 +14,7 @@ struct Told {
 
 void PrintTo(const Told& told, std::ostream* stream) { *stream << told.name; }
 
-class WindowTitle : public Desk, public testing::WithParamInterface<Told> {};
+class WindowTitle : public PlayerBus, public testing::WithParamInterface<Told> {};
 
 TEST_P(WindowTitle, IsMadeOfWhatThePlayerTells) {
     // Another song first, so that an empty title is seen to come.
@@ -63,7 +63,7 @@ const Told cases[] = {
 INSTANTIATE_TEST_SUITE_P(Table, WindowTitle, testing::ValuesIn(cases),
                          [](const auto& info) { return info.param.name; });
 
-class LongTitle : public Desk {
+class LongTitle : public PlayerBus {
 protected:
     /// The song part of a title of all the bytes that there may be, paused.
     static constexpr std::size_t room = 2048 - 3 - 9 - 9;
@@ -108,7 +108,7 @@ TEST_F(LongTitle, IsCutWithinTenThousandArtists) {
     EXPECT_TRUE(shows("1. " + expected.substr(0, room) + " - Winamp"));
 }
 
-using Changes = Desk;
+using Changes = PlayerBus;
 
 TEST_F(Changes, AreToldEachWithWhatItHasBecome) {
     start();

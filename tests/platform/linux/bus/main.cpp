@@ -1,4 +1,4 @@
-#include "tests/platform/linux/bus/roughPlayers.h"
+#include "tests/platform/linux/bus/ScriptedPlayer.h"
 
 #include <QCoreApplication>
 
@@ -6,7 +6,7 @@
 
 int main(int argc, char* argv[]) {
     const QCoreApplication application(argc, argv);
-    if (argc == 2 && roughPlayers::run(argv[1])) return 0;
+    if (argc == 2 && misbehaving::run(argv[1])) return 0;
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/ForeignWindows.h"
-#include "tests/support/Child.h"
+#include "tests/support/XServer.h"
 #include "tests/support/StandIn.h"
 #include "tests/support/comesTrue.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cstdlib>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -16,7 +16,7 @@
 namespace looks {
 
 inline StandIn::Look ofProcess(const std::string& title) {
-    return {"msnmsgr.exe", "msnmsgr.exe", title};
+    return StandIn::Look::ofMessenger(title);
 }
 inline StandIn::Look mainClass(const std::string& title) {
     return {"msnmsblclass", "Msnmsblclass", title};
@@ -24,36 +24,6 @@ inline StandIn::Look mainClass(const std::string& title) {
 inline StandIn::Look other(const std::string& title) { return {"xterm", "XTerm", title}; }
 
 }  // namespace looks
-
-/// A window manager that goes with its owner.
-class WindowManager {
-public:
-    explicit WindowManager(StandIn& screen)
-        : manager({"openbox", "--sm-disable", "--startup", "echo started"}) {
-        while (manager.readLine() != "started") {
-        }
-        // It loses windows that are shown before its loop runs, of which it gives no sign.
-        const xcb_window_t first = screen.open({"first", "first", "first"});
-        const auto isListed = [&] {
-            const auto list = screen.numbers(screen.root(), "_NET_CLIENT_LIST");
-            return std::find(list.begin(), list.end(), first) != list.end();
-        };
-        const bool manages = becomesTrue([&] {
-            if (isListed()) return true;
-            screen.hide(first);
-            screen.show(first);
-            return false;
-        });
-        if (!manages) throw std::runtime_error("the window manager does not start");
-        screen.close(first);
-        if (!becomesTrue([&] { return !isListed(); })) {
-            throw std::runtime_error("the window manager does not notice that windows close");
-        }
-    }
-
-private:
-    Child manager;
-};
 
 /// A screen with other programs on it.
 class Desktop : public testing::Test {
@@ -63,17 +33,17 @@ protected:
         windows = makeForeignWindows();
         windows->changed = [this] { ++changes; };
     }
-    /// What is found becomes this window, and those who sleep are told of a change.
+    /// The window that is found becomes this one.
     [[nodiscard]] testing::AssertionResult finds(WindowHandle window) const {
         if (comesTrue([&] { return windows->MessengerWindowHandle() == window; })) {
             return testing::AssertionSuccess();
         }
         return testing::AssertionFailure() << "found is " << windows->MessengerWindowHandle();
     }
-    /// It is what is found when all that has happened up to now has been heard.
+    /// This window is the one that is found when all events up to now have been served.
     [[nodiscard]] testing::AssertionResult stays(WindowHandle window) const {
-        // Each answer comes after all that the server has told before, and may lead to further
-        // questions, of which there are a handful at most.
+        // Each answer comes after all events before it, and may lead to further requests, of which
+        // there are a handful at most.
         for (int turn = 0; turn < 10; ++turn) {
             (void)windows->foreground();
             QCoreApplication::processEvents();
@@ -84,7 +54,7 @@ protected:
     /// Opens a window, and waits until the window manager, if there is one, has taken it.
     [[nodiscard]] xcb_window_t open(const StandIn::Look& look) {
         const xcb_window_t window = other.open(look);
-        if (managed && !look.isBeyondManager && !becomesTrue([&] { return isListed(window); })) {
+        if (managed && !look.isOverrideRedirect && !becomesTrue([&] { return isListed(window); })) {
             throw std::runtime_error("the window manager does not take a window");
         }
         return window;
@@ -95,12 +65,10 @@ protected:
             throw std::runtime_error("the window manager does not let go of a window");
         }
     }
-    [[nodiscard]] bool isListed(xcb_window_t window) {
-        const auto list = other.numbers(other.root(), "_NET_CLIENT_LIST");
-        return std::find(list.begin(), list.end(), window) != list.end();
-    }
+    [[nodiscard]] bool isListed(xcb_window_t window) { return other.isListed(window); }
+    /// Starts a window manager, or ends it.
     void manage() {
-        manager = std::make_unique<WindowManager>(other);
+        manager = std::make_unique<WindowManager>(std::getenv("DISPLAY"));
         managed = true;
     }
     void unmanage() {

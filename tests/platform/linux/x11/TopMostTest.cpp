@@ -22,9 +22,9 @@ protected:
     [[nodiscard]] bool isOnTop(xcb_window_t window) {
         return comesTrue([&] { return other.topAt(320, 320) == window; });
     }
-    [[nodiscard]] xcb_window_t openBeyondManager() {
+    [[nodiscard]] xcb_window_t openOverrideRedirect() {
         StandIn::Look look = looks::other("above");
-        look.isBeyondManager = true;
+        look.isOverrideRedirect = true;
         return other.open(look);
     }
 
@@ -34,7 +34,7 @@ protected:
 
 TEST_F(TopMost, ComesUpAgainWhenAnotherWindowIsPutOnTop) {
     showToast();
-    const auto above = openBeyondManager();
+    const auto above = openOverrideRedirect();
     other.move(above, 290, 290);
     EXPECT_TRUE(isOnTop(numberOf(toast)));
     other.raise(above);
@@ -55,7 +55,7 @@ TEST_F(TopMost, KeepsPlaceSizeAndFocus) {
     const auto worked = open(looks::other("worked in"));
     other.focus(worked);
     showToast();
-    const auto above = openBeyondManager();
+    const auto above = openOverrideRedirect();
     other.move(above, 290, 290);
     EXPECT_TRUE(isOnTop(numberOf(toast)));
     EXPECT_EQ(other.focused(), worked);
@@ -66,20 +66,20 @@ TEST_F(TopMost, KeepsPlaceSizeAndFocus) {
     EXPECT_EQ(geometry.height, 100);
 }
 
-TEST_F(TopMost, IsNoMoreWhenItIsToldSo) {
+TEST_F(TopMost, IsNoMoreWhenThatIsSet) {
     showToast();
     own->setTopMost(toast.winId(), false);
-    // Heard by the time that the next one is: both go the same way.
+    // Served by the time that the next one is: both go the same way.
     QWidget next(nullptr, Qt::X11BypassWindowManagerHint);
     next.setGeometry(600, 300, 100, 100);
     own->setTopMost(next.winId(), true);
     next.show();
-    const auto above = openBeyondManager();
+    const auto above = openOverrideRedirect();
     other.move(above, 550, 250);
     EXPECT_TRUE(comesTrue([&] { return other.topAt(620, 320) == numberOf(next); }));
     other.move(above, 290, 290);
     other.raise(above);
-    const auto second = openBeyondManager();
+    const auto second = openOverrideRedirect();
     other.move(second, 550, 250);
     EXPECT_TRUE(comesTrue([&] { return other.topAt(620, 320) == numberOf(next); }));
     EXPECT_EQ(other.topAt(320, 320), above);
@@ -87,7 +87,7 @@ TEST_F(TopMost, IsNoMoreWhenItIsToldSo) {
 
 TEST_F(TopMost, DoesNotFightWithoutEnd) {
     showToast();
-    const auto above = openBeyondManager();
+    const auto above = openOverrideRedirect();
     other.move(above, 290, 290);
     int wins = 0;
     // The other one goes up as often as we do.

@@ -1,9 +1,8 @@
 #include "platform/TrayHost.h"
 #include "platform/linux/bus/StatusNotifierSearch.h"
 #include "tests/platform/linux/x11/Desktop.h"
+#include "tests/platform/linux/x11/IconHosts.h"
 #include "tests/platform/linux/x11/IconProgram.h"
-#include "tests/platform/linux/x11/Panel.h"
-#include "tests/platform/linux/x11/ScriptedWatcher.h"
 #include "tests/support/SessionBus.h"
 
 #include <QDBusVariant>
@@ -49,7 +48,6 @@ protected:
 
     StandIn screen;
     SessionBus bus;
-    Variable address{"DBUS_SESSION_BUS_ADDRESS", bus.address()};
     const TemporaryFolder nothing;
     Variable folder{"XDG_RUNTIME_DIR", nothing.path().string()};
 };
@@ -123,7 +121,7 @@ TEST_F(Tray, OfAPanelOnTheBusGoesBeforeThatOfAnOlderOne) {
     tray->search();
     EXPECT_EQ(found, 0);
     EXPECT_TRUE(comesTrue([&] { return found == 1; }));
-    EXPECT_GE(registered.asked, 1);
+    EXPECT_GE(registered.calls, 1);
 }
 
 class IconSearch : public Tray {
@@ -138,7 +136,7 @@ protected:
     StatusNotifierSearch search{20ms};
 };
 
-TEST_F(IconSearch, FindsNobodyWithoutAWatcherAndIsToldWhenOneComes) {
+TEST_F(IconSearch, FindsNoHostWithoutAWatcherAndNoticesOneThatComes) {
     search.search();
     EXPECT_TRUE(becomes(State::NoHost));
     ScriptedWatcher watching;
@@ -146,31 +144,31 @@ TEST_F(IconSearch, FindsNobodyWithoutAWatcherAndIsToldWhenOneComes) {
     EXPECT_TRUE(becomes(State::Host));
 }
 
-TEST_F(IconSearch, TriesFiveTimesForAHostAndIsToldWhenItComesLater) {
+TEST_F(IconSearch, TriesFiveTimesForAHostAndNoticesOneThatComesLater) {
     ScriptedWatcher watching;
     search.search();
     EXPECT_TRUE(becomes(State::NoHost));
-    EXPECT_EQ(watching.asked, 5);
-    watching.takeHost();
+    EXPECT_EQ(watching.calls, 5);
+    watching.addHost();
     EXPECT_TRUE(becomes(State::Host));
-    EXPECT_EQ(watching.asked, 6);
+    EXPECT_EQ(watching.calls, 6);
 }
 
-TEST_F(IconSearch, FindsAHostThatDoesNotSaySo) {
+TEST_F(IconSearch, FindsAHostThatDoesNotAnnounceItself) {
     ScriptedWatcher watching;
     search.search();
-    EXPECT_TRUE(comesTrue([&] { return watching.asked == 3; }));
+    EXPECT_TRUE(comesTrue([&] { return watching.calls == 3; }));
     watching.hasHost = true;
     EXPECT_TRUE(becomes(State::Host));
 }
 
-TEST_F(IconSearch, TakesAWatcherThatDoesNotAnswerForMute) {
+TEST_F(IconSearch, TakesAWatcherThatDoesNotAnswerForUnresponsive) {
     ScriptedWatcher watching;
     watching.answers = false;
     search.search();
     EXPECT_TRUE(becomes(State::Unresponsive));
     watching.answers = true;
-    watching.takeHost();
+    watching.addHost();
     EXPECT_TRUE(becomes(State::Host));
 }
 
@@ -178,27 +176,27 @@ TEST_F(IconSearch, BeginsAnewWithEachWatcher) {
     search.search();
     {
         const ScriptedWatcher first;
-        EXPECT_TRUE(comesTrue([&] { return first.asked == 5; }));
+        EXPECT_TRUE(comesTrue([&] { return first.calls == 5; }));
     }
     ScriptedWatcher second;
-    EXPECT_TRUE(comesTrue([&] { return second.asked == 2; }));
+    EXPECT_TRUE(comesTrue([&] { return second.calls == 2; }));
     second.hasHost = true;
     EXPECT_TRUE(becomes(State::Host));
 }
 
-TEST_F(IconSearch, TakesABusThatStandsStillForMuteAndGoesOnWithTheNextWatcher) {
+TEST_F(IconSearch, TakesABusThatHangsForUnresponsiveAndGoesOnWithTheNextWatcher) {
     search.search();
     EXPECT_TRUE(becomes(State::NoHost));
     auto watching = std::make_unique<ScriptedWatcher>();
-    EXPECT_TRUE(comesTrue([&] { return watching->asked == 1; }));
+    EXPECT_TRUE(comesTrue([&] { return watching->calls == 1; }));
     kill(bus.process(), SIGSTOP);
     EXPECT_TRUE(becomes(State::Unresponsive));
     kill(bus.process(), SIGCONT);
-    watching->takeHost();
+    watching->addHost();
     EXPECT_TRUE(becomes(State::Host));
 }
 
-TEST_F(IconSearch, FindsNobodyWithoutABus) {
+TEST_F(IconSearch, FindsNoHostWithoutABus) {
     for (const char* const where : {"unix:path=/nowhere/bus", "hello", "tcp:host=127.0.0.1"}) {
         const Variable none("DBUS_SESSION_BUS_ADDRESS", where);
         StatusNotifierSearch searching;

@@ -1,5 +1,4 @@
-#include "tests/platform/linux/bus/Desk.h"
-#include "tests/platform/linux/bus/roughPlayers.h"
+#include "tests/platform/linux/bus/PlayerBus.h"
 
 #include <QDBusVariant>
 #include <QElapsedTimer>
@@ -9,17 +8,17 @@
 
 namespace {
 
-class RoughPlayer : public Desk {
+class MisbehavingPlayer : public PlayerBus {
 protected:
-    [[nodiscard]] static Child rough(const char* manner) {
-        Child child({"/proc/self/exe", manner});
+    [[nodiscard]] static Child startPlayer(const char* argument) {
+        Child child({"/proc/self/exe", argument});
         (void)child.readLine();
         return child;
     }
 };
 
-TEST_F(RoughPlayer, ThatHangsHoldsUpNobody) {
-    const Child silent = rough(roughPlayers::silent);
+TEST_F(MisbehavingPlayer, ThatHangsBlocksNothing) {
+    const Child silent = startPlayer(misbehaving::silent);
     start();
     ScriptedPlayer one("one", withSong("Paused", "", "First"));
     EXPECT_TRUE(shows("1. First - Winamp [Paused]"));
@@ -27,11 +26,11 @@ TEST_F(RoughPlayer, ThatHangsHoldsUpNobody) {
     EXPECT_TRUE(shows("1. Second - Winamp [Paused]"));
 }
 
-TEST_F(RoughPlayer, ThatHangsAfterItsStartHoldsUpNobody) {
+TEST_F(MisbehavingPlayer, ThatHangsAfterItsStartBlocksNothing) {
     start();
     ScriptedPlayer one("one", withSong("Stopped", "", "First"));
     ASSERT_TRUE(shows("1. First - Winamp"));
-    Child frozen = rough(roughPlayers::frozen);
+    Child frozen = startPlayer(misbehaving::frozen);
     ASSERT_TRUE(shows("1. Frozen - Winamp"));
     (void)frozen.readLine();
     QElapsedTimer timer;
@@ -45,9 +44,9 @@ TEST_F(RoughPlayer, ThatHangsAfterItsStartHoldsUpNobody) {
     EXPECT_TRUE(shows("1. First - Winamp"));
 }
 
-TEST_F(RoughPlayer, ThatFloodsLetsTimersTickAndItsTitlesThrough) {
+TEST_F(MisbehavingPlayer, ThatFloodsLetsTimersTickAndItsTitlesThrough) {
     start();
-    const Child flood = rough(roughPlayers::flooding);
+    const Child flood = startPlayer(misbehaving::flooding);
     ASSERT_TRUE(comesTrue([&] { return player->WinampWindow() != 0; }));
     std::set<std::string> titles;
     int ticks = 0;
@@ -61,27 +60,28 @@ TEST_F(RoughPlayer, ThatFloodsLetsTimersTickAndItsTitlesThrough) {
         << ticks << " ticks, " << titles.size() << " titles";
 }
 
-TEST_F(RoughPlayer, ThatSaysNonsenseStaysAsItWas) {
+TEST_F(MisbehavingPlayer, ThatReportsNonsenseStaysAsItWas) {
     ScriptedPlayer one("one", withSong("Playing", "", "First"));
     start();
     ASSERT_TRUE(shows("1. First - Winamp"));
     const auto window = player->WinampWindow();
     const QString interface = "org.mpris.MediaPlayer2.Player";
-    one.say({});
-    one.say({interface});
-    one.say({7, 8, 9});
-    one.say({interface, "PlaybackStatus", "Paused"});
-    one.say({"net.example.Other", QVariantMap{{"PlaybackStatus", "Paused"}}, QStringList()});
-    one.say({interface, QVariantMap{{"PlaybackStatus", 7}}, QStringList()});
-    one.say({interface, QVariantMap{{"PlaybackStatus", "Dancing"}}, QStringList()});
-    one.say({interface, QVariantMap{{"PlaybackStatus", QVariantMap()}}, QStringList()});
-    one.say({interface, QVariantMap{{"", 7}, {"CanPlay", "no"}}, QStringList{"", "Nothing"}});
+    one.emitChange({});
+    one.emitChange({interface});
+    one.emitChange({7, 8, 9});
+    one.emitChange({interface, "PlaybackStatus", "Paused"});
+    one.emitChange({"net.example.Other", QVariantMap{{"PlaybackStatus", "Paused"}}, QStringList()});
+    one.emitChange({interface, QVariantMap{{"PlaybackStatus", 7}}, QStringList()});
+    one.emitChange({interface, QVariantMap{{"PlaybackStatus", "Dancing"}}, QStringList()});
+    one.emitChange({interface, QVariantMap{{"PlaybackStatus", QVariantMap()}}, QStringList()});
+    one.emitChange(
+        {interface, QVariantMap{{"", 7}, {"CanPlay", "no"}}, QStringList{"", "Nothing"}});
     ScriptedPlayer two("two", withSong("Playing", "", "Second"));
     ASSERT_TRUE(shows("1. Second - Winamp"));
     EXPECT_EQ(player->WindowTextOf(window), "1. First - Winamp");
 }
 
-TEST_F(RoughPlayer, WithMetadataOfAWrongTypeHasNoTitle) {
+TEST_F(MisbehavingPlayer, WithMetadataOfAWrongTypeHasNoTitle) {
     ScriptedPlayer one("one", withSong("Playing", "", "First"));
     start();
     for (const QVariant& nonsense :
@@ -95,7 +95,7 @@ TEST_F(RoughPlayer, WithMetadataOfAWrongTypeHasNoTitle) {
     }
 }
 
-TEST_F(RoughPlayer, ThatInvalidatesInARowIsAskedUntilItIsKnown) {
+TEST_F(MisbehavingPlayer, ThatInvalidatesInARowIsAskedUntilItIsKnown) {
     ScriptedPlayer one("one", withSong("Playing", "", "First"));
     start();
     ASSERT_TRUE(shows("1. First - Winamp"));

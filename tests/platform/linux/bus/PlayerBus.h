@@ -4,7 +4,6 @@
 #include "tests/platform/linux/bus/ScriptedPlayer.h"
 #include "tests/support/Peer.h"
 #include "tests/support/SessionBus.h"
-#include "tests/support/Variable.h"
 #include "tests/support/comesTrue.h"
 
 #include <gtest/gtest.h>
@@ -12,8 +11,8 @@
 #include <memory>
 #include <string>
 
-/// A desktop with a session bus, on which the program has not yet been started.
-class Desk : public testing::Test {
+/// A session bus for players, on which the program has not been started yet.
+class PlayerBus : public testing::Test {
 protected:
     /// Starts the program's side.
     void start() { player = makeMediaPlayer(); }
@@ -27,6 +26,5 @@ protected:
     void command(int number) { player->command(player->WinampWindow(), number); }
 
     SessionBus bus;
-    Variable address{"DBUS_SESSION_BUS_ADDRESS", bus.address()};
     std::unique_ptr<MediaPlayer> player;
 };
