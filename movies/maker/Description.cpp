@@ -9,29 +9,28 @@
 
 namespace {
 
-constexpr unsigned end = 0;
-constexpr unsigned setBackgroundColor = 9;
-constexpr unsigned defineButton2 = 34;
-constexpr unsigned defineSprite = 39;
 constexpr unsigned version = 6;
 
 /// The bits of a button's conditions.
 unsigned readCondition(Statement& statement) {
-    constexpr unsigned keyShift = 9;
-    if (statement.take("over")) return 0x001;
-    if (statement.take("out")) return 0x002 | 0x040;
-    if (statement.take("press")) return 0x004;
-    if (statement.take("release")) return 0x008;
+    using swf::ButtonEvent;
+    const auto bits = [](ButtonEvent event) { return static_cast<unsigned>(event); };
+    if (statement.take("over")) return bits(ButtonEvent::IdleToOverUp);
+    if (statement.take("out")) {
+        return bits(ButtonEvent::OverUpToIdle) | bits(ButtonEvent::OutDownToIdle);
+    }
+    if (statement.take("press")) return bits(ButtonEvent::OverUpToOverDown);
+    if (statement.take("release")) return bits(ButtonEvent::OverDownToOverUp);
     statement.expect("key");
-    return static_cast<unsigned>(statement.whole("the number of a key")) << keyShift;
+    return static_cast<unsigned>(statement.whole("the number of a key")) << swf::buttonEventBits;
 }
 
-Bytes buttonRecord(unsigned states, unsigned thing, unsigned depth) {
-    Bytes bytes;
+swf::Writer buttonRecord(unsigned states, unsigned thing, unsigned depth) {
+    swf::Writer bytes;
     bytes.u8(states);
     bytes.u16(thing);
     bytes.u16(depth);
-    shapeTags::writeMatrix(bytes, {});
+    bytes.matrix({});
     bytes.u8(0);  // colours as they are
     return bytes;
 }
@@ -108,39 +107,39 @@ void Description::readSprite(const Statement& head, const std::string& name, Blo
     for (Statement& line : block) {
         if (!own.read(line)) line.complain("this has no place in a sprite");
     }
-    Bytes body;
+    swf::Writer body;
     body.u16(definitions.add(head, name));
     body.u16(static_cast<unsigned>(own.frameCount()));
     body.append(own.tags());
-    body.append(tag(end, {}));
-    definitions.append(tag(defineSprite, body));
+    body.append(swf::tag(swf::Tag::End));
+    definitions.append(swf::tag(swf::Tag::DefineSprite, body));
 }
 
 void Description::readButton(const Statement& head, const std::string& name, Block& block) {
-    Bytes records;
+    swf::Writer records;
     unsigned depth = 0;
-    std::vector<Bytes> conditions;
+    std::vector<swf::Writer> conditions;
     for (Statement& line : block) {
         if (line.take("on")) {
-            Bytes condition;
+            swf::Writer condition;
             condition.u16(readCondition(line));
             condition.append(actionCode::read(line));
-            condition.u8(end);
+            condition.code(swf::Action::End);
             conditions.push_back(condition);
             continue;
         }
         unsigned states = 0;
-        if (line.take("up")) states |= 1;
-        if (line.take("over")) states |= 2;
-        if (line.take("down")) states |= 4;
-        if (line.take("hit")) states |= 8;
+        if (line.take("up")) states |= swf::buttonFlag::Up;
+        if (line.take("over")) states |= swf::buttonFlag::Over;
+        if (line.take("down")) states |= swf::buttonFlag::Down;
+        if (line.take("hit")) states |= swf::buttonFlag::Hit;
         if (states == 0) line.complain("a button is up, over, down or hit, or acts on an event");
         records.append(buttonRecord(states, definitions.find(line, line.word("a thing")), ++depth));
         line.finish();
     }
-    records.u8(end);
+    records.u8(0);
 
-    Bytes body;
+    swf::Writer body;
     body.u16(definitions.add(head, name));
     body.u8(0);
     const auto size = static_cast<unsigned>(records.get().size());
@@ -152,28 +151,26 @@ void Description::readButton(const Statement& head, const std::string& name, Blo
         body.u16(last ? 0 : length + 2);
         body.append(conditions[index]);
     }
-    definitions.append(tag(defineButton2, body));
+    definitions.append(swf::tag(swf::Tag::DefineButton2, body));
 }
 
 std::string Description::file() const {
-    Bytes body;
-    shapeTags::writeRect(body, 0, width, 0, height);
+    swf::Writer body;
+    body.rect({0, width * swf::twips, 0, height * swf::twips});
     body.u16(static_cast<unsigned>(std::lround(rate * 256)));
     body.u16(static_cast<unsigned>(score.frameCount()));
     if (background) {
-        Bytes color;
-        color.u8(background->red);
-        color.u8(background->green);
-        color.u8(background->blue);
-        body.append(tag(setBackgroundColor, color));
+        swf::Writer color;
+        color.color(*background, false);
+        body.append(swf::tag(swf::Tag::SetBackgroundColor, color));
     }
     body.append(definitions.get());
     body.append(score.tags());
-    body.append(tag(end, {}));
+    body.append(swf::tag(swf::Tag::End));
 
     constexpr std::size_t headBytes = 8;
     constexpr int smallest = 9;
-    Bytes all;
+    swf::Writer all;
     all.append("CWS");
     all.u8(version);
     all.u32(static_cast<std::uint32_t>(body.get().size() + headBytes));

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "movies/maker/Bytes.h"
-#include "movies/maker/Definitions.h"
+#include "movies/format/Writer.h"
 #include "movies/maker/Paints.h"
 #include "movies/maker/Score.h"
 #include "movies/maker/Source.h"
@@ -41,5 +40,5 @@ private:
     double width = 0;
     double height = 0;
     double rate = 30;
-    std::optional<Tint> background;
+    std::optional<swf::Color> background;
 };

@@ -6,14 +6,12 @@
 
 namespace {
 
-constexpr double twips = 20;
 /// How far a quadratic curve may be from the cubic one that it stands for, in pixels.
 constexpr double tolerance = 0.02;
 constexpr int mostHalvings = 5;
 
-Spot spot(QPointF place) {
-    return {static_cast<std::int32_t>(std::lround(place.x() * twips)),
-            static_cast<std::int32_t>(std::lround(place.y() * twips))};
+swf::Point inTwips(QPointF place) {
+    return {std::round(place.x() * swf::twips), std::round(place.y() * swf::twips)};
 }
 
 /// Halves the curve until a quadratic one fits each piece.
@@ -24,7 +22,7 @@ void addCubic(std::vector<Part>& parts, QPointF from, QPointF one, QPointF two, 
     const double error = std::hypot(difference.x(), difference.y()) * std::sqrt(3.0) / 36;
     if (error < tolerance || halvings == mostHalvings) {
         const QPointF control = (3.0 * (one + two) - from - to) / 4;
-        parts.push_back({Part::Kind::Curve, spot(control), spot(to)});
+        parts.push_back({Part::Kind::Curve, inTwips(control), inTwips(to)});
         return;
     }
     const QPointF fromOne = (from + one) / 2;
@@ -46,10 +44,10 @@ std::vector<Part> outline(const QPainterPath& path) {
         const QPainterPath::Element element = path.elementAt(index);
         const QPointF place = element;
         if (element.type == QPainterPath::MoveToElement) {
-            parts.push_back({Part::Kind::Jump, {}, spot(place)});
+            parts.push_back({Part::Kind::Jump, {}, inTwips(place)});
         } else if (element.type == QPainterPath::LineToElement) {
-            if (spot(place) != spot(last)) {
-                parts.push_back({Part::Kind::Straight, {}, spot(place)});
+            if (inTwips(place) != inTwips(last)) {
+                parts.push_back({Part::Kind::Straight, {}, inTwips(place)});
             }
         } else if (element.type == QPainterPath::CurveToElement) {
             const QPointF end = path.elementAt(index + 2);

@@ -53,17 +53,20 @@ Paint Paints::paint(Statement& statement) const {
     return paint;
 }
 
-Tint Paints::tint(Statement& statement) const {
+swf::Color Paints::tint(Statement& statement) const {
     return tintOf(statement, statement.word("a colour"));
 }
 
-Tint Paints::tintOf(const Statement& statement, const std::string& word) const {
+swf::Color Paints::tintOf(const Statement& statement, const std::string& word) const {
     const std::size_t slash = word.find('/');
     const std::string name = word.substr(0, slash);
-    Tint tint;
+    swf::Color tint;
     if (name.size() == 7 && name.front() == '#') {
         const unsigned value = numberIn(statement, name.substr(1), 16);
-        tint = {value >> 16U, value >> 8U & 255U, value & 255U, 255};
+        const auto channel = [&](unsigned shift) {
+            return static_cast<std::uint8_t>(value >> shift & 255U);
+        };
+        tint = {channel(16), channel(8), channel(0), 255};
     } else {
         const auto found = tints.find(name);
         if (found == tints.end()) statement.complain("no colour is called \"" + name + "\"");
@@ -72,7 +75,7 @@ Tint Paints::tintOf(const Statement& statement, const std::string& word) const {
     if (slash != std::string::npos) {
         const unsigned percent = numberIn(statement, word.substr(slash + 1), 10);
         if (percent > 100) statement.complain("an opacity is at most 100");
-        tint.alpha = (tint.alpha * percent + 50) / 100;
+        tint.alpha = static_cast<std::uint8_t>((tint.alpha * percent + 50) / 100);
     }
     return tint;
 }

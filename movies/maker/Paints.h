@@ -1,30 +1,23 @@
 #pragma once
 
+#include "movies/format/geometry.h"
 #include "movies/maker/Source.h"
 
-#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
 
-/// A colour with its opacity, 0 to 255 each.
-struct Tint {
-    unsigned red = 0;
-    unsigned green = 0;
-    unsigned blue = 0;
-    unsigned alpha = 255;
-};
-
+/// A colour of a gradient, and its place on the way.
 struct Stop {
     double percent = 0;
-    Tint tint;
+    swf::Color tint;
 };
 
 /// What a fill or line is painted with: a colour, or a gradient along a line or around a place.
 struct Paint {
     enum class Kind { Solid, Linear, Radial };
     Kind kind = Kind::Solid;
-    Tint tint;
+    swf::Color tint;
     double x = 0;
     double y = 0;
     /// Of a line its other end; of a circle its radius and nothing.
@@ -43,11 +36,12 @@ public:
     void readGradient(Statement& statement);
     /// A gradient's name, or a colour: "#rrggbb" or a name, and "/" and its opacity in percent.
     [[nodiscard]] Paint paint(Statement& statement) const;
-    [[nodiscard]] Tint tint(Statement& statement) const;
+    /// A colour alone.
+    [[nodiscard]] swf::Color tint(Statement& statement) const;
 
 private:
-    [[nodiscard]] Tint tintOf(const Statement& statement, const std::string& word) const;
+    [[nodiscard]] swf::Color tintOf(const Statement& statement, const std::string& word) const;
 
-    std::map<std::string, Tint> tints;
+    std::map<std::string, swf::Color> tints;
     std::map<std::string, Paint> gradients;
 };

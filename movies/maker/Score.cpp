@@ -6,13 +6,19 @@
 
 #include <algorithm>
 
-namespace {
+unsigned Definitions::add(const Statement& statement, const std::string& name) {
+    ++last;
+    if (!name.empty() && !numbers.emplace(name, last).second) {
+        statement.complain("there is a \"" + name + "\" already");
+    }
+    return last;
+}
 
-constexpr unsigned showFrame = 1;
-constexpr unsigned doAction = 12;
-constexpr unsigned frameLabel = 43;
-
-}  // namespace
+unsigned Definitions::find(const Statement& statement, const std::string& name) const {
+    const auto found = numbers.find(name);
+    if (found == numbers.end()) statement.complain("nothing is called \"" + name + "\"");
+    return found->second;
+}
 
 bool Score::read(Statement& statement) {
     if (statement.take("show")) {
@@ -41,13 +47,13 @@ void Score::readFrame(Statement& statement) {
     const int frame = statement.whole("a frame");
     frames = std::max(frames, frame);
     if (statement.take("label")) {
-        Bytes body;
+        swf::Writer body;
         body.text(statement.word("a label"));
-        extras[frame].append(tag(frameLabel, body));
+        extras[frame].append(swf::tag(swf::Tag::FrameLabel, body));
     } else {
-        Bytes body = actionCode::read(statement);
-        body.u8(0);
-        extras[frame].append(tag(doAction, body));
+        swf::Writer body = actionCode::read(statement);
+        body.code(swf::Action::End);
+        extras[frame].append(swf::tag(swf::Tag::DoAction, body));
     }
     statement.finish();
 }
@@ -72,15 +78,15 @@ int Score::frameCount() const {
     return last;
 }
 
-Bytes Score::tags() const {
+swf::Writer Score::tags() const {
     Frames all = extras;
     for (const Track& track : tracks)
         track.write(all);
-    Bytes bytes;
+    swf::Writer bytes;
     for (int frame = 1; frame <= frameCount(); ++frame) {
         const auto found = all.find(frame);
         if (found != all.end()) bytes.append(found->second);
-        bytes.append(tag(showFrame, {}));
+        bytes.append(swf::tag(swf::Tag::ShowFrame));
     }
     return bytes;
 }

@@ -1,12 +1,32 @@
 #pragma once
 
-#include "movies/maker/Bytes.h"
-#include "movies/maker/Definitions.h"
+#include "movies/format/Writer.h"
 #include "movies/maker/Paints.h"
 #include "movies/maker/Source.h"
 #include "movies/maker/Track.h"
 
+#include <map>
+#include <string>
 #include <vector>
+
+/// The things that a movie is made of, by name, and the tags that define them.
+class Definitions {
+public:
+    /// The number of a new thing, whose tag is to be appended then. Its name may be empty.
+    [[nodiscard]] unsigned add(const Statement& statement, const std::string& name);
+    /// Appends the tag of the thing that was added last.
+    void append(const swf::Writer& tag) { tags.append(tag); }
+    /// Complains when nothing has the name.
+    [[nodiscard]] unsigned find(const Statement& statement, const std::string& name) const;
+
+    /// The tags of all things.
+    [[nodiscard]] const swf::Writer& get() const { return tags; }
+
+private:
+    std::map<std::string, unsigned> numbers;
+    unsigned last = 0;
+    swf::Writer tags;
+};
 
 /// What happens when, in a movie or sprite.
 class Score {
@@ -23,7 +43,7 @@ public:
     [[nodiscard]] bool read(Statement& statement);
 
     /// The tags of all frames, and how many frames there are.
-    [[nodiscard]] Bytes tags() const;
+    [[nodiscard]] swf::Writer tags() const;
     [[nodiscard]] int frameCount() const;
 
 private:

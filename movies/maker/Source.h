@@ -13,12 +13,16 @@ struct Statement {
     /// The next word to be read.
     std::size_t at = 0;
 
+    /// Whether there are words that have not been read.
     [[nodiscard]] bool hasMore() const { return at < words.size(); }
     /// True, and passed over, when the next word is `wanted`.
     [[nodiscard]] bool take(std::string_view wanted);
+    /// The next word, as a text, a number or a whole number; `what` says in complaints what it is
+    /// for.
     [[nodiscard]] const std::string& word(std::string_view what);
     [[nodiscard]] double number(std::string_view what);
     [[nodiscard]] int whole(std::string_view what);
+    /// Complains unless the next word is `wanted`.
     void expect(std::string_view wanted);
     /// Complains about what is left over.
     void finish();

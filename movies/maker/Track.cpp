@@ -1,15 +1,10 @@
 #include "movies/maker/Track.h"
 
-#include "movies/maker/shapeTags.h"
-
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
 namespace {
-
-constexpr unsigned placeObject2 = 26;
-constexpr unsigned removeObject2 = 28;
 
 /// How far a change has come when `part` of its time has passed.
 double eased(double part, const std::string& ease) {
@@ -22,18 +17,12 @@ double eased(double part, const std::string& ease) {
     return part;
 }
 
-double between(double from, double to, double part) { return from + (to - from) * part; }
-
-shapeTags::Placing placing(const Look& look) {
+swf::Matrix matrixOf(const Look& look) {
     const double angle = look.turn * std::numbers::pi / 180;
     const double across = look.across / 100;
     const double down = look.down / 100;
-    return {across * std::cos(angle),
-            across * std::sin(angle),
-            -down * std::sin(angle),
-            down * std::cos(angle),
-            look.x,
-            look.y};
+    return {across * std::cos(angle), across * std::sin(angle), -down * std::sin(angle),
+            down * std::cos(angle),   look.x * swf::twips,      look.y * swf::twips};
 }
 
 }  // namespace
@@ -109,6 +98,7 @@ Look Track::lookAt(std::size_t key, int frame) const {
               to.ease);
     const Look& one = from.look;
     const Look& two = to.look;
+    using swf::between;
     return {between(one.x, two.x, part),           between(one.y, two.y, part),
             between(one.across, two.across, part), between(one.down, two.down, part),
             between(one.turn, two.turn, part),     between(one.alpha, two.alpha, part),
@@ -123,46 +113,39 @@ void Track::write(Frames& frames) const {
         for (int frame = first; frame <= keys[key].frame; ++frame) {
             const Look look = lookAt(key, frame);
             if (placed && look == before) continue;
-            frames[frame].append(tag(placeObject2, placement(look, placed ? &before : nullptr)));
+            frames[frame].append(
+                swf::tag(swf::Tag::PlaceObject2, placement(look, placed ? &before : nullptr)));
             before = look;
             placed = true;
         }
     }
     if (end == 0) return;
-    Bytes body;
+    swf::Writer body;
     body.u16(depth);
-    frames[end].append(tag(removeObject2, body));
+    frames[end].append(swf::tag(swf::Tag::RemoveObject2, body));
 }
 
 int Track::lastFrame() const { return std::max(end, keys.back().frame); }
 
-Bytes Track::placement(const Look& look, const Look* before) const {
-    enum : unsigned {
-        Move = 1,
-        Character = 2,
-        Place = 4,
-        Colors = 8,
-        Ratio = 16,
-        Name = 32,
-        Clip = 64
-    };
+swf::Writer Track::placement(const Look& look, const Look* before) const {
+    using namespace swf::placeFlag;
     const bool first = before == nullptr;
     Look plain = look;
     const Look& old = first ? Look() : *before;
     plain.alpha = old.alpha;
     plain.grown = old.grown;
     unsigned flags = first ? Character : Move;
-    if (plain != old) flags |= Place;
+    if (plain != old) flags |= Matrix;
     if (look.alpha != old.alpha) flags |= Colors;
     if (look.grown != old.grown || (first && look.grown != 0)) flags |= Ratio;
     if (first && !name.empty()) flags |= Name;
-    if (first && masks > 0) flags |= Clip;
+    if (first && masks > 0) flags |= ClipDepth;
 
-    Bytes bytes;
+    swf::Writer bytes;
     bytes.u8(flags);
     bytes.u16(depth);
     if (flags & Character) bytes.u16(character);
-    if (flags & Place) shapeTags::writeMatrix(bytes, placing(look));
+    if (flags & Matrix) bytes.matrix(matrixOf(look));
     if (flags & Colors) {
         // One factor for each colour and one for alpha, in 256ths, and nothing added.
         const auto alpha = static_cast<std::int32_t>(std::lround(look.alpha * 2.56));
@@ -176,6 +159,6 @@ Bytes Track::placement(const Look& look, const Look* before) const {
         bytes.u16(static_cast<unsigned>(std::lround(std::clamp(look.grown, 0.0, 100.0) * 655.35)));
     }
     if (flags & Name) bytes.text(name);
-    if (flags & Clip) bytes.u16(depth + masks);
+    if (flags & ClipDepth) bytes.u16(depth + masks);
     return bytes;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "movies/maker/Bytes.h"
+#include "movies/format/Writer.h"
 #include "movies/maker/Source.h"
 
 #include <map>
@@ -20,7 +20,7 @@ struct Look {
 };
 
 /// The tags of a timeline, by frame, from 1.
-using Frames = std::map<int, Bytes>;
+using Frames = std::map<int, swf::Writer>;
 
 /// One thing on a timeline: from when to when it is there, and how it changes meanwhile.
 class Track {
@@ -35,7 +35,9 @@ public:
     /// "FRAME": is gone from that on.
     void readEnd(Statement& statement);
 
+    /// Adds a look that is reached at `frame`, with the ease of the words above.
     void addKey(int frame, Look look, const std::string& ease);
+    /// Appends the tags that place, change and remove the thing.
     void write(Frames& frames) const;
     /// The last frame in which something happens.
     [[nodiscard]] int lastFrame() const;
@@ -48,7 +50,7 @@ private:
     };
     void readLook(Statement& statement, Look& look);
     [[nodiscard]] Look lookAt(std::size_t key, int frame) const;
-    [[nodiscard]] Bytes placement(const Look& look, const Look* before) const;
+    [[nodiscard]] swf::Writer placement(const Look& look, const Look* before) const;
 
     unsigned character;
     unsigned depth;

@@ -4,38 +4,33 @@ namespace actionCode {
 
 namespace {
 
-enum Action : unsigned {
-    Play = 0x06,
-    Stop = 0x07,
-    GetUrl = 0x83,
-    SetTarget = 0x8B,
-    GotoLabel = 0x8C
-};
+using swf::Action;
 
-void writeTexts(Bytes& bytes, Action action, const std::string& first, const std::string* second) {
-    Bytes body;
+void writeTexts(swf::Writer& bytes, Action action, const std::string& first,
+                const std::string* second) {
+    swf::Writer body;
     body.text(first);
     if (second != nullptr) body.text(*second);
-    bytes.u8(action);
+    bytes.code(action);
     bytes.u16(static_cast<unsigned>(body.get().size()));
     bytes.append(body);
 }
 
 }  // namespace
 
-Bytes read(Statement& statement) {
-    Bytes bytes;
+swf::Writer read(Statement& statement) {
+    swf::Writer bytes;
     if (statement.take("stop")) {
-        bytes.u8(Stop);
+        bytes.code(Action::Stop);
     } else if (statement.take("play")) {
-        writeTexts(bytes, SetTarget, statement.word("a sprite"), nullptr);
-        writeTexts(bytes, GotoLabel, statement.word("a label"), nullptr);
-        bytes.u8(Play);
-        writeTexts(bytes, SetTarget, "", nullptr);
+        writeTexts(bytes, Action::SetTarget, statement.word("a sprite"), nullptr);
+        writeTexts(bytes, Action::GoToLabel, statement.word("a label"), nullptr);
+        bytes.code(Action::Play);
+        writeTexts(bytes, Action::SetTarget, "", nullptr);
     } else {
         statement.expect("command");
         const std::string arguments;
-        writeTexts(bytes, GetUrl, "FSCommand:" + statement.word("a command"), &arguments);
+        writeTexts(bytes, Action::GetURL, "FSCommand:" + statement.word("a command"), &arguments);
     }
     statement.finish();
     return bytes;

@@ -9,68 +9,68 @@ namespace shapeTags {
 
 namespace {
 
-constexpr double twips = 20;
-constexpr double one = 65536;
+using swf::twips;
 
 std::int32_t rounded(double value) { return static_cast<std::int32_t>(std::lround(value)); }
 
-void writeTint(Bytes& bytes, Tint tint) {
-    bytes.u8(tint.red);
-    bytes.u8(tint.green);
-    bytes.u8(tint.blue);
-    bytes.u8(tint.alpha);
-}
-
 /// From the square, 32768 wide around its middle, that gradients are described in.
-Placing gradientPlacing(const Paint& paint) {
-    constexpr double half = 16384 / twips;
+swf::Matrix gradientMatrix(const Paint& paint) {
+    constexpr double half = swf::gradientReach / twips;
     if (paint.kind == Paint::Kind::Radial) {
         const double scale = paint.toX / half;
-        return {scale, 0, 0, scale, paint.x, paint.y};
+        return {scale, 0, 0, scale, paint.x * twips, paint.y * twips};
     }
     const double across = (paint.toX - paint.x) / 2 / half;
     const double down = (paint.toY - paint.y) / 2 / half;
-    return {across, down, -down, across, (paint.x + paint.toX) / 2, (paint.y + paint.toY) / 2};
+    return {across,
+            down,
+            -down,
+            across,
+            (paint.x + paint.toX) / 2 * twips,
+            (paint.y + paint.toY) / 2 * twips};
 }
 
-void writeFill(Bytes& bytes, const Paint& paint) {
+void writeFill(swf::Writer& bytes, const Paint& paint) {
     if (paint.kind == Paint::Kind::Solid) {
-        bytes.u8(0);
-        writeTint(bytes, paint.tint);
+        bytes.code(swf::FillType::Solid);
+        bytes.color(paint.tint, true);
         return;
     }
-    bytes.u8(paint.kind == Paint::Kind::Linear ? 0x10 : 0x12);
-    writeMatrix(bytes, gradientPlacing(paint));
+    bytes.code(paint.kind == Paint::Kind::Linear ? swf::FillType::LinearGradient
+                                                 : swf::FillType::RadialGradient);
+    bytes.matrix(gradientMatrix(paint));
     bytes.u8(static_cast<unsigned>(paint.stops.size()));
     for (const Stop& stop : paint.stops) {
         bytes.u8(static_cast<unsigned>(rounded(stop.percent * 2.55)));
-        writeTint(bytes, stop.tint);
+        bytes.color(stop.tint, true);
     }
 }
 
-void writeStyles(Bytes& bytes, const Stroke& stroke) {
+void writeStyles(swf::Writer& bytes, const Stroke& stroke) {
     const bool isLine = stroke.width > 0;
     bytes.u8(isLine ? 0 : 1);
     if (!isLine) writeFill(bytes, stroke.paint);
     bytes.u8(isLine ? 1 : 0);
     if (!isLine) return;
     bytes.u16(static_cast<unsigned>(rounded(stroke.width * twips)));
-    writeTint(bytes, stroke.paint.tint);
+    bytes.color(stroke.paint.tint, true);
 }
 
-void writeJump(Bytes& bytes, Spot to) {
-    const unsigned width = bitsFor({to.x, to.y});
+void writeJump(swf::Writer& bytes, swf::Point to) {
+    const std::vector<std::int32_t> place{rounded(to.x), rounded(to.y)};
+    const unsigned width = swf::bitsFor(place);
     bytes.bits(width, 5);
-    bytes.signedBits(to.x, width);
-    bytes.signedBits(to.y, width);
+    for (const std::int32_t value : place)
+        bytes.signedBits(value, width);
 }
 
-void writeEdge(Bytes& bytes, Spot from, const Part& part) {
+void writeEdge(swf::Writer& bytes, swf::Point from, const Part& part) {
     const bool curve = part.kind == Part::Kind::Curve;
-    const Spot middle = curve ? part.control : part.to;
-    const std::vector<std::int32_t> steps{middle.x - from.x, middle.y - from.y,
-                                          part.to.x - middle.x, part.to.y - middle.y};
-    const unsigned width = std::max(2U, bitsFor(steps));
+    const swf::Point middle = curve ? part.control : part.to;
+    const std::vector<std::int32_t> steps{rounded(middle.x - from.x), rounded(middle.y - from.y),
+                                          rounded(part.to.x - middle.x),
+                                          rounded(part.to.y - middle.y)};
+    const unsigned width = std::max(2U, swf::bitsFor(steps));
     bytes.bits(curve ? 2 : 3, 2);
     bytes.bits(width - 2, 4);
     if (!curve) bytes.bits(1, 1);
@@ -81,14 +81,15 @@ void writeEdge(Bytes& bytes, Spot from, const Part& part) {
 
 /// The records of an outline, which choose the one style there is when `styled`. `collapsed` leaves
 /// each piece of it at where it begins.
-void writeOutline(Bytes& bytes, const std::vector<Part>& parts, bool isLine, bool styled,
+void writeOutline(swf::Writer& bytes, const std::vector<Part>& parts, bool isLine, bool styled,
                   bool collapsed) {
-    Spot pen;
+    swf::Point pen;
     bool choose = styled;
     for (Part part : parts) {
         if (part.kind == Part::Kind::Jump) {
             // Jumps, and the first one chooses the fill to its right or the line.
-            bytes.bits(!choose ? 1 : isLine ? 9 : 5, 6);
+            const unsigned style = isLine ? swf::styleChange::Line : swf::styleChange::Fill1;
+            bytes.bits(swf::styleChange::Move | (choose ? style : 0), 6);
             writeJump(bytes, part.to);
             if (choose) bytes.bits(1, 1);
             choose = false;
@@ -110,87 +111,56 @@ QRectF boundsOf(const Drawing& drawing) {
     return bounds;
 }
 
-void writeBounds(Bytes& bytes, const QRectF& bounds) {
-    writeRect(bytes, bounds.left(), bounds.right(), bounds.top(), bounds.bottom());
+void writeBounds(swf::Writer& bytes, const QRectF& bounds) {
+    bytes.rect({bounds.left() * twips, bounds.right() * twips, bounds.top() * twips,
+                bounds.bottom() * twips});
 }
 
 /// The widths, in bits, of the numbers of styles: of one fill or line.
-void writeWidths(Bytes& bytes, bool isLine) {
+void writeWidths(swf::Writer& bytes, bool isLine) {
     bytes.bits(isLine ? 0 : 1, 4);
     bytes.bits(isLine ? 1 : 0, 4);
 }
 
 }  // namespace
 
-void writeRect(Bytes& bytes, double left, double right, double top, double bottom) {
-    const std::vector<std::int32_t> sides{rounded(left * twips), rounded(right * twips),
-                                          rounded(top * twips), rounded(bottom * twips)};
-    const unsigned width = bitsFor(sides);
-    bytes.align();
-    bytes.bits(width, 5);
-    for (const std::int32_t side : sides)
-        bytes.signedBits(side, width);
-    bytes.align();
-}
-
-void writeMatrix(Bytes& bytes, const Placing& placing) {
-    const auto pair = [&](double first, double second) {
-        const std::vector<std::int32_t> values{rounded(first * one), rounded(second * one)};
-        const unsigned width = bitsFor(values);
-        bytes.bits(width, 5);
-        for (const std::int32_t value : values)
-            bytes.signedBits(value, width);
-    };
-    bytes.align();
-    const bool scaled = placing.xx != 1 || placing.yy != 1;
-    bytes.bits(scaled, 1);
-    if (scaled) pair(placing.xx, placing.yy);
-    const bool turned = placing.yx != 0 || placing.xy != 0;
-    bytes.bits(turned, 1);
-    if (turned) pair(placing.yx, placing.xy);
-    pair(placing.dx * twips / one, placing.dy * twips / one);
-    bytes.align();
-}
-
-Bytes shape(unsigned number, const Drawing& drawing) {
-    constexpr unsigned defineShape3 = 32;
-    Bytes body;
+swf::Writer shape(unsigned number, const Drawing& drawing) {
+    swf::Writer body;
     body.u16(number);
     writeBounds(body, boundsOf(drawing));
     for (std::size_t index = 0; index < drawing.size(); ++index) {
         const Stroke& stroke = drawing[index];
         const bool isLine = stroke.width > 0;
         // Each lies in a layer of its own, since areas of one layer must not overlap.
-        if (index > 0) body.bits(16, 6);
+        if (index > 0) body.bits(swf::styleChange::NewStyles, 6);
         writeStyles(body, stroke);
         writeWidths(body, isLine);
         writeOutline(body, outline(stroke.path), isLine, true, false);
     }
     body.bits(0, 6);
-    return tag(defineShape3, body);
+    return swf::tag(swf::Tag::DefineShape3, body);
 }
 
-Bytes growing(unsigned number, const Stroke& line) {
-    constexpr unsigned defineMorphShape = 46;
-    Bytes styles;
+swf::Writer growing(unsigned number, const Stroke& line) {
+    swf::Writer styles;
     styles.u8(0);
     styles.u8(1);
     const auto width = static_cast<unsigned>(rounded(line.width * twips));
     styles.u16(width);
     styles.u16(width);
-    writeTint(styles, line.paint.tint);
-    writeTint(styles, line.paint.tint);
+    styles.color(line.paint.tint, true);
+    styles.color(line.paint.tint, true);
     const std::vector<Part> parts = outline(line.path);
-    Bytes start;
+    swf::Writer start;
     writeWidths(start, true);
     writeOutline(start, parts, true, true, true);
-    Bytes end;
+    swf::Writer end;
     end.bits(0, 8);
     writeOutline(end, parts, true, false, false);
     start.bits(0, 6);
     end.bits(0, 6);
 
-    Bytes body;
+    swf::Writer body;
     body.u16(number);
     writeBounds(body, boundsOf({line}));
     writeBounds(body, boundsOf({line}));
@@ -198,7 +168,7 @@ Bytes growing(unsigned number, const Stroke& line) {
     body.append(styles);
     body.append(start);
     body.append(end);
-    return tag(defineMorphShape, body);
+    return swf::tag(swf::Tag::DefineMorphShape, body);
 }
 
 }  // namespace shapeTags

@@ -1,8 +1,8 @@
 #include "movies/player/Bitmap.h"
 
 #include "base/Failure.h"
+#include "movies/format/codes.h"
 #include "movies/player/Inflater.h"
-#include "movies/player/Reader.h"
 #include "movies/player/limits.h"
 
 #include <algorithm>
@@ -44,15 +44,46 @@ std::size_t stride(std::size_t bytes) { return (bytes + 3) / 4 * 4; }
 
 }  // namespace
 
+Bitmap readPacked(Reader& reader, bool hasAlpha) {
+    Bitmap bitmap;
+    switch (static_cast<PixelFormat>(reader.u8())) {
+        case PixelFormat::Palette: bitmap.kind = Bitmap::Kind::Palette; break;
+        case PixelFormat::Pixels15: bitmap.kind = Bitmap::Kind::Pixels15; break;
+        case PixelFormat::Pixels32: bitmap.kind = Bitmap::Kind::Pixels32; break;
+        default: throw Failure("an unknown kind of pixels");
+    }
+    bitmap.width = reader.u16();
+    bitmap.height = reader.u16();
+    bitmap.hasAlpha = hasAlpha;
+    if (bitmap.kind == Bitmap::Kind::Palette) bitmap.colors = std::size_t{reader.u8()} + 1;
+    bitmap.data = reader.rest();
+    return bitmap;
+}
+
+Bitmap readJpeg(Reader& reader, int version, std::string_view tables) {
+    Bitmap bitmap;
+    if (version == 1) bitmap.tables = tables;
+    if (version < 3) {
+        bitmap.data = reader.rest();
+        return bitmap;
+    }
+    const std::uint32_t length = reader.u32();
+    if (version == 4) reader.skip(2);
+    bitmap.data = reader.bytes(length);
+    bitmap.alpha = reader.rest();
+    bitmap.hasAlpha = !bitmap.alpha.empty();
+    return bitmap;
+}
+
 std::vector<std::uint32_t> unpackPixels(const Bitmap& bitmap) {
     if (bitmap.width == 0 || bitmap.height == 0 ||
-        bitmap.height > limits::pixelsOfAPicture / bitmap.width) {
+        bitmap.height > limits::pixelsPerPicture / bitmap.width) {
         throw Failure("a picture of no fitting size");
     }
-    const std::size_t bytesAPixel = bitmap.kind == Bitmap::Kind::Palette    ? 1
-                                    : bitmap.kind == Bitmap::Kind::Pixels15 ? 2
-                                                                            : 4;
-    const std::size_t row = stride(bitmap.width * bytesAPixel);
+    const std::size_t bytesPerPixel = bitmap.kind == Bitmap::Kind::Palette    ? 1
+                                      : bitmap.kind == Bitmap::Kind::Pixels15 ? 2
+                                                                              : 4;
+    const std::size_t row = stride(bitmap.width * bytesPerPixel);
     const std::size_t table = bitmap.colors * (bitmap.hasAlpha ? 4 : 3);
     const std::string bytes = inflate(bitmap.data, table + row * bitmap.height);
     Reader reader(bytes);

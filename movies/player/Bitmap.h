@@ -1,5 +1,7 @@
 #pragma once
 
+#include "movies/format/Reader.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -25,6 +27,12 @@ struct Bitmap {
     std::size_t height = 0;
     std::size_t colors = 0;
 };
+
+/// The picture of a packed tag, behind its number; those of the second tag have alpha.
+[[nodiscard]] Bitmap readPacked(Reader& reader, bool hasAlpha);
+/// The picture of a JPEG tag, behind its number: the first one (which needs `tables`), the second,
+/// the third with alpha, or the fourth.
+[[nodiscard]] Bitmap readJpeg(Reader& reader, int version, std::string_view tables);
 
 /// The pixels of a packed picture, row by row, as 0xAARRGGBB with colours multiplied by alpha.
 /// Fails for one that is damaged or larger than the limit.

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "movies/player/geometry.h"
+#include "movies/format/Reader.h"
+#include "movies/format/codes.h"
 
 #include <cstdint>
 #include <string_view>
@@ -10,7 +11,12 @@ namespace swf {
 
 /// A thing that is shown in some states of a button.
 struct ButtonRecord {
-    enum State : unsigned { Up = 1, Over = 2, Down = 4, Hit = 8 };
+    enum State : unsigned {
+        Up = buttonFlag::Up,
+        Over = buttonFlag::Over,
+        Down = buttonFlag::Down,
+        Hit = buttonFlag::Hit
+    };
     unsigned states = 0;
     std::uint16_t character = 0;
     std::uint16_t depth = 0;
@@ -18,19 +24,7 @@ struct ButtonRecord {
     ColorTransform colors;
 };
 
-/// What happens to a button; a bit each, as files have them.
-enum class ButtonEvent : unsigned {
-    IdleToOverUp = 0x001,
-    OverUpToIdle = 0x002,
-    OverUpToOverDown = 0x004,
-    OverDownToOverUp = 0x008,
-    OverDownToOutDown = 0x010,
-    OutDownToOverDown = 0x020,
-    OutDownToIdle = 0x040,
-    IdleToOverDown = 0x080,
-    OverDownToIdle = 0x100,
-};
-
+/// Byte code, and what it is run for.
 struct ButtonActions {
     unsigned events = 0;
     /// The key that calls them too: a character, or one of the codes below 32; 0 for none.
@@ -38,9 +32,17 @@ struct ButtonActions {
     std::string_view code;
 };
 
+/// What a button looks like, and what it does.
 struct Button {
     std::vector<ButtonRecord> records;
     std::vector<ButtonActions> actions;
 };
+
+/// The button of the first tag, behind its number.
+[[nodiscard]] Button readFirstButton(Reader& reader);
+/// The button of the second tag.
+[[nodiscard]] Button readSecondButton(Reader& reader);
+/// Gives the records of a button their colours; a single one is for all of them.
+void readButtonColors(Reader& reader, Button& button);
 
 }  // namespace swf

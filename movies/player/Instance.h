@@ -1,8 +1,8 @@
 #pragma once
 
+#include "movies/format/geometry.h"
 #include "movies/player/Button.h"
 #include "movies/player/Movie.h"
-#include "movies/player/geometry.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -28,8 +28,8 @@ struct Clip {
     DisplayList list;
     std::size_t frame = 0;
     bool playing = true;
-    /// The turn in which it came to be: it goes on from the next one.
-    std::uint64_t born = 0;
+    /// The turn in which it was placed: it plays on from the next one.
+    std::uint64_t createdIn = 0;
     unsigned depth = 0;
 };
 

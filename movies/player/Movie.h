@@ -27,7 +27,7 @@ struct Movie {
     std::string bytes;
     unsigned version = 0;
     Rect frame;
-    double framesASecond = 0;
+    double framesPerSecond = 0;
     /// Without one, what is behind the movie shows through.
     std::optional<Color> background;
     std::unordered_map<std::uint16_t, Character> characters;

@@ -1,13 +1,8 @@
 #include "movies/player/MovieLoader.h"
 
 #include "base/Failure.h"
-#include "movies/player/bitmapReaders.h"
-#include "movies/player/buttonReaders.h"
 #include "movies/player/limits.h"
-#include "movies/player/placeReaders.h"
-#include "movies/player/recordReaders.h"
 #include "movies/player/shapeReaders.h"
-#include "movies/player/textReaders.h"
 
 #include <algorithm>
 #include <utility>
@@ -40,11 +35,11 @@ std::size_t weightOf(const Character& character) {
     return weight;
 }
 
-ShapeVersion shapeVersion(unsigned code) {
-    return code == 2    ? ShapeVersion::One
-           : code == 22 ? ShapeVersion::Two
-           : code == 32 ? ShapeVersion::Three
-                        : ShapeVersion::Four;
+ShapeVersion shapeVersion(Tag code) {
+    return code == Tag::DefineShape    ? ShapeVersion::One
+           : code == Tag::DefineShape2 ? ShapeVersion::Two
+           : code == Tag::DefineShape3 ? ShapeVersion::Three
+                                       : ShapeVersion::Four;
 }
 
 }  // namespace
@@ -74,7 +69,7 @@ void MovieLoader::begin() {
         // At once for all steps, since it takes long to move what has been unpacked; what is not
         // used costs nothing. No byte unpacks to more than 1032.
         movie->bytes.reserve(std::min(limits::unpackedBytes, file.size() * 1040) +
-                             limits::bytesAStep);
+                             limits::bytesPerStep);
         inflater.emplace(head.rest());
     }
     stage = Stage::Unpacking;
@@ -84,7 +79,7 @@ void MovieLoader::unpackStep() {
     bool more = false;
     if (inflater) {
         const std::size_t room = limits::unpackedBytes - movie->bytes.size();
-        more = inflater->unpack(movie->bytes, std::min(limits::bytesAStep, room)) &&
+        more = inflater->unpack(movie->bytes, std::min(limits::bytesPerStep, room)) &&
                movie->bytes.size() < limits::unpackedBytes;
     } else {
         movie->bytes = file.substr(headBytes);
@@ -100,10 +95,10 @@ void MovieLoader::readHeader() {
     tags = Reader(movie->bytes);
     const Rect frame = readRect(tags);
     const double rate = tags.u16() / 256.0;
-    static_cast<void>(tags.u16());  // the number of frames, which the frames tell themselves
+    static_cast<void>(tags.u16());  // the number of frames, which follows from the frames
     if (frame.width() <= 0 || frame.height() <= 0) return;
     movie->frame = frame;
-    movie->framesASecond = rate;
+    movie->framesPerSecond = rate;
     stage = Stage::Reading;
 }
 
@@ -111,7 +106,7 @@ void MovieLoader::readStep() {
     std::size_t work = 0;
     bool complete = true;
     attempt([&] {
-        while (work < limits::bytesAStep && stage == Stage::Reading)
+        while (work < limits::bytesPerStep && stage == Stage::Reading)
             work += readTag();
         complete = stage == Stage::Done;
     });
@@ -129,79 +124,79 @@ std::size_t MovieLoader::readTag() {
         return 1;
     }
     const unsigned head = source.u16();
-    std::size_t length = head & 63U;
-    if (length == 63) length = source.u32();
-    const unsigned code = head >> 6U;
+    std::size_t length = head & longTagLength;
+    if (length == longTagLength) length = source.u32();
+    const auto code = static_cast<Tag>(head >> tagLengthBits);
     // A tag that is cut off is read as far as it goes when it holds more tags.
-    if (code == 39 && !spriteTags) length = std::min(length, source.rest().size());
+    if (code == Tag::DefineSprite && !spriteTags) length = std::min(length, source.rest().size());
     Reader tag(source.bytes(length));
-    if (code == 0) {
+    if (code == Tag::End) {
         if (spriteTags) {
             spriteTags.reset();
         } else {
             stage = Stage::Done;
         }
-    } else if (code == 39 && !spriteTags) {
+    } else if (code == Tag::DefineSprite && !spriteTags) {
         const std::uint16_t number = tag.u16();
         tag.skip(2);
         // Of two characters of one number the first counts; the second is read into nothing.
         sprite = std::get_if<Timeline>(add(number, Timeline()));
         if (sprite == nullptr) sprite = &unused.emplace();
         spriteTags = tag;
-        return limits::bytesForATag;
+        return limits::bytesPerTag;
     } else {
         // A tag with a fault is left out; the next one begins where its length says.
         attempt([&] {
             if (!readControl(code, tag)) readDefinition(code, tag);
         });
     }
-    return limits::bytesForATag + length;
+    return limits::bytesPerTag + length;
 }
 
-bool MovieLoader::readControl(unsigned code, Reader tag) {
+bool MovieLoader::readControl(Tag code, Reader tag) {
     switch (code) {
-        case 1: endFrame(); return true;
-        case 4: addControl(readFirstPlace(tag)); return true;
-        case 5: tag.skip(2); [[fallthrough]];
-        case 28: addControl(Remove{tag.u16()}); return true;
-        case 12: addControl(Actions{tag.rest()}); return true;
-        case 26: addControl(readPlace(tag, false)); return true;
-        case 70: addControl(readPlace(tag, true)); return true;
-        case 43: addLabel(tag.text()); return true;
+        case Tag::ShowFrame: endFrame(); return true;
+        case Tag::PlaceObject: addControl(readFirstPlace(tag)); return true;
+        case Tag::RemoveObject: tag.skip(2); [[fallthrough]];
+        case Tag::RemoveObject2: addControl(Remove{tag.u16()}); return true;
+        case Tag::DoAction: addControl(Actions{tag.rest()}); return true;
+        case Tag::PlaceObject2: addControl(readPlace(tag, false)); return true;
+        case Tag::PlaceObject3: addControl(readPlace(tag, true)); return true;
+        case Tag::FrameLabel: addLabel(tag.text()); return true;
         default: return false;
     }
 }
 
-void MovieLoader::readDefinition(unsigned code, Reader tag) {
+void MovieLoader::readDefinition(Tag code, Reader tag) {
     // None of these may stand in a sprite.
     if (spriteTags) return;
     switch (code) {
-        case 9: movie->background = readColor(tag, false); return;
-        case 8: jpegTables = tag.rest(); return;
+        case Tag::SetBackgroundColor: movie->background = readColor(tag, false); return;
+        case Tag::JPEGTables: jpegTables = tag.rest(); return;
         default: break;
     }
     const std::uint16_t number = tag.u16();
     switch (code) {
-        case 2:
-        case 22:
-        case 32:
-        case 83: add(number, readShape(tag, shapeVersion(code))); break;
-        case 46: add(number, readMorphShape(tag, false)); break;
-        case 84: add(number, readMorphShape(tag, true)); break;
-        case 10: add(number, readFirstFont(tag)); break;
-        case 48: add(number, readNamedFont(tag, false)); break;
-        case 75: add(number, readNamedFont(tag, true)); break;
-        case 11: add(number, readText(tag, false)); break;
-        case 33: add(number, readText(tag, true)); break;
-        case 6: add(number, readJpeg(tag, 1, jpegTables)); break;
-        case 21: add(number, readJpeg(tag, 2, {})); break;
-        case 35: add(number, readJpeg(tag, 3, {})); break;
-        case 90: add(number, readJpeg(tag, 4, {})); break;
-        case 20: add(number, readPacked(tag, false)); break;
-        case 36: add(number, readPacked(tag, true)); break;
-        case 7: add(number, readFirstButton(tag)); break;
-        case 34: add(number, readSecondButton(tag)); break;
-        case 23: {
+        case Tag::DefineShape:
+        case Tag::DefineShape2:
+        case Tag::DefineShape3:
+        case Tag::DefineShape4: add(number, readShape(tag, shapeVersion(code))); break;
+        case Tag::DefineMorphShape: add(number, readMorphShape(tag, false)); break;
+        case Tag::DefineMorphShape2: add(number, readMorphShape(tag, true)); break;
+        case Tag::DefineFont: add(number, readFirstFont(tag)); break;
+        case Tag::DefineFont2: add(number, readNamedFont(tag, false)); break;
+        case Tag::DefineFont3: add(number, readNamedFont(tag, true)); break;
+        case Tag::DefineText: add(number, readText(tag, false)); break;
+        case Tag::DefineText2: add(number, readText(tag, true)); break;
+        case Tag::DefineBits: add(number, readJpeg(tag, 1, jpegTables)); break;
+        case Tag::DefineBitsJPEG2: add(number, readJpeg(tag, 2, {})); break;
+        case Tag::DefineBitsJPEG3: add(number, readJpeg(tag, 3, {})); break;
+        case Tag::DefineBitsJPEG4: add(number, readJpeg(tag, 4, {})); break;
+        case Tag::DefineBitsLossless: add(number, readPacked(tag, false)); break;
+        case Tag::DefineBitsLossless2: add(number, readPacked(tag, true)); break;
+        case Tag::DefineButton: add(number, readFirstButton(tag)); break;
+        case Tag::DefineButton2: add(number, readSecondButton(tag)); break;
+        case Tag::DefineButtonCxform: {
             const auto found = movie->characters.find(number);
             if (found == movie->characters.end()) return;
             if (auto* button = std::get_if<Button>(&found->second)) readButtonColors(tag, *button);

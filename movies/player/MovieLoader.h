@@ -1,8 +1,9 @@
 #pragma once
 
+#include "movies/format/Reader.h"
+#include "movies/format/codes.h"
 #include "movies/player/Inflater.h"
 #include "movies/player/Movie.h"
-#include "movies/player/Reader.h"
 
 #include <cstdint>
 #include <memory>
@@ -16,6 +17,7 @@ namespace swf {
 /// what came before the fault is the movie; a file that is none gives a movie without frames.
 class MovieLoader {
 public:
+    /// `file` is the whole content of the file.
     explicit MovieLoader(std::string file);
 
     /// Goes on a little. False once the movie is complete.
@@ -32,8 +34,8 @@ private:
     void readStep();
     /// Returns what the tag took, in about the time of bytes.
     std::size_t readTag();
-    void readDefinition(unsigned code, Reader tag);
-    [[nodiscard]] bool readControl(unsigned code, Reader tag);
+    void readDefinition(Tag code, Reader tag);
+    [[nodiscard]] bool readControl(Tag code, Reader tag);
     /// The character as it stands in the movie; nothing when it was not taken.
     Character* add(std::uint16_t number, Character character);
     [[nodiscard]] bool hasRoom();

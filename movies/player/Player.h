@@ -8,37 +8,41 @@
 
 namespace swf {
 
-/// What a movie tells its host.
+/// A command that a movie gives its host.
 struct Command {
     std::string name;
     std::string arguments;
 };
 
-/// Plays a movie: turn by turn, each of them short whatever the movie asks for. What a movie tells
-/// its host is kept until it is taken, so that the host may do as it likes then.
+/// Plays a movie: turn by turn, each of them short whatever the movie asks for. Its commands are
+/// kept until they are taken, so that the host may do anything then, such as end the player.
 class Player {
 public:
+    /// Plays the first frame at once.
     explicit Player(std::shared_ptr<const Movie> movie);
 
     [[nodiscard]] const Movie& movie() const { return *content; }
+    /// What is to be drawn.
     [[nodiscard]] const DisplayList& stage() const { return scene.root().list; }
 
-    /// Goes on by a frame.
+    /// Plays the next frame.
     void advance();
-    /// Whether going on changes anything.
+    /// Whether playing on can change anything.
     [[nodiscard]] bool moves() const { return !ended && scene.moves(); }
-    /// Whether anything looks otherwise than at the last call.
+    /// Whether the picture may have changed since the last call.
     [[nodiscard]] bool takeChange() { return scene.takeChange(); }
 
     /// The mouse is at the place, with its button held or not.
     void mouse(Point place, bool held);
+    /// The mouse is outside the movie.
     void mouseLeft(bool held);
     /// Whether the mouse stands over a button of the movie.
     [[nodiscard]] bool overButton() const { return hovered != 0; }
     /// A key went down: a character, or one of the codes that files have for other keys. False when
-    /// nothing waits for it.
+    /// no button has actions for it.
     bool key(unsigned code);
 
+    /// The commands since the last call, in their order.
     [[nodiscard]] std::vector<Command> takeCommands();
 
 private:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "movies/player/geometry.h"
+#include "movies/format/geometry.h"
 
 #include <cstdint>
 #include <optional>
@@ -8,12 +8,14 @@
 
 namespace swf {
 
+/// A colour of a gradient, and its place on the way from its beginning to its end.
 struct GradientStop {
     /// 0 to 255.
     std::uint8_t ratio = 0;
     Color color;
 };
 
+/// What an area is painted with. Which members count depends on the kind.
 struct Fill {
     enum class Kind { Solid, Linear, Radial, Bitmap };
     enum class Spread { Pad, Reflect, Repeat };
@@ -31,6 +33,7 @@ struct Fill {
     bool smooth = true;
 };
 
+/// What a line is drawn with.
 struct Line {
     enum class Cap { Round, None, Square };
     enum class Join { Round, Bevel, Miter };
@@ -70,6 +73,7 @@ struct Layer {
     std::size_t lines = 0;
 };
 
+/// A shape as the file has it: edges in the order of a pen, with the styles on their sides.
 struct Shape {
     std::vector<Fill> fills;
     std::vector<Line> lines;

@@ -35,7 +35,7 @@ bool Stage::work(unsigned pieces) {
 }
 
 void Stage::start() {
-    main.born = turn;
+    main.createdIn = turn;
     DisplayList none;
     applyFrame(main, 0, none, true);
 }
@@ -43,7 +43,7 @@ void Stage::start() {
 void Stage::advance() { advance(main); }
 
 void Stage::advance(Clip& clip) {
-    if (clip.born < turn && swf::moves(clip)) goTo(clip, clip.frame + 1);
+    if (clip.createdIn < turn && swf::moves(clip)) goTo(clip, clip.frame + 1);
     advanceInner(clip.list);
 }
 
@@ -73,7 +73,7 @@ void Stage::goTo(Clip& clip, std::size_t frame) {
     for (; next < frame; ++next)
         applyFrame(clip, next, old, false);
     applyFrame(clip, frame, old, true);
-    forget(old);
+    release(old);
 }
 
 void Stage::applyFrame(Clip& clip, std::size_t frame, DisplayList& old, bool withActions) {
@@ -88,7 +88,7 @@ void Stage::applyFrame(Clip& clip, std::size_t frame, DisplayList& old, bool wit
         } else if (const auto* remove = std::get_if<Remove>(&control)) {
             const auto found = clip.list.find(remove->depth);
             if (found == clip.list.end()) continue;
-            forget(found->second);
+            release(found->second);
             clip.list.erase(found);
             changed = true;
         } else if (withActions) {
@@ -127,7 +127,7 @@ Instance* Stage::put(DisplayList& list, DisplayList& old, std::uint16_t depth,
                      unsigned nesting) {
     const auto occupied = list.find(depth);
     if (occupied != list.end()) {
-        forget(occupied->second);
+        release(occupied->second);
         list.erase(occupied);
     }
     changed = true;
@@ -151,7 +151,7 @@ Instance* Stage::put(DisplayList& list, DisplayList& old, std::uint16_t depth,
         clip.number = instance.number;
         clip.parent = parent;
         clip.timeline = timeline;
-        clip.born = turn;
+        clip.createdIn = turn;
         clip.depth = nesting;
         clips.emplace(clip.number, &clip);
         DisplayList none;
@@ -178,20 +178,20 @@ void Stage::setState(Face& face, ButtonRecord::State state) {
         instance->matrix = record.matrix;
         instance->colors = record.colors;
     }
-    forget(old);
+    release(old);
     changed = true;
 }
 
-void Stage::forget(Instance& instance) {
+void Stage::release(Instance& instance) {
     --instances;
     clips.erase(instance.number);
-    if (instance.clip) forget(instance.clip->list);
-    if (instance.face) forget(instance.face->list);
+    if (instance.clip) release(instance.clip->list);
+    if (instance.face) release(instance.face->list);
 }
 
-void Stage::forget(DisplayList& list) {
+void Stage::release(DisplayList& list) {
     for (auto& [depth, instance] : list)
-        forget(instance);
+        release(instance);
 }
 
 bool Stage::moves() const {

@@ -13,9 +13,11 @@ namespace swf {
 /// counted; when what a turn may take is used up, the rest of the turn is left out.
 class Stage {
 public:
+    /// Empty until `start`. The movie outlives the stage.
     explicit Stage(const Movie& movie);
 
     [[nodiscard]] const Movie& movie() const { return content; }
+    /// The movie itself, which is always there.
     [[nodiscard]] Clip& root() { return main; }
     [[nodiscard]] const Clip& root() const { return main; }
     /// Nothing when it has gone.
@@ -25,12 +27,14 @@ public:
     void beginTurn();
     /// Takes some of the turn's work; false when there is none left.
     [[nodiscard]] bool work(unsigned pieces = 1);
+    /// Whether the turn has used up its work.
     [[nodiscard]] bool exhausted() const { return workLeft == 0; }
 
     /// Plays the first frame of the movie.
     void start();
     /// All clips that play go on by a frame.
     void advance();
+    /// Shows another frame of the clip; one behind the last is the first. Its actions are queued.
     void goTo(Clip& clip, std::size_t frame);
     /// Shows another state of a button.
     void setState(Face& face, ButtonRecord::State state);
@@ -57,8 +61,8 @@ private:
     /// Puts a new instance, or the one that stood in `old` in its stead, into `list`.
     Instance* put(DisplayList& list, DisplayList& old, std::uint16_t depth, std::uint16_t character,
                   std::size_t origin, InstanceNumber parent, unsigned nesting);
-    void forget(Instance& instance);
-    void forget(DisplayList& list);
+    void release(Instance& instance);
+    void release(DisplayList& list);
 
     const Movie& content;
     Clip main;

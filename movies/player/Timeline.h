@@ -1,6 +1,6 @@
 #pragma once
 
-#include "movies/player/geometry.h"
+#include "movies/format/Reader.h"
 
 #include <cstdint>
 #include <map>
@@ -25,6 +25,7 @@ struct Place {
     std::string_view name;
 };
 
+/// Takes what is at the depth off the stage.
 struct Remove {
     std::uint16_t depth = 0;
 };
@@ -46,5 +47,11 @@ struct Timeline {
 
     [[nodiscard]] std::size_t frameCount() const { return frameEnds.size(); }
 };
+
+/// The first tag that places a thing.
+[[nodiscard]] Place readFirstPlace(Reader& reader);
+/// The second one, or the third when `third`. What both hold behind the parts of `Place` (filters,
+/// blending, actions of sprites) stays unread.
+[[nodiscard]] Place readPlace(Reader& reader, bool third);
 
 }  // namespace swf

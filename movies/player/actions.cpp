@@ -1,9 +1,10 @@
 #include "movies/player/actions.h"
 
 #include "base/Failure.h"
-#include "movies/player/Reader.h"
+#include "base/text.h"
+#include "movies/format/Reader.h"
+#include "movies/format/codes.h"
 #include "movies/player/limits.h"
-#include "movies/player/targets.h"
 
 #include <algorithm>
 #include <charconv>
@@ -19,6 +20,40 @@ using namespace std::string_view_literals;
 
 constexpr std::size_t mostOnStack = 64;
 
+/// The flags of `Action::GotoFrame2`.
+constexpr unsigned playsOn = 1;
+constexpr unsigned hasBias = 2;
+
+InstanceNumber named(const Stage& stage, const Clip& clip, std::string_view name) {
+    if (name == "_root"sv || name == "_level0"sv) return stage.root().number;
+    if (name == "_parent"sv || name == ".."sv) return clip.parent;
+    if (name.empty() || name == "this"sv) return clip.number;
+    const std::string wanted = lowerCase(name);
+    for (const auto& [depth, instance] : clip.list) {
+        const bool fits = instance.clip && instance.name.size() == name.size();
+        if (fits && lowerCase(instance.name) == wanted) return instance.number;
+    }
+    return 0;
+}
+
+/// The clip that a path leads to from another one, written with slashes ("/a/b", "../a") or dots
+/// ("_root.a", "_parent.b"); 0 when there is none.
+InstanceNumber findTarget(Stage& stage, InstanceNumber from, std::string_view path) {
+    const bool slashed = path.find('/') != std::string_view::npos || path == ".."sv;
+    const char separator = slashed ? '/' : '.';
+    InstanceNumber at = slashed && path.front() == '/' ? stage.root().number : from;
+    while (!path.empty()) {
+        const Clip* const clip = stage.find(at);
+        if (clip == nullptr) return 0;
+        const std::size_t length = std::min(path.find(separator), path.size());
+        // A name is compared with that of everything there.
+        if (!stage.work(static_cast<unsigned>(1 + clip->list.size() * (8 + length) / 64))) return 0;
+        at = named(stage, *clip, path.substr(0, length));
+        path.remove_prefix(std::min(length + 1, path.size()));
+    }
+    return stage.find(at) == nullptr ? 0 : at;
+}
+
 /// A machine for one piece of byte code. Its stack holds texts only; numbers are written out.
 class Machine {
 public:
@@ -28,9 +63,10 @@ public:
 
     void run() {
         while (!reader.atEnd() && stage.find(home) != nullptr && stage.work()) {
-            const unsigned action = reader.u8();
-            if (action == 0) return;
-            const std::size_t length = action >= 0x80 ? reader.u16() : 0;
+            const unsigned code = reader.u8();
+            const auto action = static_cast<Action>(code);
+            if (action == Action::End) return;
+            const std::size_t length = code >= longAction ? reader.u16() : 0;
             // Long actions take longer.
             if (!stage.work(static_cast<unsigned>(length / 64))) return;
             if (!step(action, Reader(reader.bytes(length)))) return;
@@ -39,31 +75,31 @@ public:
 
 private:
     /// False at the end.
-    bool step(unsigned action, Reader data) {
+    bool step(Action action, Reader data) {
         switch (action) {
-            case 0x04: goBy(1); return true;
-            case 0x05: goBy(-1); return true;
-            case 0x06: setPlaying(true); return true;
-            case 0x07: setPlaying(false); return true;
-            case 0x17: static_cast<void>(pop()); return true;
-            case 0x20: setTarget(pop()); return true;
-            case 0x21: join(); return true;
-            case 0x81: goTo(data.u16(), false); return true;
-            case 0x83: commandFromData(data); return true;
-            case 0x88: readPool(data); return true;
-            case 0x8A: return true;  // all frames are there
-            case 0x8B: setTarget(std::string(data.text())); return true;
-            case 0x8C: goToLabel(data.text(), false); return true;
-            case 0x96: push(data); return true;
-            case 0x9A: commandFromStack(); return true;
-            case 0x9F: goToFromStack(data); return true;
-            case 0x9B:
-            case 0x8E:
-            case 0x94: passBody(action, data); return true;
-            case 0x99:                // jump
-            case 0x9D:                // if
-            case 0x9E:                // call
-            case 0x3E: return false;  // return
+            case Action::NextFrame: goBy(1); return true;
+            case Action::PreviousFrame: goBy(-1); return true;
+            case Action::Play: setPlaying(true); return true;
+            case Action::Stop: setPlaying(false); return true;
+            case Action::Pop: static_cast<void>(pop()); return true;
+            case Action::SetTarget2: setTarget(pop()); return true;
+            case Action::StringAdd: join(); return true;
+            case Action::GotoFrame: goTo(data.u16(), false); return true;
+            case Action::GetURL: commandFromData(data); return true;
+            case Action::ConstantPool: readPool(data); return true;
+            case Action::WaitForFrame: return true;  // all frames are there
+            case Action::SetTarget: setTarget(std::string(data.text())); return true;
+            case Action::GoToLabel: goToLabel(data.text(), false); return true;
+            case Action::Push: push(data); return true;
+            case Action::GetURL2: commandFromStack(); return true;
+            case Action::GotoFrame2: goToFromStack(data); return true;
+            case Action::DefineFunction:
+            case Action::DefineFunction2:
+            case Action::With: passBody(action, data); return true;
+            case Action::Jump:                  // jump
+            case Action::If:                    // if
+            case Action::Call:                  // call
+            case Action::Return: return false;  // return
             default: stack.clear(); return true;
         }
     }
@@ -101,7 +137,7 @@ private:
     /// A frame's number, from 1, or label, either with a path and a colon in front.
     void goToFromStack(Reader data) {
         const unsigned flags = data.u8();
-        const std::size_t bias = flags & 2U ? data.u16() : 0;
+        const std::size_t bias = flags & hasBias ? data.u16() : 0;
         std::string frame = pop();
         const InstanceNumber before = target;
         if (const std::size_t colon = frame.rfind(':'); colon != std::string::npos) {
@@ -111,7 +147,7 @@ private:
         unsigned number = 0;
         const char* const end = frame.data() + frame.size();
         const auto [stop, error] = std::from_chars(frame.data(), end, number);
-        const bool plays = flags & 1U;
+        const bool plays = flags & playsOn;
         if (error == std::errc() && stop == end) {
             if (number > 0) goTo(number - 1 + bias, plays);
         } else {
@@ -133,7 +169,7 @@ private:
     void command(std::string_view address, std::string_view arguments) {
         constexpr auto prefix = "fscommand:"sv;
         if (address.size() < prefix.size() || commands.size() == limits::commands ||
-            !equalButForCase(address.substr(0, prefix.size()), prefix)) {
+            lowerCase(address.substr(0, prefix.size())) != prefix) {
             return;
         }
         commands.push_back(
@@ -147,20 +183,20 @@ private:
     }
 
     std::string pushed(Reader& data) {
-        switch (data.u8()) {
-            case 0: return std::string(data.text().substr(0, limits::commandBytes));
-            case 1: return written(bitsAs<float>(data.u32()));
-            case 2: return "null";
-            case 3: return "";
-            case 4: data.skip(1); return "";
-            case 5: return data.u8() != 0 ? "1" : "0";
-            case 6: {
+        switch (static_cast<PushType>(data.u8())) {
+            case PushType::String: return std::string(data.text().substr(0, limits::commandBytes));
+            case PushType::Float: return written(bitsAs<float>(data.u32()));
+            case PushType::Null: return "null";
+            case PushType::Undefined: return "";
+            case PushType::Register: data.skip(1); return "";
+            case PushType::Boolean: return data.u8() != 0 ? "1" : "0";
+            case PushType::Double: {
                 const std::uint64_t high = data.u32();
                 return written(bitsAs<double>(high << 32U | data.u32()));
             }
-            case 7: return std::to_string(static_cast<std::int32_t>(data.u32()));
-            case 8: return pooled(data.u8());
-            case 9: return pooled(data.u16());
+            case PushType::Integer: return std::to_string(static_cast<std::int32_t>(data.u32()));
+            case PushType::Constant8: return pooled(data.u8());
+            case PushType::Constant16: return pooled(data.u16());
             default: throw Failure("an unknown kind of value");
         }
     }
@@ -210,14 +246,14 @@ private:
     }
 
     /// A function's or block's code follows its head; it is not carried out.
-    void passBody(unsigned action, Reader data) {
+    void passBody(Action action, Reader data) {
         stack.clear();
-        if (action != 0x94) {
+        if (action != Action::With) {
             static_cast<void>(data.text());
             const unsigned parameters = data.u16();
-            if (action == 0x8E) data.skip(3);
+            if (action == Action::DefineFunction2) data.skip(3);
             for (unsigned left = parameters; left > 0; --left) {
-                if (action == 0x8E) data.skip(1);
+                if (action == Action::DefineFunction2) data.skip(1);
                 static_cast<void>(data.text());
             }
         }

@@ -8,7 +8,7 @@
 
 namespace swf {
 
-/// Carries out byte code of a frame or a button of the clip: stop, play, going to a frame or label,
+/// Runs byte code of a frame or a button of the clip: stop, play, going to a frame or label,
 /// choosing another clip for that, and commands for the host, which are appended to `commands`.
 /// There is no script beyond that: other actions are passed over, and a branch ends the code. No
 /// address is ever opened.

@@ -87,7 +87,7 @@ private:
 
     Stage& stage;
     const Movie& movie;
-    std::size_t edgesLeft = 4 * limits::edgesOfAShape;
+    std::size_t edgesLeft = 4 * limits::edgesPerShape;
 };
 
 void eachButtonIn(DisplayList& list, const std::function<void(Instance&)>& visit) {

@@ -12,27 +12,27 @@ constexpr std::size_t fileBytes = std::size_t{8} << 20;
 /// What a packed file unpacks to; what comes behind that is not read.
 constexpr std::size_t unpackedBytes = std::size_t{64} << 20;
 /// What one step of unpacking or reading takes on, in bytes; about a millisecond.
-constexpr std::size_t bytesAStep = std::size_t{256} << 10;
+constexpr std::size_t bytesPerStep = std::size_t{256} << 10;
 
 /// What reading a tag takes besides its bytes.
-constexpr std::size_t bytesForATag = 256;
+constexpr std::size_t bytesPerTag = 256;
 /// Tags of the whole file, known or not.
 constexpr std::size_t tags = std::size_t{1} << 18;
 constexpr std::size_t characters = 16384;
 /// Of the whole movie: its frames, their labels, and all that they place, remove and do.
 constexpr std::size_t controls = 131072;
 /// Of one shape, and of all glyphs of one font.
-constexpr std::size_t edgesOfAShape = 16384;
-constexpr std::size_t stylesOfAShape = 4096;
-constexpr std::size_t glyphsOfAFont = 16384;
+constexpr std::size_t edgesPerShape = 16384;
+constexpr std::size_t stylesPerShape = 4096;
+constexpr std::size_t glyphsPerFont = 16384;
 /// Of the whole movie; all else that characters hold counts as so many edges as it is large.
 constexpr std::size_t edges = std::size_t{1} << 19;
-constexpr std::size_t glyphsOfAText = 4096;
-constexpr std::size_t recordsOfAButton = 256;
+constexpr std::size_t glyphsPerText = 4096;
+constexpr std::size_t recordsPerButton = 256;
 /// Of one picture, about 800 by 640. Larger ones are not drawn.
-constexpr std::size_t pixelsOfAPicture = std::size_t{512} << 10;
+constexpr std::size_t pixelsPerPicture = std::size_t{512} << 10;
 /// Of one packed picture, which is never larger than its pixels. Larger ones are not drawn.
-constexpr std::size_t bytesOfAPicture = 4 * pixelsOfAPicture;
+constexpr std::size_t bytesPerPicture = 4 * pixelsPerPicture;
 /// Of all pictures that a movie shows.
 constexpr std::size_t pixels = std::size_t{8} << 20;
 
@@ -48,6 +48,6 @@ constexpr unsigned exhaustedFrames = 4;
 constexpr std::size_t commands = 64;
 constexpr std::size_t commandBytes = 4096;
 
-constexpr double framesASecond = 60;
+constexpr double framesPerSecond = 60;
 
 }  // namespace swf::limits

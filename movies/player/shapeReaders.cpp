@@ -1,8 +1,8 @@
 #include "movies/player/shapeReaders.h"
 
 #include "base/Failure.h"
+#include "movies/format/codes.h"
 #include "movies/player/limits.h"
-#include "movies/player/recordReaders.h"
 
 namespace swf {
 
@@ -75,15 +75,18 @@ private:
 
     void change(unsigned changes, std::optional<ShapeVersion> version) {
         styles.count = 0;
-        if (changes & 1U) {
+        if (changes & styleChange::Move) {
             const unsigned width = reader.bits(5);
             const double x = reader.signedBits(width);
             pen = {x, static_cast<double>(reader.signedBits(width))};
         }
-        if (changes & 2U) styles.fill0 = index(fillBits, belowFills, shape.fills.size());
-        if (changes & 4U) styles.fill1 = index(fillBits, belowFills, shape.fills.size());
-        if (changes & 8U) styles.line = index(lineBits, belowLines, shape.lines.size());
-        if (changes & 16U) {
+        if (changes & styleChange::Fill0)
+            styles.fill0 = index(fillBits, belowFills, shape.fills.size());
+        if (changes & styleChange::Fill1)
+            styles.fill1 = index(fillBits, belowFills, shape.fills.size());
+        if (changes & styleChange::Line)
+            styles.line = index(lineBits, belowLines, shape.lines.size());
+        if (changes & styleChange::NewStyles) {
             if (!version) throw Failure("styles where there can be none");
             belowFills = shape.fills.size();
             belowLines = shape.lines.size();
@@ -121,7 +124,7 @@ Shape readShape(Reader& reader, ShapeVersion version) {
     }
     Shape shape;
     readStyles(reader, version, shape);
-    Pen(reader, shape, limits::edgesOfAShape).draw(version);
+    Pen(reader, shape, limits::edgesPerShape).draw(version);
     return shape;
 }
 
@@ -135,8 +138,8 @@ MorphShape readMorphShape(Reader& reader, bool second) {
 
     MorphShape shape;
     readMorphStyles(reader, second, shape);
-    Pen(reader, shape.start, limits::edgesOfAShape).draw({});
-    Pen(endReader, shape.end, limits::edgesOfAShape).draw({});
+    Pen(reader, shape.start, limits::edgesPerShape).draw({});
+    Pen(endReader, shape.end, limits::edgesPerShape).draw({});
     if (shape.start.edges.size() != shape.end.edges.size()) throw Failure("ends that do not fit");
     return shape;
 }

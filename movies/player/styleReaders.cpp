@@ -1,8 +1,8 @@
 #include "movies/player/styleReaders.h"
 
 #include "base/Failure.h"
+#include "movies/format/codes.h"
 #include "movies/player/limits.h"
-#include "movies/player/recordReaders.h"
 
 #include <algorithm>
 
@@ -57,26 +57,27 @@ void readGradient(Reader& reader, Form form, bool focal, Fill& fill, Fill& end) 
 }
 
 void readFill(Reader& reader, Form form, Fill& fill, Fill& end) {
-    const unsigned kind = reader.u8();
-    switch (kind) {
-        case 0x00: fill.color = colorAndItsEnd(reader, form, end.color); break;
-        case 0x10: fill.kind = Fill::Kind::Linear; break;
-        case 0x12:
-        case 0x13: fill.kind = Fill::Kind::Radial; break;
-        case 0x40:
-        case 0x41:
-        case 0x42:
-        case 0x43:
+    const auto type = static_cast<FillType>(reader.u8());
+    switch (type) {
+        case FillType::Solid: fill.color = colorAndItsEnd(reader, form, end.color); break;
+        case FillType::LinearGradient: fill.kind = Fill::Kind::Linear; break;
+        case FillType::RadialGradient:
+        case FillType::FocalGradient: fill.kind = Fill::Kind::Radial; break;
+        case FillType::RepeatingBitmap:
+        case FillType::ClippedBitmap:
+        case FillType::RoughRepeatingBitmap:
+        case FillType::RoughClippedBitmap:
             fill.kind = Fill::Kind::Bitmap;
             fill.bitmap = reader.u16();
             fill.matrix = matrixAndItsEnd(reader, form, end.matrix);
-            fill.repeated = (kind & 1U) == 0;
-            fill.smooth = (kind & 2U) == 0;
+            fill.repeated =
+                type == FillType::RepeatingBitmap || type == FillType::RoughRepeatingBitmap;
+            fill.smooth = type == FillType::RepeatingBitmap || type == FillType::ClippedBitmap;
             break;
         default: throw Failure("an unknown fill");
     }
     if (fill.kind == Fill::Kind::Linear || fill.kind == Fill::Kind::Radial) {
-        readGradient(reader, form, kind == 0x13, fill, end);
+        readGradient(reader, form, type == FillType::FocalGradient, fill, end);
     }
     end.kind = fill.kind;
     end.bitmap = fill.bitmap;
@@ -118,7 +119,7 @@ void readLine(Reader& reader, Form form, bool full, Line& line, Line& end) {
 std::size_t readCount(Reader& reader, bool extended, std::size_t there) {
     std::size_t count = reader.u8();
     if (count == 255 && extended) count = reader.u16();
-    if (there + count > limits::stylesOfAShape) throw Failure("too many styles");
+    if (there + count > limits::stylesPerShape) throw Failure("too many styles");
     return count;
 }
 

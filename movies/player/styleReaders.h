@@ -1,6 +1,6 @@
 #pragma once
 
-#include "movies/player/Reader.h"
+#include "movies/format/Reader.h"
 #include "movies/player/Shape.h"
 
 namespace swf {

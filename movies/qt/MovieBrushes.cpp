@@ -11,8 +11,7 @@ namespace movieBrushes {
 
 namespace {
 
-/// Half of the square that gradients are described in.
-constexpr double reach = 16384;
+using swf::gradientReach;
 /// A gradient's focus on its very rim leaves nothing to draw.
 constexpr double farthestFocus = 0.98;
 
@@ -49,13 +48,13 @@ QBrush brush(const swf::Fill& fill, const swf::Matrix& matrix, const swf::ColorT
     if (!place.usable()) return color(colors.apply(fill.stops.back().color));
     QBrush made;
     if (fill.kind == swf::Fill::Kind::Linear) {
-        QLinearGradient gradient(-reach, 0, reach, 0);
+        QLinearGradient gradient(-gradientReach, 0, gradientReach, 0);
         gradient.setSpread(spreadOf(fill.spread));
         gradient.setStops(stopsOf(fill, colors));
         made = gradient;
     } else {
-        const double focus = std::clamp(fill.focus, -farthestFocus, farthestFocus) * reach;
-        QRadialGradient gradient(QPointF(0, 0), reach, QPointF(focus, 0));
+        const double focus = std::clamp(fill.focus, -farthestFocus, farthestFocus) * gradientReach;
+        QRadialGradient gradient(QPointF(0, 0), gradientReach, QPointF(focus, 0));
         gradient.setSpread(spreadOf(fill.spread));
         gradient.setStops(stopsOf(fill, colors));
         made = gradient;
@@ -65,7 +64,7 @@ QBrush brush(const swf::Fill& fill, const swf::Matrix& matrix, const swf::ColorT
 }
 
 QPen pen(const swf::Line& line, const swf::Matrix& matrix, double thinnest) {
-    const double scale = line.scaled ? std::sqrt(std::abs(matrix.determinant())) : 1.0 / 20;
+    const double scale = line.scaled ? std::sqrt(std::abs(matrix.determinant())) : 1 / swf::twips;
     QPen made;
     made.setWidthF(std::max(line.width * scale, thinnest));
     made.setCapStyle(line.cap == swf::Line::Cap::Round    ? Qt::RoundCap

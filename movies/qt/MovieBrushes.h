@@ -1,7 +1,7 @@
 #pragma once
 
+#include "movies/format/geometry.h"
 #include "movies/player/Shape.h"
-#include "movies/player/geometry.h"
 
 #include <QBrush>
 #include <QColor>

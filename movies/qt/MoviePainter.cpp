@@ -7,39 +7,6 @@
 
 namespace {
 
-// What things cost, measured with Qt's raster engine on a machine of 2020 and rounded up.
-constexpr double instanceCost = 300;
-constexpr double glyphCost = 100;
-constexpr double paintingCost = 2000;
-constexpr double edgeCost = 60;
-constexpr double cellCost = 35;
-constexpr double beyondCost = 350;
-constexpr double mixedCellCost = 60;
-constexpr double cellStepCost = 0.6;
-constexpr double linePieceCost = 700;
-constexpr double readyEdgeCost = 250;
-constexpr double morphEdgeCost = 500;
-constexpr double morphStyleCost = 200;
-constexpr double colorPixelCost = 0.7;
-constexpr double gradientPixelCost = 2;
-constexpr double picturePixelCost = 10;
-constexpr double recolorPixelCost = 20;
-constexpr double maskCost = 5000;
-constexpr double maskPixelCost = 2;
-
-/// What outlines cost that pass through so many pixels: Qt keeps a list of those of each row, which
-/// it goes along for every one that is added.
-double outlineCost(double cells, const QRectF& seen) {
-    const double inARow = std::min(cells / std::max(seen.height(), 1.0), seen.width());
-    return cells * (cellCost + cellStepCost * inARow);
-}
-
-/// What it costs to make a shape out of two.
-double morphCost(const swf::Shape& shape) {
-    return morphEdgeCost * static_cast<double>(shape.edges.size()) +
-           morphStyleCost * static_cast<double>(shape.fills.size() + shape.lines.size());
-}
-
 bool isInvisible(const swf::ColorTransform& colors) {
     return colors.multiply[3] <= 0 && colors.add[3] <= 0;
 }
@@ -60,7 +27,8 @@ MoviePainter::Outcome MoviePainter::draw(QPainter& target, const QRectF& surface
                                          const swf::DisplayList& list, const swf::Matrix& matrix) {
     painter = &target;
     visible = surface;
-    pixelsAUnit = std::sqrt(std::abs(target.deviceTransform().determinant()));
+    pixelsPerUnit = std::sqrt(std::abs(target.deviceTransform().determinant()));
+    costs = DrawingCosts(visible, pixelsPerUnit);
     budget = {};
     mayUnpack = true;
     unfinished = false;
@@ -80,7 +48,7 @@ void MoviePainter::drawList(const swf::DisplayList& list, const Pose& pose) {
     for (const auto& [depth, instance] : list) {
         for (; !masks.empty() && depth > masks.back(); masks.pop_back())
             painter->restore();
-        if (!budget.take(instanceCost)) break;
+        if (!budget.take(DrawingCosts::instance)) break;
         const Pose inner{pose.matrix.after(instance.matrix), pose.colors.after(instance.colors)};
         if (instance.clipDepth == 0) {
             drawInstance(instance, inner);
@@ -88,7 +56,7 @@ void MoviePainter::drawList(const swf::DisplayList& list, const Pose& pose) {
         }
         QPainterPath mask;
         collect(instance, inner.matrix, mask);
-        if (!budget.take(maskCost + maskPixelCost * pixels(mask.boundingRect()))) break;
+        if (!budget.take(costs.mask(mask.boundingRect()))) break;
         painter->save();
         painter->setClipPath(mask, Qt::IntersectClip);
         masks.push_back(instance.clipDepth);
@@ -104,7 +72,7 @@ void MoviePainter::drawInstance(const swf::Instance& instance, const Pose& pose)
     } else if (const auto* shape = movie->find<swf::Shape>(instance.character)) {
         if (const auto* ready = paintingsOf(*shape)) drawShape(*ready, *shape, pose);
     } else if (const auto* morph = movie->find<swf::MorphShape>(instance.character)) {
-        if (!budget.take(morphCost(morph->start))) return;
+        if (!budget.take(DrawingCosts::morphing(morph->start))) return;
         const swf::Shape shape = morph->at(instance.ratio);
         drawShape(swf::paintings(shape), shape, pose);
     } else if (const auto* text = movie->find<swf::Text>(instance.character)) {
@@ -132,12 +100,7 @@ void MoviePainter::drawFill(const moviePaths::Path& path, const swf::Fill& fill,
         drawPicture(path, fill, pose);
         return;
     }
-    double cost = colorPixelCost * pixels(path.bounds);
-    if (fill.kind != swf::Fill::Kind::Solid) {
-        // Each piece of a row begins anew.
-        cost = gradientPixelCost * pixels(path.bounds) + mixedCellCost * path.length * pixelsAUnit;
-    }
-    if (!budget.take(cost + outlineCost(path))) return;
+    if (!budget.take(costs.fill(path, fill.kind != swf::Fill::Kind::Solid))) return;
     painter->fillPath(path.path, movieBrushes::brush(fill, pose.matrix, pose.colors));
 }
 
@@ -145,7 +108,7 @@ void MoviePainter::drawPicture(const moviePaths::Path& path, const swf::Fill& fi
                                const Pose& pose) {
     const swf::Matrix place = pose.matrix.after(fill.matrix);
     if (!place.usable()) return;
-    if (!budget.take(picturePixelCost * pixels(path.bounds) + outlineCost(path))) return;
+    if (!budget.take(costs.picture(path))) return;
     // One picture a drawing is unpacked, since that takes as long as all the rest.
     const bool packed = pictures.isPacked(fill.bitmap);
     unfinished = unfinished || (packed && !mayUnpack);
@@ -160,7 +123,7 @@ void MoviePainter::drawPicture(const moviePaths::Path& path, const swf::Fill& fi
         painter->setOpacity(pose.colors.multiply[3] / 256.0);
     } else {
         const double size = double{1} * image.width() * image.height();
-        if (budget.take(recolorPixelCost * size))
+        if (budget.take(DrawingCosts::recoloring(size)))
             image = movieBrushes::recolored(image, pose.colors);
     }
     painter->setRenderHint(QPainter::SmoothPixmapTransform, fill.smooth);
@@ -177,18 +140,11 @@ void MoviePainter::drawPicture(const moviePaths::Path& path, const swf::Fill& fi
 }
 
 void MoviePainter::drawLine(const moviePaths::Path& path, const swf::Line& line, const Pose& pose) {
-    QPen pen = movieBrushes::pen(line, pose.matrix, 1 / pixelsAUnit);
+    QPen pen = movieBrushes::pen(line, pose.matrix, 1 / pixelsPerUnit);
     const double margin = pen.widthF();
     const QRectF bounds = path.bounds.adjusted(-margin, -margin, margin, margin);
     if (!bounds.intersects(visible)) return;
-    // The line's outline runs along both of its sides, and around each joint.
-    const double width = margin * pixelsAUnit;
-    const double cells = 2.2 * path.length * pixelsAUnit + 4 * path.pieces * width;
-    const QRectF seen = inPixels(bounds);
-    const double area = std::min(path.length * pixelsAUnit * width, seen.width() * seen.height());
-    const double cost = path.pieces * linePieceCost + gradientPixelCost * area +
-                        2 * beyondCost * path.beyond * pixelsAUnit;
-    if (!budget.take(cost + ::outlineCost(cells, seen))) return;
+    if (!budget.take(costs.line(path, margin))) return;
     if (line.fill && line.fill->kind != swf::Fill::Kind::Bitmap) {
         pen.setBrush(movieBrushes::brush(*line.fill, pose.matrix, pose.colors));
     } else {
@@ -200,7 +156,7 @@ void MoviePainter::drawLine(const moviePaths::Path& path, const swf::Line& line,
 void MoviePainter::drawText(const swf::Text& text, const Pose& pose) {
     swf::Fill fill;
     for (const swf::Glyph& glyph : text.glyphs) {
-        if (!budget.take(glyphCost)) return;
+        if (!budget.take(DrawingCosts::glyph)) return;
         const auto* font = movie->find<swf::Font>(glyph.font);
         if (font == nullptr || glyph.index >= font->glyphs.size()) continue;
         const auto* ready = paintingsOf(font->glyphs[glyph.index]);
@@ -219,14 +175,14 @@ void MoviePainter::drawText(const swf::Text& text, const Pose& pose) {
 
 void MoviePainter::collect(const swf::Instance& instance, const swf::Matrix& matrix,
                            QPainterPath& path) {
-    if (!matrix.usable() || !budget.take(instanceCost)) return;
+    if (!matrix.usable() || !budget.take(DrawingCosts::instance)) return;
     if (const swf::DisplayList* inner = instance.inner()) {
         for (const auto& [depth, part] : *inner)
             collect(part, matrix.after(part.matrix), path);
     } else if (const auto* shape = movie->find<swf::Shape>(instance.character)) {
         collect(*shape, matrix, path);
     } else if (const auto* morph = movie->find<swf::MorphShape>(instance.character)) {
-        if (!budget.take(morphCost(morph->start))) return;
+        if (!budget.take(DrawingCosts::morphing(morph->start))) return;
         const swf::Shape shape = morph->at(instance.ratio);
         for (const swf::Painting& painting : swf::paintings(shape)) {
             if (!painting.isLine) addMask(pathOf(painting, matrix), path);
@@ -244,7 +200,7 @@ void MoviePainter::collect(const swf::Shape& shape, const swf::Matrix& matrix, Q
 }
 
 void MoviePainter::addMask(const moviePaths::Path& part, QPainterPath& mask) {
-    if (!part.usable || !budget.take(outlineCost(part))) return;
+    if (!part.usable || !budget.take(costs.maskPart(part))) return;
     // One alone may have holes; where there are more they add up.
     if (mask.isEmpty()) {
         mask = part.path;
@@ -257,7 +213,7 @@ void MoviePainter::addMask(const moviePaths::Path& part, QPainterPath& mask) {
 const std::vector<swf::Painting>* MoviePainter::paintingsOf(const swf::Shape& shape) {
     const auto found = made.find(&shape);
     if (found != made.end()) return &found->second;
-    const double cost = readyEdgeCost * static_cast<double>(shape.edges.size());
+    const double cost = DrawingCosts::ordering(shape);
     if (!budget.has(cost)) {
         unfinished = true;
         return nullptr;
@@ -268,26 +224,8 @@ const std::vector<swf::Painting>* MoviePainter::paintingsOf(const swf::Shape& sh
 }
 
 moviePaths::Path MoviePainter::pathOf(const swf::Painting& painting, const swf::Matrix& matrix) {
-    const auto edges = static_cast<double>(painting.edges.size());
     moviePaths::Path none;
     none.usable = false;
-    if (!budget.take(paintingCost + edgeCost * edges)) return none;
-    moviePaths::Path path =
-        moviePaths::make(painting.edges, matrix, visible.width() + visible.height());
-    return path;
-}
-
-double MoviePainter::outlineCost(const moviePaths::Path& path) const {
-    return ::outlineCost(path.length * pixelsAUnit, inPixels(path.bounds)) +
-           beyondCost * path.beyond * pixelsAUnit;
-}
-
-QRectF MoviePainter::inPixels(const QRectF& bounds) const {
-    const QRectF seen = bounds.intersected(visible);
-    return {seen.topLeft() * pixelsAUnit, seen.size() * pixelsAUnit};
-}
-
-double MoviePainter::pixels(const QRectF& bounds) const {
-    const QRectF seen = inPixels(bounds);
-    return seen.width() * seen.height();
+    if (!budget.take(DrawingCosts::path(painting.edges.size()))) return none;
+    return moviePaths::make(painting.edges, matrix, visible.width() + visible.height());
 }

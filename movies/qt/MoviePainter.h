@@ -17,6 +17,7 @@
 /// that they are, at the surface's own resolution.
 class MoviePainter {
 public:
+    /// Nothing is made ready before it is first drawn.
     explicit MoviePainter(std::shared_ptr<const swf::Movie> movie);
 
     /// What one drawing came to.
@@ -53,10 +54,6 @@ private:
     [[nodiscard]] moviePaths::Path pathOf(const swf::Painting& painting, const swf::Matrix& matrix);
     /// Adds a part to what bounds others.
     void addMask(const moviePaths::Path& part, QPainterPath& mask);
-    [[nodiscard]] double outlineCost(const moviePaths::Path& path) const;
-    /// What is seen of a part of the surface, in its pixels, and their number.
-    [[nodiscard]] QRectF inPixels(const QRectF& bounds) const;
-    [[nodiscard]] double pixels(const QRectF& bounds) const;
 
     std::shared_ptr<const swf::Movie> movie;
     MoviePictures pictures;
@@ -65,7 +62,8 @@ private:
     // Of the drawing that is under way.
     QPainter* painter = nullptr;
     QRectF visible;
-    double pixelsAUnit = 1;
+    double pixelsPerUnit = 1;
+    DrawingCosts costs;
     DrawingBudget budget;
     bool mayUnpack = true;
     bool unfinished = false;

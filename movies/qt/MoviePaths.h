@@ -1,7 +1,7 @@
 #pragma once
 
+#include "movies/format/geometry.h"
 #include "movies/player/contours.h"
-#include "movies/player/geometry.h"
 
 #include <QPainterPath>
 #include <QRectF>
@@ -31,6 +31,7 @@ struct Path {
 [[nodiscard]] Path make(const std::vector<swf::Edge>& edges, const swf::Matrix& matrix,
                         double visible);
 
+/// The same matrix for Qt.
 [[nodiscard]] QTransform toQt(const swf::Matrix& matrix);
 
 }  // namespace moviePaths

@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// A picture is as a rule told in one scan or about ten, each of which takes the time of all of it.
+/// A picture comes as a rule in one scan or about ten, each of which takes the time of all of it.
 constexpr int mostScans = 16;
 
 bool hasTooManyScans(std::string_view data) {
@@ -46,7 +46,7 @@ std::string joined(const swf::Bitmap& bitmap) {
 bool isTooLarge(QSize size) {
     return size.isEmpty() ||
            static_cast<std::size_t>(size.width()) >
-               swf::limits::pixelsOfAPicture / static_cast<std::size_t>(size.height());
+               swf::limits::pixelsPerPicture / static_cast<std::size_t>(size.height());
 }
 
 /// Gives the pixels their alpha, which stands beside them; their colours are multiplied by it
@@ -69,7 +69,7 @@ void setAlpha(QImage& image, std::string_view packed) {
 }
 
 QImage readJpeg(const swf::Bitmap& bitmap) {
-    if (bitmap.tables.size() + bitmap.data.size() > swf::limits::bytesOfAPicture) return {};
+    if (bitmap.tables.size() + bitmap.data.size() > swf::limits::bytesPerPicture) return {};
     const std::string data = joined(bitmap);
     if (hasTooManyScans(data)) return {};
     QByteArray bytes = QByteArray::fromRawData(data.data(), static_cast<qsizetype>(data.size()));

@@ -11,6 +11,7 @@
 /// The pictures of a movie, unpacked when they are first drawn; their size is looked at before.
 class MoviePictures {
 public:
+    /// Nothing is unpacked yet.
     explicit MoviePictures(std::shared_ptr<const swf::Movie> movie) : movie(std::move(movie)) {}
 
     /// A null image for one that is not there, cannot be read, is too large, or has not been

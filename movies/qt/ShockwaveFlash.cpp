@@ -62,9 +62,9 @@ unsigned movieKey(int code) {
 
 ShockwaveFlash::ShockwaveFlash(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
-    beat.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&beat, &QTimer::timeout, this, [this] { goOn(); });
-    QObject::connect(&reading, &QTimer::timeout, this, [this] { readOn(); });
+    frameTimer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&frameTimer, &QTimer::timeout, this, [this] { goOn(); });
+    QObject::connect(&readTimer, &QTimer::timeout, this, [this] { readOn(); });
 }
 
 ShockwaveFlash::~ShockwaveFlash() = default;
@@ -82,46 +82,46 @@ void ShockwaveFlash::setMovie(const std::filesystem::path& file) {
     while (self && loader && time.elapsed() < millisecondsAtOnce)
         readOn();
     if (!self) return;
-    if (loader) reading.start(0);
+    if (loader) readTimer.start(0);
     update();
 }
 
 void ShockwaveFlash::readOn() {
     if (!loader || loader->step()) return;
-    reading.stop();
+    readTimer.stop();
     const std::shared_ptr<const swf::Movie> movie = loader->take();
     loader.reset();
     if (movie->timeline.frameCount() == 0) return;
     player = std::make_unique<swf::Player>(movie);
     painter.emplace(movie);
-    settle();
+    refresh();
 }
 
 void ShockwaveFlash::goOn() {
     if (!player) return;
     ++frames;
     player->advance();
-    settle();
+    refresh();
 }
 
-void ShockwaveFlash::settle() {
+void ShockwaveFlash::refresh() {
     if (player->takeChange()) update();
     if (!player->moves() || !canBeSeen()) {
-        beat.stop();
+        frameTimer.stop();
     } else {
         const double rate =
-            std::clamp(player->movie().framesASecond, 0.1, swf::limits::framesASecond);
+            std::clamp(player->movie().framesPerSecond, 0.1, swf::limits::framesPerSecond);
         const int wanted = std::max(static_cast<int>(std::lround(1000 / rate)),
                                     static_cast<int>(drawingTime) * timeForDrawing);
-        if (!beat.isActive() || beat.interval() != wanted) beat.start(wanted);
+        if (!frameTimer.isActive() || frameTimer.interval() != wanted) frameTimer.start(wanted);
     }
     const std::vector<swf::Command> commands = player->takeCommands();
     if (commands.empty()) return;
     // A copy, since the receiver may end this control while it runs.
-    const auto tell = FSCommand;
+    const auto notify = FSCommand;
     const QPointer<ShockwaveFlash> self(this);
     for (const swf::Command& command : commands) {
-        if (self) tell(command.name, command.arguments);
+        if (self) notify(command.name, command.arguments);
     }
 }
 
@@ -132,7 +132,7 @@ void ShockwaveFlash::setExactFit(bool wanted) {
 
 bool ShockwaveFlash::key(int code) {
     if (!player || !player->key(movieKey(code))) return false;
-    settle();
+    refresh();
     return true;
 }
 
@@ -172,18 +172,18 @@ bool ShockwaveFlash::canBeSeen() const { return isVisible() && !window()->isMini
 
 void ShockwaveFlash::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    // Only the window itself is told that it is minimised.
+    // Only the window itself has the event of being minimised.
     window()->installEventFilter(this);
-    if (player) settle();
+    if (player) refresh();
 }
 
 void ShockwaveFlash::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
-    beat.stop();
+    frameTimer.stop();
 }
 
 bool ShockwaveFlash::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::WindowStateChange && watched == window() && player) settle();
+    if (event->type() == QEvent::WindowStateChange && watched == window() && player) refresh();
     return QWidget::eventFilter(watched, event);
 }
 
@@ -208,14 +208,14 @@ void ShockwaveFlash::point(QMouseEvent* event, bool held) {
     } else if (cursor().shape() != Qt::PointingHandCursor) {
         setCursor(Qt::PointingHandCursor);
     }
-    settle();
+    refresh();
 }
 
 void ShockwaveFlash::leaveEvent(QEvent* event) {
     QWidget::leaveEvent(event);
     if (!player) return;
     player->mouseLeft(false);
-    settle();
+    refresh();
 }
 
 void ShockwaveFlash::keyPressEvent(QKeyEvent* event) {

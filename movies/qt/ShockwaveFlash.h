@@ -14,7 +14,7 @@
 #include <string_view>
 
 /// A control that plays a vector movie from a file. Without a file, or with one that is no movie,
-/// it is empty: what is behind it shows, and nothing is said. It asks for time only while it can be
+/// it is empty: what is behind it shows, and there is no error. Its timers run only while it can be
 /// seen and something in the movie moves.
 class ShockwaveFlash : public QWidget {
 public:
@@ -23,6 +23,7 @@ public:
 
     /// Plays the file from its beginning. A large one comes in piece by piece.
     void setMovie(const std::filesystem::path& file);
+    /// The file that was set last, whether it is a movie or not.
     [[nodiscard]] const std::filesystem::path& Movie() const { return path; }
 
     /// Whether the file has been read and held nothing to play.
@@ -33,18 +34,20 @@ public:
     void setExactFit(bool wanted);
     [[nodiscard]] bool exactFit() const { return stretched; }
 
-    /// Shows the movie a key (of Qt::Key) that went down elsewhere. False when it takes no notice.
+    /// Passes on a key (of Qt::Key) that went down elsewhere. False when the movie has no use for
+    /// it.
     bool key(int code);
 
-    /// The movie tells its host something. The receiver may do anything, such as end this control.
+    /// A command of the movie, with its arguments. The receiver may do anything, such as end this
+    /// control.
     Event<std::string_view, std::string_view> FSCommand;
 
-    /// Whether time is asked for, to play on or to read on.
-    [[nodiscard]] bool isAwake() const { return beat.isActive() || reading.isActive(); }
-    /// How often the movie went on by a frame since it was set.
+    /// Whether a timer runs, to play on or to read on.
+    [[nodiscard]] bool isAwake() const { return frameTimer.isActive() || readTimer.isActive(); }
+    /// How many frames were played since the movie was set, the first one not counted.
     [[nodiscard]] int framesPlayed() const { return frames; }
 
-    /// Draws the movie as it stands onto a surface.
+    /// Draws the current frame onto a surface.
     void drawOn(QPainter& target, const QRectF& surface);
 
 protected:
@@ -62,8 +65,9 @@ private:
     void readOn();
     void goOn();
     void point(QMouseEvent* event, bool held);
-    /// After anything that may have changed the movie: draws it, sleeps or wakes, and tells.
-    void settle();
+    /// After anything that may have changed the movie: asks for a repaint, starts or stops the
+    /// timer, and passes commands on.
+    void refresh();
     [[nodiscard]] bool canBeSeen() const;
     [[nodiscard]] swf::Matrix placeOn(const QRectF& surface) const;
 
@@ -71,8 +75,8 @@ private:
     std::optional<swf::MovieLoader> loader;
     std::unique_ptr<swf::Player> player;
     std::optional<MoviePainter> painter;
-    QTimer beat;
-    QTimer reading;
+    QTimer frameTimer;
+    QTimer readTimer;
     bool stretched = false;
     int frames = 0;
     /// What the last drawing took, in milliseconds.

@@ -5,8 +5,10 @@
 
 namespace {
 
-const Bits stop = action(0x07);
-const Bits play = action(0x06);
+using swf::PushType;
+
+const Bits stop = action(Action::Stop);
+const Bits play = action(Action::Play);
 
 /// A movie of five frames, of which each tells its number, and which does something in the first.
 std::string frames(const Bits& first) {
@@ -35,29 +37,36 @@ TEST(MovieAction, Stops) {
 }
 
 TEST(MovieAction, GoesToFramesAndLabels) {
-    EXPECT_EQ(told(action(0x81, Bits().u16(2))), "1;3;");
-    EXPECT_EQ(told(action(0x81, Bits().u16(2)) + play), "1;3;4;5;1;3;");
-    EXPECT_EQ(told(action(0x8C, Bits().text("four"))), "1;4;");
-    EXPECT_EQ(told(action(0x8C, Bits().text("five"))), "1;2;3;4;");
-    EXPECT_EQ(told(action(0x81, Bits().u16(2000))), "1;5;");
-    EXPECT_EQ(told(action(0x04)), "1;2;");
-    EXPECT_EQ(told(action(0x81, Bits().u16(2)) + action(0x05)), "1;3;2;");
+    EXPECT_EQ(told(action(Action::GotoFrame, Bits().u16(2))), "1;3;");
+    EXPECT_EQ(told(action(Action::GotoFrame, Bits().u16(2)) + play), "1;3;4;5;1;3;");
+    EXPECT_EQ(told(action(Action::GoToLabel, Bits().text("four"))), "1;4;");
+    EXPECT_EQ(told(action(Action::GoToLabel, Bits().text("five"))), "1;2;3;4;");
+    EXPECT_EQ(told(action(Action::GotoFrame, Bits().u16(2000))), "1;5;");
+    EXPECT_EQ(told(action(Action::NextFrame)), "1;2;");
+    EXPECT_EQ(told(action(Action::GotoFrame, Bits().u16(2)) + action(Action::PreviousFrame)),
+              "1;3;2;");
 }
 
 TEST(MovieAction, GoesToWhatStandsOnTheStack) {
-    const auto number = [](unsigned value) { return action(0x96, Bits().u8(7).u32(value)); };
-    EXPECT_EQ(told(number(3) + action(0x9F, Bits().u8(0))), "1;3;");
-    EXPECT_EQ(told(number(3) + action(0x9F, Bits().u8(1))), "1;3;4;5;1;3;");
-    EXPECT_EQ(told(number(1) + action(0x9F, Bits().u8(2).u16(4))), "1;5;");
-    EXPECT_EQ(told(pushText("four") + action(0x9F, Bits().u8(0))), "1;4;");
-    EXPECT_EQ(told(pushText("/:2") + action(0x9F, Bits().u8(0))), "1;2;");
-    const Bits real = action(0x96, Bits().u8(6).u32(0x40100000).u32(0));
-    EXPECT_EQ(told(real + action(0x9F, Bits().u8(0))), "1;4;");
-    const Bits single = action(0x96, Bits().u8(1).u32(0x40400000));
-    EXPECT_EQ(told(single + action(0x9F, Bits().u8(0))), "1;3;");
-    const Bits pool = action(0x88, Bits().u16(2).text("x").text("four"));
-    EXPECT_EQ(told(pool + action(0x96, Bits().u8(8).u8(1)) + action(0x9F, Bits().u8(0))), "1;4;");
-    EXPECT_EQ(told(pool + action(0x96, Bits().u8(9).u16(1)) + action(0x9F, Bits().u8(0))), "1;4;");
+    const auto number = [](unsigned value) {
+        return action(Action::Push, Bits().code(PushType::Integer).u32(value));
+    };
+    EXPECT_EQ(told(number(3) + action(Action::GotoFrame2, Bits().u8(0))), "1;3;");
+    EXPECT_EQ(told(number(3) + action(Action::GotoFrame2, Bits().u8(1))), "1;3;4;5;1;3;");
+    EXPECT_EQ(told(number(1) + action(Action::GotoFrame2, Bits().u8(2).u16(4))), "1;5;");
+    EXPECT_EQ(told(pushText("four") + action(Action::GotoFrame2, Bits().u8(0))), "1;4;");
+    EXPECT_EQ(told(pushText("/:2") + action(Action::GotoFrame2, Bits().u8(0))), "1;2;");
+    const Bits real = action(Action::Push, Bits().code(PushType::Double).u32(0x40100000).u32(0));
+    EXPECT_EQ(told(real + action(Action::GotoFrame2, Bits().u8(0))), "1;4;");
+    const Bits single = action(Action::Push, Bits().code(PushType::Float).u32(0x40400000));
+    EXPECT_EQ(told(single + action(Action::GotoFrame2, Bits().u8(0))), "1;3;");
+    const Bits pool = action(Action::ConstantPool, Bits().u16(2).text("x").text("four"));
+    EXPECT_EQ(told(pool + action(Action::Push, Bits().code(PushType::Constant8).u8(1)) +
+                   action(Action::GotoFrame2, Bits().u8(0))),
+              "1;4;");
+    EXPECT_EQ(told(pool + action(Action::Push, Bits().code(PushType::Constant16).u16(1)) +
+                   action(Action::GotoFrame2, Bits().u8(0))),
+              "1;4;");
 }
 
 std::string toldBy(const Bits& code) {
@@ -65,10 +74,11 @@ std::string toldBy(const Bits& code) {
 }
 
 TEST(MovieAction, TellsCommandsWithTheirArguments) {
-    Screening screen(MovieFile()
-                         .actions(action(0x83, Bits().text("fsCOMMAND:Say").text("it loud")))
-                         .show()
-                         .file());
+    Screening screen(
+        MovieFile()
+            .actions(action(Action::GetURL, Bits().text("fsCOMMAND:Say").text("it loud")))
+            .show()
+            .file());
     const auto commands = screen.player.takeCommands();
     ASSERT_EQ(commands.size(), 1U);
     EXPECT_EQ(commands[0].name, "Say");
@@ -76,37 +86,40 @@ TEST(MovieAction, TellsCommandsWithTheirArguments) {
 }
 
 TEST(MovieAction, TellsCommandsFromTheStack) {
-    const Bits tell = action(0x9A, Bits().u8(0));
+    const Bits tell = action(Action::GetURL2, Bits().u8(0));
     EXPECT_EQ(toldBy(pushText("FSCommand:go") + pushText("") + tell), "go;");
-    EXPECT_EQ(
-        toldBy(pushText("FSCommand:") + pushText("joined") + action(0x21) + pushText("") + tell),
-        "joined;");
+    EXPECT_EQ(toldBy(pushText("FSCommand:") + pushText("joined") + action(Action::StringAdd) +
+                     pushText("") + tell),
+              "joined;");
     EXPECT_EQ(toldBy(tell), "");
 }
 
 TEST(MovieAction, OpensNoAddress) {
-    EXPECT_EQ(toldBy(action(0x83, Bits().text("http://localhost/").text("_blank"))), "");
-    EXPECT_EQ(toldBy(action(0x83, Bits().text("javascript:FSCommand:x").text(""))), "");
-    EXPECT_EQ(toldBy(action(0x83, Bits().text("FSComman").text(""))), "");
+    EXPECT_EQ(toldBy(action(Action::GetURL, Bits().text("http://localhost/").text("_blank"))), "");
+    EXPECT_EQ(toldBy(action(Action::GetURL, Bits().text("javascript:FSCommand:x").text(""))), "");
+    EXPECT_EQ(toldBy(action(Action::GetURL, Bits().text("FSComman").text(""))), "");
 }
 
 TEST(MovieAction, GoesOnAfterWhatItDoesNotKnow) {
-    const Bits unknown = pushText("a") + pushText("b") + action(0x1D);
+    const Bits unknown = pushText("a") + pushText("b") + action(unknownAction(0x1D));
     EXPECT_EQ(toldBy(unknown + command("on")), "on;");
-    EXPECT_EQ(toldBy(action(0xB7, Bits().raw("what")) + command("on")), "on;");
+    EXPECT_EQ(toldBy(action(unknownAction(0xB7), Bits().raw("what")) + command("on")), "on;");
 }
 
 TEST(MovieAction, PassesOverBodiesAndEndsAtBranches) {
     const std::string body = command("no").get();
     const auto size = static_cast<unsigned>(body.size());
-    const Bits function = action(0x9B, Bits().text("f").u16(1).text("p").u16(size));
+    const Bits function =
+        action(Action::DefineFunction, Bits().text("f").u16(1).text("p").u16(size));
     EXPECT_EQ(toldBy(Bits(function).raw(body) + command("on")), "on;");
-    const Bits second =
-        action(0x8E, Bits().text("f").u16(1).u8(2).u16(0).u8(1).text("p").u16(size));
+    const Bits second = action(Action::DefineFunction2,
+                               Bits().text("f").u16(1).u8(2).u16(0).u8(1).text("p").u16(size));
     EXPECT_EQ(toldBy(Bits(second).raw(body) + command("on")), "on;");
-    EXPECT_EQ(toldBy(Bits(action(0x94, Bits().u16(size))).raw(body) + command("on")), "on;");
-    EXPECT_EQ(toldBy(command("on") + action(0x9D, Bits().u16(2)) + command("no")), "on;");
-    EXPECT_EQ(toldBy(command("on") + action(0x99, Bits().u16(0xFFF0)) + command("no")), "on;");
+    EXPECT_EQ(toldBy(Bits(action(Action::With, Bits().u16(size))).raw(body) + command("on")),
+              "on;");
+    EXPECT_EQ(toldBy(command("on") + action(Action::If, Bits().u16(2)) + command("no")), "on;");
+    EXPECT_EQ(toldBy(command("on") + action(Action::Jump, Bits().u16(0xFFF0)) + command("no")),
+              "on;");
 }
 
 /// Two sprites within each other, `a` and `b`, of three frames that tell their names.
@@ -125,8 +138,10 @@ std::string toldOf(const Bits& code) {
 }
 
 TEST(MovieAction, ReachesOtherSpritesByTheirPath) {
-    const Bits second = action(0x81, Bits().u16(1));
-    const auto target = [](const char* path) { return action(0x8B, Bits().text(path)); };
+    const Bits second = action(Action::GotoFrame, Bits().u16(1));
+    const auto target = [](const char* path) {
+        return action(Action::SetTarget, Bits().text(path));
+    };
     EXPECT_EQ(toldOf(target("a") + second), "a2;");
     EXPECT_EQ(toldOf(target("/a/b") + second), "b2;");
     EXPECT_EQ(toldOf(target("A/B") + second), "b2;");
@@ -137,14 +152,15 @@ TEST(MovieAction, ReachesOtherSpritesByTheirPath) {
     EXPECT_EQ(toldOf(target("this.a") + second), "a2;");
     EXPECT_EQ(toldOf(target("nobody") + second), "");
     EXPECT_EQ(toldOf(target("a") + target("/a/b") + second + target("") + play), "b2;");
-    EXPECT_EQ(toldOf(pushText("/a/b") + action(0x20) + second), "b2;");
-    EXPECT_EQ(toldOf(pushText("/a/b:3") + action(0x9F, Bits().u8(0))), "b3;");
+    EXPECT_EQ(toldOf(pushText("/a/b") + action(Action::SetTarget2) + second), "b2;");
+    EXPECT_EQ(toldOf(pushText("/a/b:3") + action(Action::GotoFrame2, Bits().u8(0))), "b3;");
 }
 
 TEST(MovieAction, MayTakeAwayItsOwnSprite) {
     MovieFile inner;
     inner.show()
-        .actions(action(0x8B, Bits().text("/")) + action(0x81, Bits().u16(2)) + command("gone"))
+        .actions(action(Action::SetTarget, Bits().text("/")) +
+                 action(Action::GotoFrame, Bits().u16(2)) + command("gone"))
         .show();
     MovieFile movie;
     movie.sprite(1, inner)

@@ -32,7 +32,7 @@ TEST(MovieBudget, EndsSpritesThatPlaceEachOtherThroughButtons) {
     MovieFile movie;
     movie.sprite(9, inner);
     Bits record = Bits().u8(15).u16(9).u16(1).move(0, 0).u8(0).u8(0);
-    movie.tag(34, Bits().u16(8).u8(0).u16(0).raw(record.get()));
+    movie.tag(Tag::DefineButton2, Bits().u16(8).u8(0).u16(0).raw(record.get()));
     Screening screen(movie.place(9, 1).show().file());
     EXPECT_LE(standing(screen.player.stage()), swf::limits::depth + 1U);
     screen.player.mouse({100, 100}, true);
@@ -40,7 +40,7 @@ TEST(MovieBudget, EndsSpritesThatPlaceEachOtherThroughButtons) {
 }
 
 TEST(MovieBudget, StopsAMovieThatGoesToAndFroForEver) {
-    const auto to = [](unsigned frame) { return action(0x81, Bits().u16(frame)); };
+    const auto to = [](unsigned frame) { return action(Action::GotoFrame, Bits().u16(frame)); };
     MovieFile movie;
     movie.actions(to(1)).show().actions(to(0)).show();
     Screening screen(movie.file());
@@ -49,7 +49,9 @@ TEST(MovieBudget, StopsAMovieThatGoesToAndFroForEver) {
 }
 
 TEST(MovieBudget, CountsTheFramesThatAMoviePassesOver) {
-    const auto to = [](unsigned frame) { return action(0x81, Bits().u16(frame)).get(); };
+    const auto to = [](unsigned frame) {
+        return action(Action::GotoFrame, Bits().u16(frame)).get();
+    };
     for (const unsigned leaps : {2U, 4000U}) {
         Bits code;
         for (unsigned count = 0; count < leaps; ++count)
@@ -106,20 +108,20 @@ Bits zigzag(unsigned number, std::size_t edges, bool line) {
 
 TEST(MovieBudget, TakesNoShapeOfTooManyEdges) {
     const auto edgesOf = [](std::size_t edges) {
-        const auto movie =
-            swf::readMovie(MovieFile().tag(2, zigzag(1, edges, false)).show().file());
+        const auto movie = swf::readMovie(
+            MovieFile().tag(Tag::DefineShape, zigzag(1, edges, false)).show().file());
         const auto* shape = movie->find<swf::Shape>(1);
         return shape == nullptr ? 0 : shape->edges.size();
     };
-    EXPECT_EQ(edgesOf(swf::limits::edgesOfAShape), swf::limits::edgesOfAShape);
-    EXPECT_EQ(edgesOf(swf::limits::edgesOfAShape + 1), 0U);
+    EXPECT_EQ(edgesOf(swf::limits::edgesPerShape), swf::limits::edgesPerShape);
+    EXPECT_EQ(edgesOf(swf::limits::edgesPerShape + 1), 0U);
 }
 
 TEST(MovieBudget, TakesNoMoreEdgesInAllThanThereMayBe) {
     MovieFile movie;
     const std::size_t shapes = swf::limits::edges / 10000 + 5;
     for (unsigned number = 1; number <= shapes; ++number)
-        movie.tag(2, zigzag(number, 10000, false));
+        movie.tag(Tag::DefineShape, zigzag(number, 10000, false));
     const auto read = swf::readMovie(movie.show().packedFile());
     EXPECT_LT(read->characters.size(), shapes);
     EXPECT_GT(read->characters.size(), shapes / 2);
@@ -128,7 +130,7 @@ TEST(MovieBudget, TakesNoMoreEdgesInAllThanThereMayBe) {
 TEST(MovieBudget, CutsADrawingThatCostsTooMuch) {
     for (const bool line : {false, true}) {
         MovieFile movie;
-        movie.tag(2, zigzag(1, 4000, line));
+        movie.tag(Tag::DefineShape, zigzag(1, 4000, line));
         for (unsigned depth = 1; depth <= 200; ++depth)
             movie.place(1, depth);
         Screening screen(movie.show().file());
@@ -140,9 +142,14 @@ TEST(MovieBudget, CutsADrawingThatCostsTooMuch) {
 
 TEST(MovieBudget, CutsLargeGradientsOnTopOfEachOther) {
     MovieFile movie;
-    Bits body = Bits().u16(1).rect(0, 100, 0, 100).u8(1).u8(0x12).matrix(0.1, 0.1, 50, 50);
+    Bits body = Bits()
+                    .u16(1)
+                    .rect(0, 100, 0, 100)
+                    .u8(1)
+                    .code(swf::FillType::RadialGradient)
+                    .matrix(0.1, 0.1, 50, 50);
     body.u8(2).u8(0).rgb(red).u8(255).rgb(blue).u8(0).styleBits(1, 0);
-    movie.tag(2, body.square(0, 0, 100).endShape());
+    movie.tag(Tag::DefineShape, body.square(0, 0, 100).endShape());
     for (unsigned depth = 1; depth <= 900; ++depth)
         movie.place(1, depth);
     Screening screen(movie.show().file());
@@ -156,7 +163,7 @@ TEST(MovieBudget, ShowsALargeShapeThatFits) {
     for (int step = 0; step < 2000; ++step)
         body.line(0.05, step % 2 == 0 ? 0.5 : -0.5);
     body.line(-100, -80).endShape();
-    Screening screen(MovieFile().tag(2, body).place(1, 1).show().file());
+    Screening screen(MovieFile().tag(Tag::DefineShape, body).place(1, 1).show().file());
     EXPECT_EQ(screen.at(15, 50), red);
     EXPECT_FALSE(screen.outcome.cut);
 }
@@ -166,7 +173,7 @@ TEST(MovieBudget, DrawsNothingThatIsTooFarAwayToCountWith) {
     movie.square(1, 0, 0, 100, red);
     Bits far = Bits().u8(6).u16(1).u16(1).bits(1, 1).bits(31, 5).bits(0x3FFFFFFF, 31);
     far.bits(0x3FFFFFFF, 31).bits(0, 1).bits(31, 5).bits(0x3FFFFFFF, 31).bits(-0x3FFFFFFF, 31);
-    Screening screen(movie.tag(26, far).show().file());
+    Screening screen(movie.tag(Tag::PlaceObject2, far).show().file());
     EXPECT_EQ(screen.at(50, 50), black);
 }
 

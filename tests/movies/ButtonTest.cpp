@@ -5,7 +5,7 @@
 
 namespace {
 
-enum State : unsigned { Up = 1, Over = 2, Down = 4, Hit = 8 };
+using namespace swf::buttonFlag;
 
 Bits record(unsigned states, unsigned thing, unsigned depth) {
     return Bits().u8(states).u16(thing).u16(depth).move(0, 0).u8(0);
@@ -27,9 +27,11 @@ MovieFile movieWithButton() {
     for (const unsigned key : {32U, 13U}) {
         const std::string code = command("key" + std::to_string(key)).u8(0).get();
         const bool last = key == 13;
-        body.u16(last ? 0 : static_cast<unsigned>(code.size() + 4)).u16(key << 9U).raw(code);
+        body.u16(last ? 0 : static_cast<unsigned>(code.size() + 4))
+            .u16(key << swf::buttonEventBits)
+            .raw(code);
     }
-    return movie.tag(34, body).place(9, 1);
+    return movie.tag(Tag::DefineButton2, body).place(9, 1);
 }
 
 void move(Screening& screen, int x, int y, bool held = false) {
@@ -104,18 +106,18 @@ TEST(MovieButton, OfTheFirstKindActsWhenItIsLetGo) {
     MovieFile movie;
     movie.square(1, 20, 20, 40, red);
     Bits body = Bits().u16(9).u8(15).u16(1).u16(1).move(0, 0).u8(0);
-    movie.tag(7, body.raw(command("click").u8(0).get()));
+    movie.tag(Tag::DefineButton, body.raw(command("click").u8(0).get()));
     // Green instead of red.
-    movie.tag(23, Bits()
-                      .u16(9)
-                      .bits(3, 2)
-                      .bits(10, 4)
-                      .bits(0, 10)
-                      .bits(256, 10)
-                      .bits(256, 10)
-                      .bits(0, 10)
-                      .bits(255, 10)
-                      .bits(0, 10));
+    movie.tag(Tag::DefineButtonCxform, Bits()
+                                           .u16(9)
+                                           .bits(3, 2)
+                                           .bits(10, 4)
+                                           .bits(0, 10)
+                                           .bits(256, 10)
+                                           .bits(256, 10)
+                                           .bits(0, 10)
+                                           .bits(255, 10)
+                                           .bits(0, 10));
     Screening screen(movie.place(9, 1).show().file());
     EXPECT_EQ(screen.at(30, 30), green);
     move(screen, 30, 30);
@@ -128,13 +130,14 @@ TEST(MovieButton, OfTheFirstKindActsWhenItIsLetGo) {
 TEST(MovieButton, MayHaveFiltersInItsRecords) {
     MovieFile movie;
     movie.square(1, 20, 20, 40, red).square(2, 20, 20, 40, blue);
-    Bits first = Bits().u8(Up | Hit | 16 | 32).u16(1).u16(1).move(0, 0).u8(0);
+    Bits first = Bits().u8(Up | Hit | Filters | BlendMode).u16(1).u16(1).move(0, 0).u8(0);
     first.u8(1).u8(1).raw("123456789").u8(5);
     const Bits records = first + record(Over, 2, 2);
-    Screening screen(movie.tag(34, Bits().u16(9).u8(0).u16(0).raw(records.get()).u8(0))
-                         .place(9, 1)
-                         .show()
-                         .file(8));
+    Screening screen(
+        movie.tag(Tag::DefineButton2, Bits().u16(9).u8(0).u16(0).raw(records.get()).u8(0))
+            .place(9, 1)
+            .show()
+            .file(8));
     EXPECT_EQ(screen.at(30, 30), red);
     move(screen, 30, 30);
     EXPECT_EQ(screen.at(30, 30), blue);
@@ -144,14 +147,14 @@ TEST(MovieButton, WorksInASpriteAndFollowsIt) {
     MovieFile inner;
     inner.placeNamed(9, 1, "x").show();
     // The button's sprite goes 30 pixels to the right, from under the mouse.
-    const std::string tags =
-        movieWithButton().remove(1).tags() + MovieFile()
-                                                 .sprite(8, inner)
-                                                 .place(8, 1)
-                                                 .show()
-                                                 .tag(26, Bits().u8(5).u16(1).move(30, 0))
-                                                 .show()
-                                                 .tags();
+    const std::string tags = movieWithButton().remove(1).tags() +
+                             MovieFile()
+                                 .sprite(8, inner)
+                                 .place(8, 1)
+                                 .show()
+                                 .tag(Tag::PlaceObject2, Bits().u8(5).u16(1).move(30, 0))
+                                 .show()
+                                 .tags();
     Screening screen(
         Bits().raw("FWS").u8(6).u32(0).rect(0, 100, 0, 100).u16(0).u16(1).raw(tags).get());
     move(screen, 25, 30);
@@ -171,8 +174,9 @@ TEST(MovieButton, IsHitOnlyWhereItsFaceIs) {
     ring.curve(-40, 0, 0, -40).curve(0, -40, 40, 0);
     ring.jump(50, 30).curve(-20, 0, 0, 20).curve(0, 20, 20, 0);
     ring.curve(20, 0, 0, -20).curve(0, -20, -20, 0).endShape();
-    movie.tag(2, ring);
-    movie.tag(34, Bits().u16(9).u8(0).u16(0).raw(record(Up | Hit, 1, 1).get()).u8(0));
+    movie.tag(Tag::DefineShape, ring);
+    movie.tag(Tag::DefineButton2,
+              Bits().u16(9).u8(0).u16(0).raw(record(Up | Hit, 1, 1).get()).u8(0));
     Screening screen(movie.place(9, 1).show().file());
     const auto over = [&](int x, int y) {
         move(screen, x, y);

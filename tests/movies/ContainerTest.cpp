@@ -23,24 +23,33 @@ TEST(MovieContainer, TellsItsSizeAndRate) {
     const auto movie = swf::readMovie(MovieFile().show().file());
     EXPECT_EQ(movie->frame.width(), 2000);
     EXPECT_EQ(movie->frame.height(), 2000);
-    EXPECT_EQ(movie->framesASecond, 20);
+    EXPECT_EQ(movie->framesPerSecond, 20);
     EXPECT_FALSE(movie->background.has_value());
 }
 
 TEST(MovieContainer, TellsItsBackground) {
-    const auto movie = swf::readMovie(MovieFile().tag(9, Bits().rgb(0x123456)).show().file());
+    const auto movie = swf::readMovie(
+        MovieFile().tag(Tag::SetBackgroundColor, Bits().rgb(0x123456)).show().file());
     EXPECT_EQ(movie->background, (swf::Color{0x12, 0x34, 0x56, 255}));
 }
 
 TEST(MovieContainer, MayHaveTagsThatNobodyKnows) {
     MovieFile movie;
-    movie.tag(69, Bits().u32(8)).tag(777, Bits().raw("whatever")).show().tag(500).show();
+    movie.tag(unknownTag(69), Bits().u32(8))
+        .tag(unknownTag(777), Bits().raw("whatever"))
+        .show()
+        .tag(unknownTag(500))
+        .show();
     EXPECT_EQ(framesOf(movie.file()), 2U);
 }
 
 TEST(MovieContainer, LeavesOutATagWithAFault) {
     MovieFile movie;
-    movie.tag(26, Bits().u8(255)).tag(2, Bits().u16(1)).square(2, 0, 0, 10, 0).place(2, 1).show();
+    movie.tag(Tag::PlaceObject2, Bits().u8(255))
+        .tag(Tag::DefineShape, Bits().u16(1))
+        .square(2, 0, 0, 10, 0)
+        .place(2, 1)
+        .show();
     const auto read = swf::readMovie(movie.file());
     EXPECT_EQ(read->timeline.frameCount(), 1U);
     EXPECT_EQ(read->timeline.controls.size(), 1U);
@@ -77,7 +86,7 @@ TEST(MovieContainer, GivesWhatCameBeforeTheEndOfACutFile) {
 }
 
 TEST(MovieContainer, IsReadInStepsOfABoundedSize) {
-    const std::string body = MovieFile().show().tag(999).body();
+    const std::string body = MovieFile().show().tag(unknownTag(999)).body();
     // The last tag but one says that it is longer than all that there may be.
     std::string bomb = body.substr(0, body.size() - 6) + Bits().u32(0xFFFFFFF0).get();
     bomb.resize(swf::limits::unpackedBytes + 1000, '\0');
@@ -86,7 +95,7 @@ TEST(MovieContainer, IsReadInStepsOfABoundedSize) {
     std::size_t steps = 1;
     while (loader.step())
         ++steps;
-    EXPECT_GE(steps, swf::limits::unpackedBytes / swf::limits::bytesAStep);
+    EXPECT_GE(steps, swf::limits::unpackedBytes / swf::limits::bytesPerStep);
     const auto movie = loader.take();
     EXPECT_EQ(movie->bytes.size(), swf::limits::unpackedBytes);
     EXPECT_EQ(movie->timeline.frameCount(), 1U);

@@ -66,7 +66,7 @@ TEST_F(MovieControl, StaysEmptyWhenTheFileIsNone) {
                                            save("plain text, and not a movie", "text.swf")};
     control.show();
     for (const auto& path : paths) {
-        play(MovieFile().tag(9, Bits().rgb(green)).show());
+        play(MovieFile().tag(Tag::SetBackgroundColor, Bits().rgb(green)).show());
         EXPECT_EQ(at(100, 50), green);
         control.setMovie(path);
         EXPECT_EQ(control.Movie(), path);
@@ -89,7 +89,11 @@ TEST_F(MovieControl, LetsTheParentShowThroughAMovieWithoutABackground) {
 }
 
 TEST_F(MovieControl, KeepsTheMovieInShapeUnlessItIsToFillTheSurface) {
-    play(MovieFile().tag(9, Bits().rgb(blue)).square(1, 0, 0, 50, red).place(1, 1).show());
+    play(MovieFile()
+             .tag(Tag::SetBackgroundColor, Bits().rgb(blue))
+             .square(1, 0, 0, 50, red)
+             .place(1, 1)
+             .show());
     // 100 by 100 in 200 by 100.
     EXPECT_EQ(at(40, 50), yellow);
     EXPECT_EQ(at(60, 25), red);
@@ -110,7 +114,7 @@ TEST_F(MovieControl, RestsWhenNothingMoves) {
 }
 
 TEST_F(MovieControl, PlaysToItsEndAndRests) {
-    play(MovieFile().show(3).actions(action(0x07)).show());
+    play(MovieFile().show(3).actions(action(Action::Stop)).show());
     EXPECT_FALSE(control.isAwake());
     control.show();
     EXPECT_TRUE(control.isAwake());
@@ -156,7 +160,7 @@ MovieFile buttonMovie() {
     const std::string code = command("click").u8(0).get();
     Bits body = Bits().u16(9).u8(0).u16(static_cast<unsigned>(records.get().size() + 2));
     body.raw(records.get()).u16(static_cast<unsigned>(code.size() + 4)).u16(4).raw(code);
-    return movie.tag(34, body.u16(0).u16(32U << 9U).raw(code)).place(9, 1).show();
+    return movie.tag(Tag::DefineButton2, body.u16(0).u16(32U << 9U).raw(code)).place(9, 1).show();
 }
 
 TEST_F(MovieControl, TellsOfPressesAndKeys) {
@@ -200,7 +204,8 @@ TEST_F(MovieControl, MayBeEndedByTheReceiverOfACommand) {
 }
 
 TEST_F(MovieControl, MayPlayAnotherMovieWhenOneTellsSomething) {
-    const auto next = save(MovieFile().tag(9, Bits().rgb(blue)).show().file(), "next.swf");
+    const auto next =
+        save(MovieFile().tag(Tag::SetBackgroundColor, Bits().rgb(blue)).show().file(), "next.swf");
     control.FSCommand = [&](std::string_view, std::string_view) { control.setMovie(next); };
     control.setMovie(save(MovieFile().actions(command("a")).actions(command("b")).show().file()));
     EXPECT_EQ(control.Movie(), next);
@@ -209,7 +214,9 @@ TEST_F(MovieControl, MayPlayAnotherMovieWhenOneTellsSomething) {
 
 TEST_F(MovieControl, ReadsALargeFilePieceByPiece) {
     MovieFile movie;
-    movie.tag(9, Bits().rgb(green)).tag(999, Bits().raw(std::string(3 << 20, 'x'))).show();
+    movie.tag(Tag::SetBackgroundColor, Bits().rgb(green))
+        .tag(unknownTag(999), Bits().raw(std::string(40 << 20, 'x')))
+        .show();
     control.setMovie(save(movie.packedFile()));
     EXPECT_TRUE(control.isAwake());
     EXPECT_EQ(at(100, 50), yellow);

@@ -1,8 +1,13 @@
 #pragma once
 
+#include "movies/format/Writer.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+using swf::Action;
+using swf::Tag;
 
 /// Bytes and bits of a movie file, one after another. Whole bytes begin behind the bits.
 class Bits {
@@ -10,6 +15,11 @@ public:
     Bits& u8(unsigned value);
     Bits& u16(unsigned value);
     Bits& u32(std::uint32_t value);
+    /// A number of one byte that the format has a name for.
+    template <typename Code>
+    Bits& code(Code value) {
+        return u8(static_cast<unsigned>(value));
+    }
     Bits& text(std::string_view value);
     Bits& raw(std::string_view value);
     Bits& bits(std::int64_t value, unsigned count);
@@ -29,17 +39,16 @@ public:
     Bits& square(double x, double y, double size);
     Bits& endShape() { return bits(0, 6); }
 
-    [[nodiscard]] const std::string& get() const { return content; }
+    [[nodiscard]] const std::string& get() const { return writer.get(); }
 
 private:
-    std::string content;
-    unsigned left = 0;
+    swf::Writer writer;
 };
 
 /// A movie file, tag by tag, 100 by 100 pixels large.
 class MovieFile {
 public:
-    MovieFile& tag(unsigned code, const Bits& body = {});
+    MovieFile& tag(Tag code, const Bits& body = {});
     MovieFile& show(int frames = 1);
     /// A square that is a shape of the first kind.
     MovieFile& square(unsigned number, double x, double y, double size, std::uint32_t color);
@@ -63,9 +72,13 @@ private:
 /// What zlib makes of the bytes.
 [[nodiscard]] std::string packed(std::string_view bytes);
 
+/// Codes that the player has no name for.
+[[nodiscard]] constexpr Tag unknownTag(unsigned code) { return static_cast<Tag>(code); }
+[[nodiscard]] constexpr Action unknownAction(unsigned code) { return static_cast<Action>(code); }
+
 /// Byte code of one action.
-[[nodiscard]] Bits action(unsigned code);
-[[nodiscard]] Bits action(unsigned code, const Bits& data);
+[[nodiscard]] Bits action(Action code);
+[[nodiscard]] Bits action(Action code, const Bits& data);
 [[nodiscard]] Bits operator+(Bits left, const Bits& right);
 [[nodiscard]] Bits pushText(std::string_view text);
 [[nodiscard]] Bits command(std::string_view name);

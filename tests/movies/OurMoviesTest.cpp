@@ -58,7 +58,7 @@ TEST_P(PageMovie, MovesForAFewSecondsAndThenRests) {
     for (; screen.player.moves() && frames < framesUntilRest; ++frames)
         screen.advance();
     EXPECT_FALSE(screen.player.moves());
-    EXPECT_LT(frames / screen.movie->framesASecond, 4);
+    EXPECT_LT(frames / screen.movie->framesPerSecond, 4);
     EXPECT_NE(screen.picture(), first);
     EXPECT_EQ(screen.commands(), "");
 }

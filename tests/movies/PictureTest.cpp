@@ -11,7 +11,7 @@
 namespace {
 
 /// The picture of number 7 as the program makes it.
-QImage pictureOf(unsigned code, const Bits& body, const std::string& before = {}) {
+QImage pictureOf(Tag code, const Bits& body, const std::string& before = {}) {
     const std::string tags =
         before + MovieFile().tag(code, Bits().u16(7).raw(body.get())).show().tags();
     const std::string file =
@@ -38,7 +38,8 @@ void expectNear(QRgb color, int redPart, int greenPart, int bluePart, int alpha)
 TEST(MoviePicture, IsUnpackedFromAPalette) {
     // Rows of three pixels take four bytes.
     const std::string pixels = Bits().rgb(red).rgb(blue).u32(0x99000100).u32(0x01010101).get();
-    const QImage image = pictureOf(20, Bits().u8(3).u16(3).u16(2).u8(1).raw(packed(pixels)));
+    const QImage image =
+        pictureOf(Tag::DefineBitsLossless, Bits().u8(3).u16(3).u16(2).u8(1).raw(packed(pixels)));
     ASSERT_EQ(image.size(), QSize(3, 2));
     EXPECT_EQ(image.pixel(0, 0), 0xFFFF0000);
     EXPECT_EQ(image.pixel(1, 0), 0xFF0000FF);
@@ -48,41 +49,49 @@ TEST(MoviePicture, IsUnpackedFromAPalette) {
 
 TEST(MoviePicture, IsUnpackedFromAPaletteWithAlpha) {
     const std::string pixels = Bits().rgba(0x400000, 64).rgba(0, 0).u32(0x00000100).get();
-    const QImage image = pictureOf(36, Bits().u8(3).u16(2).u16(1).u8(1).raw(packed(pixels)));
+    const QImage image =
+        pictureOf(Tag::DefineBitsLossless2, Bits().u8(3).u16(2).u16(1).u8(1).raw(packed(pixels)));
     EXPECT_EQ(image.pixel(0, 0), 0x40400000U);
     EXPECT_EQ(qAlpha(image.pixel(1, 0)), 0);
 }
 
 TEST(MoviePicture, IsUnpackedFromFifteenBits) {
     const std::string pixels = Bits().u8(0x7C).u8(0x00).u8(0x03).u8(0xE0).get();
-    const QImage image = pictureOf(20, Bits().u8(4).u16(2).u16(1).raw(packed(pixels)));
+    const QImage image =
+        pictureOf(Tag::DefineBitsLossless, Bits().u8(4).u16(2).u16(1).raw(packed(pixels)));
     EXPECT_EQ(image.pixel(0, 0), 0xFFFF0000);
     EXPECT_EQ(image.pixel(1, 0), 0xFF00FF00);
 }
 
 TEST(MoviePicture, IsUnpackedFromThirtyTwoBitsWithAlpha) {
     const std::string pixels = Bits().u8(128).rgb(0x008000).u8(255).rgb(blue).get();
-    const QImage image = pictureOf(36, Bits().u8(5).u16(2).u16(1).raw(packed(pixels)));
+    const QImage image =
+        pictureOf(Tag::DefineBitsLossless2, Bits().u8(5).u16(2).u16(1).raw(packed(pixels)));
     EXPECT_EQ(image.pixel(0, 0), 0x80008000U);
     EXPECT_EQ(image.pixel(1, 0), 0xFF0000FF);
 }
 
 TEST(MoviePicture, IsNothingWhenPixelsAreMissingOrTheKindIsUnknown) {
-    EXPECT_TRUE(pictureOf(20, Bits().u8(5).u16(2).u16(2).raw(packed("abc"))).isNull());
-    EXPECT_TRUE(pictureOf(20, Bits().u8(5).u16(2).u16(2).raw("no zlib")).isNull());
-    EXPECT_TRUE(pictureOf(20, Bits().u8(9).u16(2).u16(2).raw(packed("abc"))).isNull());
-    EXPECT_TRUE(pictureOf(20, Bits().u8(5).u16(0).u16(2).raw(packed("abc"))).isNull());
+    EXPECT_TRUE(
+        pictureOf(Tag::DefineBitsLossless, Bits().u8(5).u16(2).u16(2).raw(packed("abc"))).isNull());
+    EXPECT_TRUE(
+        pictureOf(Tag::DefineBitsLossless, Bits().u8(5).u16(2).u16(2).raw("no zlib")).isNull());
+    EXPECT_TRUE(
+        pictureOf(Tag::DefineBitsLossless, Bits().u8(9).u16(2).u16(2).raw(packed("abc"))).isNull());
+    EXPECT_TRUE(
+        pictureOf(Tag::DefineBitsLossless, Bits().u8(5).u16(0).u16(2).raw(packed("abc"))).isNull());
 }
 
 TEST(MoviePicture, MayBeAJpeg) {
-    const QImage image = pictureOf(21, Bits().raw(jpeg(8, 4, 0xFFFF0000)));
+    const QImage image = pictureOf(Tag::DefineBitsJPEG2, Bits().raw(jpeg(8, 4, 0xFFFF0000)));
     ASSERT_EQ(image.size(), QSize(8, 4));
     expectNear(image.pixel(3, 2), 255, 0, 0, 255);
 }
 
 TEST(MoviePicture, MayBeAJpegWithTheMistakeOfOldTools) {
     using namespace std::string_literals;
-    const QImage image = pictureOf(21, Bits().raw("\xFF\xD9\xFF\xD8"s + jpeg(8, 4, 0xFF0000FF)));
+    const QImage image =
+        pictureOf(Tag::DefineBitsJPEG2, Bits().raw("\xFF\xD9\xFF\xD8"s + jpeg(8, 4, 0xFF0000FF)));
     ASSERT_EQ(image.size(), QSize(8, 4));
     expectNear(image.pixel(3, 2), 0, 0, 255, 255);
 }
@@ -95,19 +104,19 @@ TEST(MoviePicture, MayBeAJpegWhoseTablesStandApart) {
     ASSERT_NE(frame, std::string::npos);
     const std::string tables = whole.substr(0, frame) + "\xFF\xD9"s;
     const std::string rest = "\xFF\xD8"s + whole.substr(frame);
-    const std::string before = MovieFile().tag(8, Bits().raw(tables)).tags();
-    const QImage image = pictureOf(6, Bits().raw(rest), before);
+    const std::string before = MovieFile().tag(Tag::JPEGTables, Bits().raw(tables)).tags();
+    const QImage image = pictureOf(Tag::DefineBits, Bits().raw(rest), before);
     ASSERT_EQ(image.size(), QSize(8, 8));
     expectNear(image.pixel(3, 2), 0, 255, 0, 255);
-    EXPECT_TRUE(pictureOf(6, Bits().raw(rest)).isNull());
+    EXPECT_TRUE(pictureOf(Tag::DefineBits, Bits().raw(rest)).isNull());
 }
 
 TEST(MoviePicture, MayBeAJpegWithAlpha) {
     const std::string data = jpeg(4, 1, 0xFFFFFFFF);
     const std::string alpha = packed(Bits().u8(0).u8(64).u8(128).u8(255).get());
-    for (const unsigned code : {35U, 90U}) {
+    for (const Tag code : {Tag::DefineBitsJPEG3, Tag::DefineBitsJPEG4}) {
         Bits body = Bits().u32(static_cast<std::uint32_t>(data.size()));
-        if (code == 90) body.u16(0);
+        if (code == Tag::DefineBitsJPEG4) body.u16(0);
         const QImage image = pictureOf(code, body.raw(data).raw(alpha));
         ASSERT_EQ(image.size(), QSize(4, 1));
         EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
@@ -119,15 +128,17 @@ TEST(MoviePicture, MayBeAJpegWithAlpha) {
 
 TEST(MoviePicture, IsNotUnpackedWhenItIsTooLarge) {
     const std::size_t width = 1024;
-    const std::size_t height = swf::limits::pixelsOfAPicture / width;
+    const std::size_t height = swf::limits::pixelsPerPicture / width;
     const auto packedPicture = [&](std::size_t rows) {
         const std::string data = packed(std::string(3 + width * rows, '\0'));
-        return pictureOf(20,
+        return pictureOf(Tag::DefineBitsLossless,
                          Bits().u8(3).u16(width).u16(static_cast<unsigned>(rows)).u8(0).raw(data));
     };
     EXPECT_FALSE(packedPicture(height).isNull());
     EXPECT_TRUE(packedPicture(height + 1).isNull());
-    const auto file = [](int rows) { return pictureOf(21, Bits().raw(jpeg(1024, rows, 0))); };
+    const auto file = [](int rows) {
+        return pictureOf(Tag::DefineBitsJPEG2, Bits().raw(jpeg(1024, rows, 0)));
+    };
     EXPECT_FALSE(file(static_cast<int>(height)).isNull());
     EXPECT_TRUE(file(static_cast<int>(height) + 1).isNull());
 }
@@ -135,20 +146,27 @@ TEST(MoviePicture, IsNotUnpackedWhenItIsTooLarge) {
 TEST(MoviePicture, IsNotUnpackedWhenItHasScansWithoutEnd) {
     using namespace std::string_literals;
     std::string data = jpeg(8, 8, 0xFF00FF00);
-    EXPECT_FALSE(pictureOf(21, Bits().raw(data)).isNull());
+    EXPECT_FALSE(pictureOf(Tag::DefineBitsJPEG2, Bits().raw(data)).isNull());
     for (int scan = 0; scan < 20; ++scan)
         data += "\xFF\xDA"s;
-    EXPECT_TRUE(pictureOf(21, Bits().raw(data)).isNull());
+    EXPECT_TRUE(pictureOf(Tag::DefineBitsJPEG2, Bits().raw(data)).isNull());
 }
 
 TEST(MoviePicture, ComesOneADrawing) {
     MovieFile movie;
     for (unsigned number = 1; number <= 3; ++number) {
         const std::string pixels = Bits().u8(0).rgb(green).get();
-        movie.tag(20, Bits().u16(number).u8(5).u16(1).u16(1).raw(packed(pixels)));
-        Bits body = Bits().u16(number + 10).rect(0, 100, 0, 100).u8(1).u8(0x42).u16(number);
+        movie.tag(Tag::DefineBitsLossless,
+                  Bits().u16(number).u8(5).u16(1).u16(1).raw(packed(pixels)));
+        Bits body = Bits()
+                        .u16(number + 10)
+                        .rect(0, 100, 0, 100)
+                        .u8(1)
+                        .code(swf::FillType::RoughRepeatingBitmap)
+                        .u16(number);
         body.matrix(20, 20, 0, 0).u8(0).styleBits(1, 0);
-        movie.tag(2, body.square(number * 20.0, 10, 10).endShape()).place(number + 10, number);
+        movie.tag(Tag::DefineShape, body.square(number * 20.0, 10, 10).endShape())
+            .place(number + 10, number);
     }
     Screening screen(movie.show().file());
     EXPECT_EQ(screen.picture().pixel(65, 15) & 0xFFFFFFU, black);

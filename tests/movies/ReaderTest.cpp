@@ -1,7 +1,6 @@
-#include "movies/player/Reader.h"
+#include "movies/format/Reader.h"
 
 #include "base/Failure.h"
-#include "movies/player/recordReaders.h"
 #include "tests/movies/MovieFile.h"
 
 #include <gtest/gtest.h>

@@ -67,7 +67,7 @@ void expectText(const MovieFile& movie) {
 TEST(MovieText, IsDrawnWithTheFirstKindOfFont) {
     MovieFile movie;
     const Bits font = Bits().u16(3).raw(glyphs(1024 / 20.0, false).get());
-    movie.tag(10, font).tag(11, text(false)).place(4, 1).show();
+    movie.tag(Tag::DefineFont, font).tag(Tag::DefineText, text(false)).place(4, 1).show();
     expectText(movie);
 }
 
@@ -84,7 +84,10 @@ TEST(MovieText, IsDrawnWithTheSecondKindOfFont) {
         }
         table.raw(empty.get()).raw(glyph(1024 / 20.0).get());
         MovieFile movie;
-        movie.tag(48, named(wide ? 8 : 0).raw(table.get())).tag(33, text(true)).place(4, 1).show();
+        movie.tag(Tag::DefineFont2, named(wide ? 8 : 0).raw(table.get()))
+            .tag(Tag::DefineText2, text(true))
+            .place(4, 1)
+            .show();
         expectText(movie);
     }
 }
@@ -94,16 +97,19 @@ TEST(MovieText, IsDrawnWithTheThirdKindOfFontWhichIsFiner) {
     const auto first = static_cast<unsigned>(empty.get().size());
     Bits table = Bits().u16(6).u16(6 + first).u16(0).raw(empty.get()).raw(glyph(1024).get());
     MovieFile movie;
-    movie.tag(75, named(0).raw(table.get())).tag(33, text(true)).place(4, 1).show();
+    movie.tag(Tag::DefineFont3, named(0).raw(table.get()))
+        .tag(Tag::DefineText2, text(true))
+        .place(4, 1)
+        .show();
     expectText(movie);
 }
 
 TEST(MovieText, ShowsNothingWithoutItsFontOrGlyphs) {
-    Screening without(MovieFile().tag(11, text(false)).place(4, 1).show().file());
+    Screening without(MovieFile().tag(Tag::DefineText, text(false)).place(4, 1).show().file());
     EXPECT_EQ(without.at(12, 45), black);
     MovieFile movie;
     const Bits one = Bits().u16(3).u16(2).raw(Bits().styleBits(0, 0).endShape().get());
-    movie.tag(10, one).tag(11, text(false)).place(4, 1).show();
+    movie.tag(Tag::DefineFont, one).tag(Tag::DefineText, text(false)).place(4, 1).show();
     EXPECT_EQ(Screening(movie.file()).at(12, 45), black);
 }
 

@@ -1,4 +1,4 @@
-#include "movies/player/geometry.h"
+#include "movies/format/geometry.h"
 
 #include <algorithm>
 

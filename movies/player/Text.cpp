@@ -1,8 +1,8 @@
-#include "movies/player/textReaders.h"
+#include "movies/player/Text.h"
 
 #include "base/Failure.h"
+#include "movies/format/codes.h"
 #include "movies/player/limits.h"
-#include "movies/player/recordReaders.h"
 #include "movies/player/shapeReaders.h"
 
 namespace swf {
@@ -10,8 +10,8 @@ namespace swf {
 namespace {
 
 void readGlyphs(const Reader& table, const std::vector<std::uint32_t>& offsets, Font& font) {
-    if (offsets.size() > limits::glyphsOfAFont) throw Failure("too many glyphs");
-    std::size_t edgesLeft = limits::edgesOfAShape;
+    if (offsets.size() > limits::glyphsPerFont) throw Failure("too many glyphs");
+    std::size_t edgesLeft = limits::edgesPerShape;
     for (const std::uint32_t offset : offsets) {
         Reader reader = table;
         reader.skip(offset);
@@ -20,6 +20,9 @@ void readGlyphs(const Reader& table, const std::vector<std::uint32_t>& offsets, 
     }
 }
 
+/// The flag of the second and third font tag for offsets of four bytes.
+constexpr unsigned wideOffsets = 8;
+
 /// What holds for the glyphs of a text from one record on.
 struct Style {
     Glyph glyph;
@@ -27,14 +30,14 @@ struct Style {
 };
 
 void readTextStyle(Reader& reader, unsigned changes, bool withAlpha, Style& style) {
-    const bool font = changes & 8U;
+    const bool font = changes & textFlag::Font;
     if (font) {
         style.glyph.font = reader.u16();
         style.hasFont = true;
     }
-    if (changes & 4U) style.glyph.color = readColor(reader, withAlpha);
-    if (changes & 1U) style.glyph.place.x = reader.i16();
-    if (changes & 2U) style.glyph.place.y = reader.i16();
+    if (changes & textFlag::Color) style.glyph.color = readColor(reader, withAlpha);
+    if (changes & textFlag::X) style.glyph.place.x = reader.i16();
+    if (changes & textFlag::Y) style.glyph.place.y = reader.i16();
     if (font) style.glyph.height = reader.u16();
 }
 
@@ -59,7 +62,7 @@ Font readNamedFont(Reader& reader, bool fine) {
     const Reader table = reader;
     std::vector<std::uint32_t> offsets;
     for (std::size_t left = count; left > 0; --left) {
-        offsets.push_back(flags & 8U ? reader.u32() : reader.u16());
+        offsets.push_back(flags & wideOffsets ? reader.u32() : reader.u16());
     }
     Font font;
     if (fine) font.em = 20480;
@@ -80,7 +83,7 @@ Text readText(Reader& reader, bool withAlpha) {
         for (unsigned left = reader.u8(); left > 0; --left) {
             style.glyph.index = reader.bits(glyphBits);
             const double advance = reader.signedBits(advanceBits);
-            if (text.glyphs.size() == limits::glyphsOfAText) throw Failure("too many glyphs");
+            if (text.glyphs.size() == limits::glyphsPerText) throw Failure("too many glyphs");
             if (style.hasFont) text.glyphs.push_back(style.glyph);
             style.glyph.place.x += advance;
         }

@@ -1,8 +1,7 @@
-#include "movies/player/buttonReaders.h"
+#include "movies/player/Button.h"
 
 #include "base/Failure.h"
 #include "movies/player/limits.h"
-#include "movies/player/recordReaders.h"
 
 namespace swf {
 
@@ -10,16 +9,17 @@ namespace {
 
 void readRecords(Reader& reader, bool second, Button& button) {
     while (const unsigned flags = reader.u8()) {
-        if (button.records.size() == limits::recordsOfAButton) throw Failure("too many records");
+        if (button.records.size() == limits::recordsPerButton) throw Failure("too many records");
         ButtonRecord record;
-        record.states = flags & 15U;
+        record.states = flags & (ButtonRecord::Up | ButtonRecord::Over | ButtonRecord::Down |
+                                 ButtonRecord::Hit);
         record.character = reader.u16();
         record.depth = reader.u16();
         record.matrix = readMatrix(reader);
         if (second) {
             record.colors = readColorTransform(reader, true);
-            if (flags & 16U) skipFilters(reader);
-            if (flags & 32U) reader.skip(1);
+            if (flags & buttonFlag::Filters) skipFilters(reader);
+            if (flags & buttonFlag::BlendMode) reader.skip(1);
         }
         button.records.push_back(record);
     }
@@ -43,14 +43,15 @@ Button readSecondButton(Reader& reader) {
     std::size_t offset = reader.u16();
     readRecords(reader, true, button);
     while (offset != 0) {
-        if (button.actions.size() == limits::recordsOfAButton) throw Failure("too many actions");
+        if (button.actions.size() == limits::recordsPerButton) throw Failure("too many actions");
         actions.skip(offset);
         Reader entry = actions;
         offset = entry.u16();
         const unsigned conditions = entry.u16();
         const std::string_view code =
             offset == 0 ? entry.rest() : entry.bytes(offset < 4 ? 0 : offset - 4);
-        button.actions.push_back({conditions & 0x1FFU, conditions >> 9U, code});
+        button.actions.push_back(
+            {conditions & ((1U << buttonEventBits) - 1U), conditions >> buttonEventBits, code});
     }
     return button;
 }

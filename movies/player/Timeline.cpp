@@ -1,6 +1,6 @@
-#include "movies/player/placeReaders.h"
+#include "movies/player/Timeline.h"
 
-#include "movies/player/recordReaders.h"
+#include "movies/format/codes.h"
 
 namespace swf {
 
@@ -18,17 +18,17 @@ Place readPlace(Reader& reader, bool third) {
     const unsigned more = third ? reader.u8() : 0;
     Place place;
     place.depth = reader.u16();
-    place.move = flags & 1U;
-    const bool hasCharacter = flags & 2U;
-    const bool className = more & 8U;
-    const bool image = more & 16U;
+    place.move = flags & placeFlag::Move;
+    const bool hasCharacter = flags & placeFlag::Character;
+    const bool className = more & morePlaceFlag::ClassName;
+    const bool image = more & morePlaceFlag::Image;
     if (className || (image && hasCharacter)) static_cast<void>(reader.text());
     if (hasCharacter) place.character = reader.u16();
-    if (flags & 4U) place.matrix = readMatrix(reader);
-    if (flags & 8U) place.colors = readColorTransform(reader, true);
-    if (flags & 16U) place.ratio = reader.u16();
-    if (flags & 32U) place.name = reader.text();
-    if (flags & 64U) place.clipDepth = reader.u16();
+    if (flags & placeFlag::Matrix) place.matrix = readMatrix(reader);
+    if (flags & placeFlag::Colors) place.colors = readColorTransform(reader, true);
+    if (flags & placeFlag::Ratio) place.ratio = reader.u16();
+    if (flags & placeFlag::Name) place.name = reader.text();
+    if (flags & placeFlag::ClipDepth) place.clipDepth = reader.u16();
     return place;
 }
 

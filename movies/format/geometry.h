@@ -7,17 +7,25 @@
 /// Places and colours, as movie files count them: lengths in twentieths of a pixel.
 namespace swf {
 
+/// Of these lengths, so many are a pixel.
+constexpr double twips = 20;
+/// Half of the square, around its own middle, in which files describe gradients.
+constexpr double gradientReach = 16384;
+
+/// A place.
 struct Point {
     double x = 0;
     double y = 0;
     bool operator==(const Point&) const = default;
 };
 
+/// The sides of a rectangle, as the file gives them.
 struct Rect {
     double left = 0;
     double right = 0;
     double top = 0;
     double bottom = 0;
+    /// Less than 0 where a file has its sides the wrong way round.
     [[nodiscard]] double width() const { return right - left; }
     [[nodiscard]] double height() const { return bottom - top; }
 };
@@ -32,6 +40,7 @@ struct Matrix {
     double dy = 0;
     bool operator==(const Matrix&) const = default;
 
+    /// The place that the matrix brings `point` to.
     [[nodiscard]] Point map(Point point) const {
         return {xx * point.x + xy * point.y + dx, yx * point.x + yy * point.y + dy};
     }
@@ -41,6 +50,7 @@ struct Matrix {
                 xx * inner.xy + xy * inner.yy,      yx * inner.xy + yy * inner.yy,
                 xx * inner.dx + xy * inner.dy + dx, yx * inner.dx + yy * inner.dy + dy};
     }
+    /// How much larger areas become; less than 0 for what is mirrored.
     [[nodiscard]] double determinant() const { return xx * yy - xy * yx; }
     /// Whether places can be mapped back, and all numbers are of a size to count with.
     [[nodiscard]] bool usable() const {
@@ -56,6 +66,7 @@ struct Matrix {
     }
 };
 
+/// Each channel from 0 to 255; an alpha of 0 cannot be seen.
 struct Color {
     std::uint8_t red = 0;
     std::uint8_t green = 0;
@@ -70,6 +81,7 @@ struct ColorTransform {
     std::array<int, 4> add{};
     bool operator==(const ColorTransform&) const = default;
 
+    /// The colour behind the transform, each channel held to 0 to 255.
     [[nodiscard]] Color apply(Color color) const;
     /// What `inner` does, and then this.
     [[nodiscard]] ColorTransform after(const ColorTransform& inner) const;
@@ -79,6 +91,7 @@ struct ColorTransform {
 [[nodiscard]] constexpr double between(double from, double to, double ratio) {
     return from + (to - from) * ratio;
 }
+/// The same for each number of these.
 [[nodiscard]] Point between(Point from, Point to, double ratio);
 [[nodiscard]] Color between(Color from, Color to, double ratio);
 [[nodiscard]] Matrix between(const Matrix& from, const Matrix& to, double ratio);
