@@ -1,7 +1,6 @@
 #include "bench/relay/Benchmark.h"
 
 #include "bench/relay/contenders/RunningRelay.h"
-#include "bench/relay/stages/idle.h"
 #include "bench/relay/system/BenchError.h"
 
 #include <algorithm>
@@ -29,6 +28,7 @@ void Benchmark::run() {
         runRepetition(repetition);
         longest = std::max(longest, Clock::now() - began);
     }
+    if (!plan.only.empty()) return;
     std::cerr << "idle relays" << std::endl;
     server.releaseHeld();
     measureIdleRelays(allContenders, plan, server, folder.path(), allResults);
@@ -39,7 +39,7 @@ void Benchmark::warmUp() {
     for (Contender& contender : allContenders) {
         if (!contender.absence.empty()) continue;
         try {
-            const RunningRelay relay(contender, server, folder.path());
+            const RunningRelay relay(contender, server, folder.path(), usualSettings());
         } catch (const BenchError& error) {
             if (contender.id == ContenderId::Cobweave) {
                 throw BenchError(contender.program->string() +
@@ -53,6 +53,7 @@ void Benchmark::warmUp() {
 void Benchmark::runRepetition(int repetition) {
     for (std::size_t stage = 0; stage < stages.size(); ++stage) {
         if (repetition >= stages[stage].repetitions) continue;
+        if (stages[stage].name.find(plan.only) == std::string::npos) continue;
         // Another one begins each time, so that nobody always follows the same one.
         for (std::size_t turn = 0; turn < allContenders.size(); ++turn) {
             const auto offset = static_cast<std::size_t>(repetition) + stage;
@@ -65,11 +66,13 @@ void Benchmark::runStage(std::size_t stageNumber, const Contender& contender, in
     const Stage& stage = stages[stageNumber];
     const auto key = std::pair(stageNumber, contender.id);
     if (!contender.absence.empty() || stage.leavesOut(contender.id) || failed.contains(key)) return;
+    for (const Figure figure : stage.figures)
+        allResults.announce(figure);
 
     std::string ending;
     try {
         server.releaseHeld();
-        const RunningRelay relay(contender, server, folder.path());
+        const RunningRelay relay(contender, server, folder.path(), stage.settings);
         if (relay.hasProcess()) {
             allResults.add({Figure::Start, contender.id}, repetition, relay.startMilliseconds());
         }

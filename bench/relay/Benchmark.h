@@ -5,7 +5,7 @@
 #include "bench/relay/report/Results.h"
 #include "bench/relay/server/ServerProcess.h"
 #include "bench/relay/stages/Stage.h"
-#include "bench/relay/system/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <chrono>
 #include <set>
@@ -15,11 +15,15 @@
 /// Takes all contenders through all stages, interleaved, and keeps what came out.
 class Benchmark {
 public:
+    /// `openLimit` is how many connections the descriptors at hand allow for.
     Benchmark(const Plan& chosen, std::vector<Contender> found, std::size_t openLimit);
 
+    /// Throws `BenchError` when the program under test does not start at all.
     void run();
 
+    /// What `run` found out.
     [[nodiscard]] const Results& results() const { return allResults; }
+    /// As they were given, and what `run` learned about those that do not work here.
     [[nodiscard]] const std::vector<Contender>& contenders() const { return allContenders; }
 
 private:

@@ -3,20 +3,24 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 /// How much is measured. The members hold the full run.
 struct Plan {
-    int repetitions = 7;
+    int repetitions = 5;
+    /// The stages with this in their name; all of them when it is empty.
+    std::string only;
     /// No repetition begins that would probably end later than this.
     std::chrono::seconds timeLimit{540};
 
     /// What a relay still does for connections that were just opened falls into it.
     std::chrono::milliseconds warmUpTime{150};
     /// Enough to last longer than the period of any timer that a relay may have.
-    std::size_t trips = 10000;
-    /// A relay that delays these is not waited for longer than `splitTime`.
-    std::size_t splitTrips = 1500;
-    std::chrono::milliseconds splitTime{1500};
+    std::size_t trips = 6000;
+    /// A relay that takes longer for its trips makes fewer of them.
+    std::chrono::milliseconds tripTime{1500};
+    /// Each has seven turns.
+    std::size_t signIns = 200;
 
     std::int64_t bulkBytes = std::int64_t{4096} * 65536;
     std::int64_t bulkWarmUpBytes = std::int64_t{256} * 65536;
@@ -27,13 +31,14 @@ struct Plan {
     int stallRepetitions = 3;
     std::chrono::seconds idleTime{20};
 
+    /// Fewer samples, for a first look.
     [[nodiscard]] static Plan quick() {
         Plan plan;
         plan.repetitions = 3;
         plan.timeLimit = std::chrono::seconds(100);
-        plan.trips = 4000;
-        plan.splitTrips = 400;
-        plan.splitTime = std::chrono::milliseconds(500);
+        plan.trips = 2000;
+        plan.tripTime = std::chrono::milliseconds(600);
+        plan.signIns = 60;
         plan.bulkBytes = std::int64_t{1024} * 65536;
         plan.bulkWarmUpBytes = std::int64_t{64} * 65536;
         plan.shortSeries = 3;

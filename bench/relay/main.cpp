@@ -10,6 +10,7 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <string>
 #include <string_view>
 
 #include <unistd.h>
@@ -26,22 +27,32 @@ struct Options {
     fs::path cobweave;
     Plan plan;
     bool isQuick = false;
+    bool isPlain = false;
 };
+
+constexpr const char* usage =
+    "usage: relay_bench --cobweave PATH [--quick] [--only STAGE] [--plain]";
 
 Options readOptions(int count, char** arguments) {
     Options options;
+    std::string only;
     for (int index = 1; index < count; ++index) {
         const std::string_view word = arguments[index];
         if (word == "--quick") {
-            options.plan = Plan::quick();
             options.isQuick = true;
+        } else if (word == "--plain") {
+            options.isPlain = true;
+        } else if (word == "--only" && index + 1 < count) {
+            only = arguments[++index];
         } else if (word == "--cobweave" && index + 1 < count) {
             options.cobweave = fs::absolute(arguments[++index]);
         } else {
-            throw BenchError("usage: relay_bench --cobweave PATH [--quick]");
+            throw BenchError(usage);
         }
     }
-    if (options.cobweave.empty()) throw BenchError("usage: relay_bench --cobweave PATH [--quick]");
+    if (options.isQuick) options.plan = Plan::quick();
+    options.plan.only = only;
+    if (options.cobweave.empty()) throw BenchError(usage);
     if (access(options.cobweave.c_str(), X_OK) != 0) {
         throw BenchError(options.cobweave.string() + " is no program; build it first");
     }
@@ -77,7 +88,7 @@ void measureAndReport(const Options& options) {
     const fs::path ownFolder = fs::read_symlink("/proc/self/exe").parent_path();
     printHead(options, core, descriptors);
 
-    Benchmark benchmark(options.plan, findContenders(ownFolder, options.cobweave),
+    Benchmark benchmark(options.plan, findContenders(ownFolder, options.cobweave, options.isPlain),
                         openLimitFor(descriptors));
     benchmark.run();
 

@@ -53,6 +53,7 @@ public:
     [[nodiscard]] std::uint16_t port() const { return boundPort; }
     [[nodiscard]] Peer accept();
     void close() { descriptor.reset(); }
+    [[nodiscard]] int handle() const { return descriptor.get(); }
 
 private:
     Descriptor descriptor;

@@ -1,10 +1,18 @@
 #include "bench/relay/contenders/Contender.h"
 
-#include "bench/relay/contenders/configurations.h"
+#include "bench/relay/system/BenchError.h"
+#include "stores/SettingsStore.h"
 
+#include <algorithm>
+#include <array>
+#include <chrono>
 #include <cstdlib>
+#include <fstream>
 #include <sstream>
+#include <stdexcept>
 
+#include <pwd.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -26,9 +34,86 @@ std::optional<fs::path> findProgram(const std::string& name) {
 }
 
 Contender installed(ContenderId id, const std::string& program, Handshake handshake) {
-    Contender contender{id, nameOf(id), handshake, findProgram(program), {}, {}};
+    Contender contender{id, nameOf(id), handshake, findProgram(program), {}, false, {}};
     if (!contender.program) contender.absence = "not installed";
     return contender;
+}
+
+/// It stays who it is: a change of the user would switch off the signal that ends it together with
+/// the benchmark, and the reading of its memory.
+std::string nameOfThisUser() {
+    const passwd* const entry = getpwuid(geteuid());
+    return entry != nullptr ? entry->pw_name : "nobody";
+}
+
+/// As many connections as are ever opened at once, or as the limit of descriptors lets it have.
+std::size_t connectionsOfHAProxy() {
+    rlimit limit{};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    const auto descriptors = static_cast<std::size_t>(limit.rlim_cur);
+    return std::min<std::size_t>(6000, descriptors > 200 ? (descriptors - 100) / 2 : 50);
+}
+
+fs::path writeFile(const fs::path& path, const std::string& text) {
+    std::ofstream file(path);
+    if (!(file << text << std::flush)) throw BenchError("cannot write " + path.string());
+    return path;
+}
+
+/// The smallest configurations under which these two relay between ports of loopback.
+fs::path writeDantedConfiguration(const fs::path& folder, Port port) {
+    return writeFile(folder / "danted.conf",
+                     "logoutput: stderr\n"
+                     "errorlog: stderr\n"
+                     "internal: 127.0.0.1 port = " +
+                         std::to_string(port) +
+                         "\n"
+                         "external: 127.0.0.1\n"
+                         "clientmethod: none\n"
+                         "socksmethod: none\n"
+                         "user.privileged: " +
+                         nameOfThisUser() +
+                         "\n"
+                         "user.unprivileged: " +
+                         nameOfThisUser() +
+                         "\n"
+                         "client pass { from: 127.0.0.0/8 to: 0.0.0.0/0 }\n"
+                         "socks pass { from: 127.0.0.0/8 to: 127.0.0.0/8 }\n");
+}
+
+fs::path writeHAProxyConfiguration(const fs::path& folder, Port port, Port server) {
+    return writeFile(folder / "haproxy.cfg",
+                     "global\n"
+                     "    nbthread 1\n"
+                     "    maxconn " +
+                         std::to_string(connectionsOfHAProxy()) +
+                         "\n"
+                         "defaults\n"
+                         "    mode tcp\n"
+                         "    timeout connect 10s\n"
+                         "    timeout client 1h\n"
+                         "    timeout server 1h\n"
+                         "frontend front\n"
+                         "    bind 127.0.0.1:" +
+                         std::to_string(port) +
+                         " backlog 4096\n"
+                         "    default_backend back\n"
+                         "backend back\n"
+                         "    server far 127.0.0.1:" +
+                         std::to_string(server) + "\n");
+}
+
+/// A store that nobody has changed for long: one that has just changed is looked at more closely.
+void writeStore(const fs::path& path, const Settings& settings) {
+    fs::remove_all(path.parent_path());
+    {
+        SettingsStore store(path, [](std::string_view trouble) {
+            throw BenchError("cannot prepare the settings: " + std::string(trouble));
+        });
+        for (const auto& [name, value] : settings)
+            store.WriteSetting(name.first, name.second, value);
+    }
+    fs::last_write_time(path, fs::file_time_type::clock::now() - std::chrono::hours(1));
 }
 
 }  // namespace
@@ -39,20 +124,26 @@ std::string nameOf(ContenderId id) {
     return names.at(static_cast<std::size_t>(id));
 }
 
-std::vector<Contender> findContenders(const fs::path& ownFolder, const fs::path& cobweave) {
+std::vector<Contender> findContenders(const fs::path& ownFolder, const fs::path& cobweave,
+                                      bool plain) {
     using enum ContenderId;
     return {
-        {Direct, nameOf(Direct), Handshake::None, {}, {}, {}},
-        {Floor, nameOf(Floor), Handshake::Socks4, ownFolder / "floor_relay", {}, {}},
-        {QEpoll, nameOf(QEpoll), Handshake::Socks4, ownFolder / "qepoll_relay", {}, {}},
-        {Cobweave, nameOf(Cobweave), Handshake::Socks4, cobweave, portOfCobweave, {}},
+        {Direct, nameOf(Direct), Handshake::None, {}, {}, false, {}},
+        {Floor, nameOf(Floor), Handshake::Socks4, ownFolder / "floor_relay", {}, false, {}},
+        {QEpoll, nameOf(QEpoll), Handshake::Socks4, ownFolder / "qepoll_relay", {}, false, {}},
+        {Cobweave, nameOf(Cobweave), Handshake::Socks4, cobweave, portOfCobweave, !plain, {}},
         installed(MicroSocks, "microsocks", Handshake::Socks5),
         installed(Danted, "danted", Handshake::Socks4),
         installed(HAProxy, "haproxy", Handshake::None),
     };
 }
 
-Launch launchOf(const Contender& contender, Port port, Port server, const fs::path& folder) {
+fs::path storeIn(const fs::path& folder) {
+    return folder / "XDG_CONFIG_HOME" / "Cobwaeve" / "settings.db";
+}
+
+Launch launchOf(const Contender& contender, Port port, Port server, const fs::path& folder,
+                const Settings& settings) {
     Launch launch;
     launch.log = folder / (contender.name + ".log");
     // None of them is to find a desktop to talk to.
@@ -71,6 +162,7 @@ Launch launchOf(const Contender& contender, Port port, Port server, const fs::pa
                 fs::create_directories(own);
                 launch.variables.emplace_back(name, own);
             }
+            writeStore(storeIn(folder), settings);
             break;
         case ContenderId::MicroSocks:
             command.insert(command.end(), {"-i", "127.0.0.1", "-p", portText});

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "bench/relay/contenders/handshake.h"
 #include "bench/relay/system/ChildProcess.h"
+#include "bench/relay/system/socketTools.h"
+#include "stores/SettingsFile.h"
 
-#include <array>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -11,6 +11,12 @@
 
 /// In the order of the columns.
 enum class ContenderId { Direct, Floor, QEpoll, Cobweave, MicroSocks, Danted, HAProxy };
+
+/// As the columns are headed.
+[[nodiscard]] std::string nameOf(ContenderId id);
+
+/// How a relay is asked for a connection.
+enum class Handshake { None, Socks4, Socks5 };
 
 /// One way from the load generator to the server.
 struct Contender {
@@ -21,20 +27,26 @@ struct Contender {
     std::optional<std::filesystem::path> program;
     /// The port of a program that lets nobody choose it.
     std::optional<Port> fixedPort;
+    /// It reads along and changes what its settings say; the others deliver what they get.
+    bool rewrites = false;
     /// Why it cannot be measured; empty when it can.
     std::string absence;
 
+    /// Everything but the direct connection is a process between the two.
     [[nodiscard]] bool isRelay() const { return id != ContenderId::Direct; }
 };
 
 /// All contenders. The benchmark's own relays are expected in `ownFolder`; others are looked for
-/// where programs are installed.
+/// where programs are installed. `plain` tells that `cobweave` is a program that rewrites nothing.
 [[nodiscard]] std::vector<Contender> findContenders(const std::filesystem::path& ownFolder,
-                                                    const std::filesystem::path& cobweave);
+                                                    const std::filesystem::path& cobweave,
+                                                    bool plain);
 
-[[nodiscard]] std::string nameOf(ContenderId id);
+/// Where the program under test has its settings when it is started with `folder`.
+[[nodiscard]] std::filesystem::path storeIn(const std::filesystem::path& folder);
 
 /// How to start a relay on `port`. A relay that cannot be asked for a destination gets `server`.
-/// Configurations, settings and logs go to `folder`.
+/// Configurations, settings and logs go to `folder`; `settings` are all that the program under test
+/// finds in its store, unchanged for long. Throws `BenchError` when they cannot be written.
 [[nodiscard]] Launch launchOf(const Contender& contender, Port port, Port server,
-                              const std::filesystem::path& folder);
+                              const std::filesystem::path& folder, const Settings& settings);

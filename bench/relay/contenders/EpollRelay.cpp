@@ -3,6 +3,7 @@
 #include "bench/relay/system/BenchError.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 
 #include <arpa/inet.h>
@@ -184,4 +185,14 @@ void EpollRelay::add(int socket, State state, std::uint32_t events) {
     event.events = events;
     event.data.fd = socket;
     epoll_ctl(epoll, EPOLL_CTL_ADD, socket, &event);
+}
+
+std::uint16_t portArgument(int count, char** arguments) {
+    const std::string_view text = count == 2 ? arguments[1] : "";
+    std::uint16_t port = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), port);
+    if (text.empty() || result.ec != std::errc{} || result.ptr != text.data() + text.size()) {
+        throw BenchError("give the port to listen on as the only argument");
+    }
+    return port;
 }

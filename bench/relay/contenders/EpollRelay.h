@@ -12,7 +12,7 @@
 /// no server for real use.
 class EpollRelay {
 public:
-    /// Listens on `port` of loopback.
+    /// Listens on `port` of loopback. Throws `BenchError` when that cannot be had.
     explicit EpollRelay(std::uint16_t port);
     EpollRelay(const EpollRelay&) = delete;
     EpollRelay& operator=(const EpollRelay&) = delete;
@@ -54,3 +54,7 @@ private:
     std::vector<int> doomed;
     std::vector<char> buffer;
 };
+
+/// The port that one of the benchmark's relays is to listen on, from its only argument. Throws
+/// `BenchError` when that is none.
+[[nodiscard]] std::uint16_t portArgument(int count, char** arguments);

@@ -3,12 +3,15 @@
 #include "bench/relay/server/traffic.h"
 #include "bench/relay/system/BenchError.h"
 #include "bench/relay/system/interruption.h"
+#include "tests/support/Peer.h"
 
+#include <array>
 #include <chrono>
 
 namespace {
 
 using namespace std::chrono_literals;
+using namespace std::string_literals;
 using Clock = std::chrono::steady_clock;
 
 constexpr auto patience = 10s;
@@ -24,17 +27,65 @@ std::string takenText(Port port) {
            number + "'` shows it) and start again";
 }
 
+std::string portBytes(Port port) {
+    return {static_cast<char>(port >> 8), static_cast<char>(port & 0xff)};
+}
+
+const std::string loopbackBytes = "\x7f\0\0\x01"s;
+
+void shakeHandsBySocks4(int socket, Port server) {
+    sendAll(socket, "\x04\x01"s + portBytes(server) + loopbackBytes + "bench\0"s);
+    std::array<char, 8> reply{};
+    receiveExactly(socket, reply.data(), reply.size());
+    // The standard has 0 as the first byte of the reply; the program under test answers 4.
+    if ((reply[0] != 0 && reply[0] != 4) || reply[1] != 90) {
+        throw BenchError("the relay refused the SOCKS 4 request");
+    }
+}
+
+void shakeHandsBySocks5(int socket, Port server) {
+    sendAll(socket, "\x05\x01\0"s);
+    std::array<char, 2> method{};
+    receiveExactly(socket, method.data(), method.size());
+    if (method[0] != 5 || method[1] != 0) throw BenchError("the relay wants a SOCKS 5 password");
+
+    sendAll(socket, "\x05\x01\0\x01"s + loopbackBytes + portBytes(server));
+    std::array<char, 10> reply{};
+    receiveExactly(socket, reply.data(), reply.size());
+    if (reply[0] != 5 || reply[1] != 0) throw BenchError("the relay refused the SOCKS 5 request");
+}
+
+/// When the store of the program under test was changed; nothing for the others.
+std::optional<std::filesystem::file_time_type> storeTime(const Contender& contender,
+                                                         const std::filesystem::path& folder) {
+    if (!contender.rewrites) return {};
+    return std::filesystem::last_write_time(storeIn(folder));
+}
+
+/// Asks for `server` on loopback over a connected socket, and waits for the consent.
+void shakeHands(int socket, Handshake handshake, Port server) {
+    switch (handshake) {
+        case Handshake::None: break;
+        case Handshake::Socks4: shakeHandsBySocks4(socket, server); break;
+        case Handshake::Socks5: shakeHandsBySocks5(socket, server); break;
+    }
+}
+
 }  // namespace
 
 RunningRelay::RunningRelay(const Contender& which, const ServerProcess& server,
-                           const std::filesystem::path& folder)
+                           const std::filesystem::path& folder, const Settings& settings)
     : contender(which), serverPort(server.port()), port(choosePort()) {
     if (contender.isRelay()) {
-        const Launch launch = launchOf(contender, port, serverPort, folder);
+        const Launch launch = launchOf(contender, port, serverPort, folder, settings);
+        const auto stored = storeTime(contender, folder);
         const auto began = Clock::now();
         process.emplace(launch);
         awaitFirstMessage();
         startTime = std::chrono::duration<double, std::milli>(Clock::now() - began).count();
+        if (storeTime(contender, folder) != stored) {
+            throw BenchError("it has written to its store, which is to rest while it is measured");
+        }
     }
     // What the measurement before has left behind ends before the next one begins.
     server.waitUntilIdle();
@@ -42,7 +93,7 @@ RunningRelay::RunningRelay(const Contender& which, const ServerProcess& server,
 
 Port RunningRelay::choosePort() const {
     if (!contender.isRelay()) return serverPort;
-    if (!contender.fixedPort) return findFreePort();
+    if (!contender.fixedPort) return Server().port();
     const Port fixed = *contender.fixedPort;
     const auto deadline = Clock::now() + patienceForPort;
     while (!isPortFree(fixed)) {
@@ -58,7 +109,7 @@ void RunningRelay::awaitFirstMessage() {
         const Descriptor socket = makeClientSocket();
         if (tryConnect(socket.get(), port)) {
             shakeHands(socket.get(), contender.handshake, serverPort);
-            exchange(socket.get(), traffic::message());
+            echo(socket.get(), traffic::unknownCommand());
             // Otherwise it was another program that took the port in the meantime and answered.
             if (process->isRunning()) return;
         }
@@ -93,9 +144,9 @@ std::string RunningRelay::describeState() const {
            (last.empty() ? "" : "; its last words: " + last);
 }
 
-void exchange(int socket, std::string_view message) {
-    sendAll(socket, message);
-    std::string answer(message.size(), '\0');
+void echo(int socket, std::string_view line) {
+    sendAll(socket, line);
+    std::string answer(line.size(), '\0');
     receiveExactly(socket, answer.data(), answer.size());
-    if (answer != message) throw BenchError("a message came back changed");
+    if (answer != line) throw BenchError("a line came back changed");
 }

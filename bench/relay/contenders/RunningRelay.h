@@ -11,16 +11,22 @@
 /// process ends with this object.
 class RunningRelay {
 public:
-    /// Starts it and waits until it has relayed a message there and back.
+    /// Starts it and waits until it has relayed a line there and back. `settings` are for the
+    /// program under test alone. Throws `BenchError` when it does not start, and `PortTaken`.
     RunningRelay(const Contender& which, const ServerProcess& server,
-                 const std::filesystem::path& folder);
+                 const std::filesystem::path& folder, const Settings& settings);
 
-    /// From the start of the process to the first message relayed.
+    /// From the start of the process to the first line relayed.
     [[nodiscard]] double startMilliseconds() const { return startTime; }
+    /// False for the direct connection.
     [[nodiscard]] bool hasProcess() const { return process.has_value(); }
+    /// The group of its processes. Only where there is one.
     [[nodiscard]] pid_t processId() const { return process.value().id(); }
+    /// It changes what its settings say.
+    [[nodiscard]] bool rewrites() const { return contender.rewrites; }
 
-    /// The whole way to the server over a socket of `makeClientSocket`.
+    /// The whole way to the server over a socket of `makeClientSocket`. Like the next two it throws
+    /// `BenchError` when the relay refuses.
     void open(int socket) const;
     /// New connections, all the way to the server.
     [[nodiscard]] Descriptor open() const;
@@ -40,5 +46,5 @@ private:
     double startTime = 0;
 };
 
-/// Sends `message` and waits until exactly the same has come back.
-void exchange(int socket, std::string_view message);
+/// Sends a line and waits until exactly the same has come back; a `BenchError` when it does not.
+void echo(int socket, std::string_view line);

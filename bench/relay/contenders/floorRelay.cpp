@@ -1,5 +1,4 @@
 #include "bench/relay/contenders/EpollRelay.h"
-#include "bench/relay/contenders/portArgument.h"
 
 #include <exception>
 #include <iostream>

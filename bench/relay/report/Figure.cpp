@@ -1,19 +1,38 @@
 #include "bench/relay/report/Figure.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdio>
 
 namespace {
 
 constexpr std::array<FigureText, figureCount> texts{{
-    {"message round trip p50, K=0", "us", 1},
-    {"message round trip p50, K=50", "us", 1},
-    {"message round trip p50, K=1000", "us", 1},
-    {"message round trip p99, K=0", "us", 1},
-    {"message round trip p99, K=50", "us", 1},
-    {"message round trip p99, K=1000", "us", 1},
-    {"message in 2 writes p50", "us", 1},
-    {"message in 2 writes p99", "us", 1},
+    {"PNG/QNG round trip p50", "us", 1},
+    {"text round trip p50, K=0", "us", 1},
+    {"text round trip p50, K=50", "us", 1},
+    {"text round trip p50, K=1000", "us", 1},
+    {"text round trip p99, K=0", "us", 1},
+    {"processor time a text trip, K=0", "us", 1},
+    {"text in 2 writes p50", "us", 1},
+    {"text in 2 writes p99", "us", 1},
+    {"text with every token p50", "us", 1},
+    {"text in random colours p50", "us", 1},
+    {"text and stamped text p50", "us", 1},
+    {"text, the store just written p50", "us", 1},
+    {"text and new last words p50", "us", 1},
+    {"typing notices p50", "us", 1},
+    {"recorded sign-in p50", "us", 1},
+    {"peer-to-peer down, 1.2 KB", "MB/s", 0},
+    {"peer-to-peer up, 1.2 KB", "MB/s", 0},
+    {"unknown command p50, K=0", "us", 1},
+    {"unknown command p50, K=50", "us", 1},
+    {"unknown command p50, K=1000", "us", 1},
+    {"unknown command p99, K=0", "us", 1},
+    {"unknown command p99, K=50", "us", 1},
+    {"unknown command p99, K=1000", "us", 1},
+    {"unknown command in 2 writes p50", "us", 1},
+    {"unknown command in 2 writes p99", "us", 1},
     {"processor time a trip, K=0", "us", 1},
     {"processor time a trip, K=1000", "us", 1},
     {"bulk down, 64 KB writes", "MB/s", 0},
@@ -37,3 +56,9 @@ constexpr std::array<FigureText, figureCount> texts{{
 }  // namespace
 
 FigureText textOf(Figure figure) { return texts.at(static_cast<std::size_t>(figure)); }
+
+std::string numberText(double value, int decimals) {
+    std::array<char, 64> text{};
+    const int length = std::snprintf(text.data(), text.size(), "%.*f", decimals, value);
+    return {text.data(), static_cast<std::size_t>(std::clamp(length, 0, 63))};
+}

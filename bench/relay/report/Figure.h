@@ -1,17 +1,36 @@
 #pragma once
 
+#include <string>
+
 /// All that is measured, in the order of the table.
 enum class Figure {
-    TripMedian0,
-    TripMedian50,
-    TripMedian1000,
-    TripTail0,
-    TripTail50,
-    TripTail1000,
-    SplitMedian,
-    SplitTail,
-    TripProcessor0,
-    TripProcessor1000,
+    PingMedian,
+    TextMedian0,
+    TextMedian50,
+    TextMedian1000,
+    TextTail0,
+    TextProcessor0,
+    TextInTwoMedian,
+    TextInTwoTail,
+    TokensMedian,
+    ColoursMedian,
+    StampMedian,
+    FreshStoreMedian,
+    LastWordsMedian,
+    TypingMedian,
+    SignInMedian,
+    PeerToPeerDown,
+    PeerToPeerUp,
+    UnknownMedian0,
+    UnknownMedian50,
+    UnknownMedian1000,
+    UnknownTail0,
+    UnknownTail50,
+    UnknownTail1000,
+    UnknownInTwoMedian,
+    UnknownInTwoTail,
+    UnknownProcessor0,
+    UnknownProcessor1000,
     BulkDown,
     BulkUp,
     BulkDownProcessor,
@@ -30,6 +49,7 @@ enum class Figure {
     Start,
 };
 
+/// How a figure is shown.
 struct FigureText {
     const char* name;
     const char* unit;
@@ -38,4 +58,8 @@ struct FigureText {
 
 [[nodiscard]] FigureText textOf(Figure figure);
 
+/// `value` with so many digits behind the point.
+[[nodiscard]] std::string numberText(double value, int decimals);
+
+/// How many there are, numbered from 0.
 constexpr int figureCount = static_cast<int>(Figure::Start) + 1;

@@ -1,8 +1,23 @@
 #include "bench/relay/report/Results.h"
 
-#include "bench/relay/report/statistics.h"
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+double percentile(std::vector<double> values, double share) {
+    std::sort(values.begin(), values.end());
+    const double rank = std::ceil(share * static_cast<double>(values.size()));
+    return values[static_cast<std::size_t>(std::max(rank, 1.0)) - 1];
+}
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    const std::size_t half = values.size() / 2;
+    return values.size() % 2 != 0 ? values[half] : (values[half - 1] + values[half]) / 2;
+}
 
 void Results::add(Cell cell, int repetition, double value) {
+    announce(cell.figure);
     values[cell][repetition].push_back(value);
 }
 

@@ -5,11 +5,11 @@
 #include <ostream>
 #include <vector>
 
-/// The medians of all contenders.
+/// The medians of all contenders, in the figures in which somebody was measured.
 void printFigures(std::ostream& out, const Results& results,
                   const std::vector<Contender>& contenders);
 
-/// Each goal with its verdict, and how many hold.
+/// Each goal of these figures with its verdict, and how many hold.
 void printGoals(std::ostream& out, const Results& results);
 
 /// Who is absent and what went wrong.

@@ -17,13 +17,13 @@
 
 namespace {
 
-[[noreturn]] void serve(Listener listener, ServerCounters& counters, pid_t parent) {
+[[noreturn]] void serve(Server listener, ServerFacts& facts, pid_t parent) {
     // An interruption is the parent's to handle.
     setpgid(0, 0);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != parent) _exit(1);
     try {
-        TrafficServer(std::move(listener), counters).run();
+        TrafficServer(std::move(listener), facts).run();
     } catch (const std::exception&) {
         _exit(1);
     }
@@ -32,17 +32,17 @@ namespace {
 }  // namespace
 
 ServerProcess::ServerProcess() {
-    void* const shared = mmap(nullptr, sizeof(ServerCounters), PROT_READ | PROT_WRITE,
+    void* const shared = mmap(nullptr, sizeof(ServerFacts), PROT_READ | PROT_WRITE,
                               MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     if (shared == MAP_FAILED) throwSystemError("cannot get shared memory");
-    counters = new (shared) ServerCounters;
+    facts = new (shared) ServerFacts;
 
-    Listener listener = listenOnFreePort();
-    serverPort = listener.port;
+    Server listener;
+    serverPort = listener.port();
     const pid_t parent = getpid();
     process = fork();
     if (process < 0) throwSystemError("cannot start the traffic server");
-    if (process == 0) serve(std::move(listener), *counters, parent);
+    if (process == 0) serve(std::move(listener), *facts, parent);
 }
 
 ServerProcess::~ServerProcess() {
@@ -50,7 +50,7 @@ ServerProcess::~ServerProcess() {
     int status = 0;
     while (waitpid(process, &status, 0) < 0 && errno == EINTR)
         continue;
-    munmap(counters, sizeof(ServerCounters));
+    munmap(facts, sizeof(ServerFacts));
 }
 
 void ServerProcess::releaseHeld() const {
@@ -64,7 +64,7 @@ void ServerProcess::releaseHeld() const {
 void ServerProcess::waitUntilIdle() const {
     using namespace std::chrono_literals;
     const auto deadline = std::chrono::steady_clock::now() + 5s;
-    while (counters->openConnections != 0) {
+    while (facts->openConnections != 0) {
         if (std::chrono::steady_clock::now() > deadline) {
             throw BenchError(
                 "connections that the client had closed were still open at the server "

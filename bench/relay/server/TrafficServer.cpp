@@ -1,36 +1,39 @@
 #include "bench/relay/server/TrafficServer.h"
 
-#include "bench/relay/server/traffic.h"
 #include "bench/relay/system/BenchError.h"
+#include "bench/relay/system/socketTools.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
+#include <utility>
 
 #include <sys/epoll.h>
 #include <sys/socket.h>
 
 namespace {
 
-std::int64_t countIn(std::string_view command) {
-    std::int64_t count = 0;
-    std::from_chars(command.data() + traffic::sink.size(), command.data() + command.size(), count);
-    return count;
+/// All commands that have a number have it behind three letters and a blank.
+std::int64_t numberIn(std::string_view command) {
+    std::int64_t number = 0;
+    const char* const end = command.data() + command.size();
+    std::from_chars(command.data() + traffic::sink.size(), end, number);
+    return number;
 }
 
 }  // namespace
 
-TrafficServer::TrafficServer(Listener ownListener, ServerCounters& sharedCounters)
+TrafficServer::TrafficServer(Server ownListener, ServerFacts& sharedFacts)
     : listener(std::move(ownListener)),
-      counters(sharedCounters),
+      facts(sharedFacts),
       epoll(epoll_create1(EPOLL_CLOEXEC)),
       buffer(traffic::blockSize),
-      block(traffic::block()) {
+      block(traffic::block()),
+      peerToPeer(traffic::peerToPeerFromServer()) {
     if (epoll.get() < 0) throwSystemError("cannot make an epoll set");
     epoll_event event{};
     event.events = EPOLLIN;
-    event.data.fd = listener.socket.get();
-    epoll_ctl(epoll.get(), EPOLL_CTL_ADD, listener.socket.get(), &event);
+    event.data.fd = listener.handle();
+    epoll_ctl(epoll.get(), EPOLL_CTL_ADD, listener.handle(), &event);
 }
 
 void TrafficServer::run() {
@@ -40,7 +43,7 @@ void TrafficServer::run() {
             epoll_wait(epoll.get(), events.data(), static_cast<int>(events.size()), -1);
         for (int index = 0; index < count; ++index) {
             const epoll_event& event = events[static_cast<std::size_t>(index)];
-            if (event.data.fd == listener.socket.get()) {
+            if (event.data.fd == listener.handle()) {
                 acceptOne();
                 continue;
             }
@@ -58,8 +61,7 @@ void TrafficServer::run() {
 }
 
 void TrafficServer::acceptOne() {
-    Descriptor socket(
-        accept4(listener.socket.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    Descriptor socket(accept4(listener.handle(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
     if (socket.get() < 0) return;
     setNoDelayAndReset(socket.get());
     const auto number = static_cast<std::size_t>(socket.get());
@@ -70,14 +72,14 @@ void TrafficServer::acceptOne() {
     event.data.fd = socket.get();
     epoll_ctl(epoll.get(), EPOLL_CTL_ADD, socket.get(), &event);
     connections[number].socket = std::move(socket);
-    connections[number].mode = Mode::Messages;
-    ++counters.openConnections;
+    connections[number].mode = Mode::Lines;
+    ++facts.openConnections;
 }
 
 void TrafficServer::close(Connection& connection) {
     if (connection.mode == Mode::Closed) return;
     connection = Connection{};
-    --counters.openConnections;
+    --facts.openConnections;
 }
 
 void TrafficServer::read(Connection& connection) {
@@ -88,18 +90,18 @@ void TrafficServer::read(Connection& connection) {
     if (connection.mode == Mode::Sink) {
         connection.remaining -= count;
         if (connection.remaining > 0) return;
-        connection.mode = Mode::Messages;
+        connection.mode = Mode::Lines;
         send(connection, traffic::sinkDone);
-    } else if (connection.mode == Mode::Messages) {
-        std::string_view arrived(buffer.data(), static_cast<std::size_t>(count));
-        // A message that comes in one piece is answered from where it lies.
-        if (connection.partOfMessage.empty() && arrived.ends_with(traffic::messageEnd)) {
-            takeMessage(connection, arrived);
+    } else if (connection.mode == Mode::Lines || connection.mode == Mode::Talk) {
+        const std::string_view arrived(buffer.data(), static_cast<std::size_t>(count));
+        // What comes in one piece is answered from where it lies.
+        if (connection.part.empty() && isWhole(connection, arrived)) {
+            take(connection, arrived);
             return;
         }
-        connection.partOfMessage += arrived;
-        if (!connection.partOfMessage.ends_with(traffic::messageEnd)) return;
-        takeMessage(connection, std::exchange(connection.partOfMessage, {}));
+        connection.part += arrived;
+        if (!isWhole(connection, connection.part)) return;
+        take(connection, std::exchange(connection.part, {}));
     }
 }
 
@@ -109,42 +111,76 @@ void TrafficServer::releaseHeld() {
     }
 }
 
-void TrafficServer::takeMessage(Connection& connection, std::string_view message) {
-    if (message.starts_with(traffic::sink)) {
-        connection.mode = Mode::Sink;
-        connection.remaining = countIn(message);
-        send(connection, traffic::sinkReady);
-    } else if (message.starts_with(traffic::source)) {
-        connection.mode = Mode::Source;
-        connection.remaining = countIn(message);
-        listenFor(connection, EPOLLIN | EPOLLOUT);
-    } else if (message == traffic::hold) {
-        connection.mode = Mode::Hold;
-        listenFor(connection, 0);
-        send(connection, message);
-    } else if (message == traffic::release) {
-        releaseHeld();
-        send(connection, message);
+bool TrafficServer::isWhole(const Connection& connection, std::string_view arrived) const {
+    if (connection.mode == Mode::Lines) return arrived.ends_with(traffic::lineEnd);
+    return traffic::isWhole(arrived, connection.turns->at(connection.turn));
+}
+
+void TrafficServer::take(Connection& connection, std::string_view whole) {
+    if (connection.mode == Mode::Talk) {
+        takeTurn(connection, whole);
     } else {
-        send(connection, message);
+        takeLine(connection, whole);
     }
 }
 
+void TrafficServer::takeTurn(Connection& connection, std::string_view request) {
+    facts.requestSize = request.copy(facts.request.data(), facts.request.size());
+    const traffic::Turn& turn = connection.turns->at(connection.turn);
+    connection.turn = (connection.turn + 1) % connection.turns->size();
+    for (const std::string& piece : turn.fromServer)
+        send(connection, piece);
+}
+
+void TrafficServer::takeLine(Connection& connection, std::string_view line) {
+    if (line.starts_with(traffic::sink)) {
+        connection.mode = Mode::Sink;
+        connection.remaining = numberIn(line);
+        send(connection, traffic::sinkReady);
+    } else if (line.starts_with(traffic::source)) {
+        startSource(connection, block, numberIn(line));
+    } else if (line.starts_with(traffic::peerToPeerSource)) {
+        startSource(connection, peerToPeer, numberIn(line));
+    } else if (line.starts_with(traffic::talk)) {
+        connection.mode = Mode::Talk;
+        connection.turns = &traffic::turnsOf(static_cast<traffic::Talk>(numberIn(line)));
+        connection.turn = 0;
+        send(connection, line);
+    } else if (line == traffic::hold) {
+        connection.mode = Mode::Hold;
+        waitFor(connection, 0);
+        send(connection, line);
+    } else if (line == traffic::release) {
+        releaseHeld();
+        send(connection, line);
+    } else {
+        send(connection, line);
+    }
+}
+
+void TrafficServer::startSource(Connection& connection, const std::string& what,
+                                std::int64_t count) {
+    connection.mode = Mode::Source;
+    connection.block = &what;
+    connection.remaining = count;
+    waitFor(connection, EPOLLIN | EPOLLOUT);
+}
+
 void TrafficServer::sendBlocks(Connection& connection) {
-    const auto blockSize = static_cast<std::int64_t>(block.size());
+    const std::string_view whole = *connection.block;
+    const auto size = static_cast<std::int64_t>(whole.size());
     while (connection.remaining > 0) {
         // What remains tells how far the current block has got.
-        const std::int64_t rest = (connection.remaining - 1) % blockSize + 1;
-        const std::string_view part =
-            std::string_view(block).substr(static_cast<std::size_t>(blockSize - rest));
+        const std::int64_t rest = (connection.remaining - 1) % size + 1;
+        const std::string_view part = whole.substr(static_cast<std::size_t>(size - rest));
         const auto sent = ::send(connection.socket.get(), part.data(), part.size(), MSG_NOSIGNAL);
         if (sent < 0 && errno == EAGAIN) return;
         if (sent < 0) return close(connection);
         connection.remaining -= sent;
-        counters.sourceBytes += sent;
+        facts.sourceBytes += sent;
     }
-    connection.mode = Mode::Messages;
-    listenFor(connection, EPOLLIN);
+    connection.mode = Mode::Lines;
+    waitFor(connection, EPOLLIN);
 }
 
 void TrafficServer::send(Connection& connection, std::string_view bytes) {
@@ -154,7 +190,7 @@ void TrafficServer::send(Connection& connection, std::string_view bytes) {
     if (sent != static_cast<ssize_t>(bytes.size())) close(connection);
 }
 
-void TrafficServer::listenFor(Connection& connection, std::uint32_t events) {
+void TrafficServer::waitFor(Connection& connection, std::uint32_t events) {
     epoll_event event{};
     event.events = events;
     event.data.fd = connection.socket.get();

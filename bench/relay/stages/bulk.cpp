@@ -1,11 +1,12 @@
 #include "bench/relay/server/traffic.h"
-#include "bench/relay/stages/measurements.h"
+#include "bench/relay/stages/Stage.h"
 #include "bench/relay/system/BenchError.h"
 #include "bench/relay/system/processFacts.h"
 
-#include <algorithm>
 #include <chrono>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -15,7 +16,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds patience{30};
 
 std::string command(std::string_view word, std::int64_t count) {
-    return std::string(word) + std::to_string(count) + std::string(traffic::messageEnd);
+    return std::string(word) + std::to_string(count) + std::string(traffic::lineEnd);
 }
 
 void failWhenLate(Clock::time_point start) {
@@ -28,9 +29,9 @@ void awaitAnswer(int socket, std::string_view expected) {
     if (answer != expected) throw BenchError("the server's answer came back changed");
 }
 
-void takeFromServer(int socket, std::int64_t count) {
+void takeFromServer(int socket, std::string_view source, std::int64_t count) {
     const auto start = Clock::now();
-    sendAll(socket, command(traffic::source, count));
+    sendAll(socket, command(source, count));
     std::string buffer(traffic::blockSize, '\0');
     while (count > 0) {
         count -= static_cast<std::int64_t>(receiveSome(socket, buffer.data(), buffer.size()));
@@ -39,11 +40,10 @@ void takeFromServer(int socket, std::int64_t count) {
     if (count < 0) throw BenchError("more bytes arrived than the server had sent");
 }
 
-void giveToServer(int socket, std::int64_t count) {
+void giveToServer(int socket, const std::string& block, std::int64_t count) {
     const auto start = Clock::now();
     sendAll(socket, command(traffic::sink, count));
     awaitAnswer(socket, traffic::sinkReady);
-    const std::string block = traffic::block();
     for (; count > 0; count -= static_cast<std::int64_t>(block.size())) {
         sendAll(socket, block);
         failWhenLate(start);
@@ -51,32 +51,57 @@ void giveToServer(int socket, std::int64_t count) {
     awaitAnswer(socket, traffic::sinkDone);
 }
 
-using Transfer = void (*)(int socket, std::int64_t count);
-
-void measureTransfer(const StageRun& run, Transfer transfer, Figure rate, Figure processor) {
+/// Times `transfer`, which takes a socket and a number of bytes that is one of whole blocks.
+template <typename Transfer>
+void measureTransfer(const StageRun& run, std::size_t blockSize, Figure rate,
+                     std::optional<Figure> processor, Transfer&& transfer) {
+    const auto size = static_cast<std::int64_t>(blockSize);
     const Descriptor socket = run.relay.open();
-    transfer(socket.get(), run.plan.bulkWarmUpBytes);
+    transfer(socket.get(), run.plan.bulkWarmUpBytes / size * size);
 
-    const bool hasProcess = run.relay.hasProcess();
-    const auto before = hasProcess ? processorNanoseconds(run.relay.processId()) : 0;
+    const bool countsProcessor = processor && run.relay.hasProcess();
+    const auto before = countsProcessor ? processorNanoseconds(run.relay.processId()) : 0;
     const auto start = Clock::now();
-    transfer(socket.get(), run.plan.bulkBytes);
+    const std::int64_t count = run.plan.bulkBytes / size * size;
+    transfer(socket.get(), count);
     const std::chrono::duration<double> seconds = Clock::now() - start;
 
-    const auto bytes = static_cast<double>(run.plan.bulkBytes);
+    const auto bytes = static_cast<double>(count);
     run.record(rate, bytes / 1e6 / seconds.count());
-    if (hasProcess) {
+    if (countsProcessor) {
         const auto used = processorNanoseconds(run.relay.processId()) - before;
-        run.record(processor, static_cast<double>(used) / bytes);
+        run.record(*processor, static_cast<double>(used) / bytes);
     }
+}
+
+void measureDown(const StageRun& run, std::string_view source, std::size_t blockSize, Figure rate,
+                 std::optional<Figure> processor) {
+    measureTransfer(run, blockSize, rate, processor,
+                    [&](int socket, std::int64_t count) { takeFromServer(socket, source, count); });
+}
+
+void measureUp(const StageRun& run, const std::string& block, Figure rate,
+               std::optional<Figure> processor) {
+    measureTransfer(run, block.size(), rate, processor,
+                    [&](int socket, std::int64_t count) { giveToServer(socket, block, count); });
 }
 
 }  // namespace
 
 void measureBulkDown(const StageRun& run) {
-    measureTransfer(run, takeFromServer, Figure::BulkDown, Figure::BulkDownProcessor);
+    measureDown(run, traffic::source, traffic::blockSize, Figure::BulkDown,
+                Figure::BulkDownProcessor);
 }
 
 void measureBulkUp(const StageRun& run) {
-    measureTransfer(run, giveToServer, Figure::BulkUp, Figure::BulkUpProcessor);
+    measureUp(run, traffic::block(), Figure::BulkUp, Figure::BulkUpProcessor);
+}
+
+void measurePeerToPeerDown(const StageRun& run) {
+    measureDown(run, traffic::peerToPeerSource, traffic::peerToPeerSize, Figure::PeerToPeerDown,
+                {});
+}
+
+void measurePeerToPeerUp(const StageRun& run) {
+    measureUp(run, traffic::peerToPeerFromClient(), Figure::PeerToPeerUp, {});
 }

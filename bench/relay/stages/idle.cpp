@@ -1,7 +1,5 @@
-#include "bench/relay/stages/idle.h"
-
-#include "bench/relay/contenders/RunningRelay.h"
 #include "bench/relay/server/traffic.h"
+#include "bench/relay/stages/Stage.h"
 #include "bench/relay/system/BenchError.h"
 #include "bench/relay/system/interruption.h"
 #include "bench/relay/system/processFacts.h"
@@ -22,7 +20,7 @@ constexpr auto settlingTime = 3s;
 struct IdleRelay {
     IdleRelay(const Contender& contender, const ServerProcess& server,
               const std::filesystem::path& folder)
-        : id(contender.id), relay(contender, server, folder) {}
+        : id(contender.id), relay(contender, server, folder, usualSettings()) {}
 
     ContenderId id;
     RunningRelay relay;
@@ -36,7 +34,7 @@ struct IdleRelay {
 void openConnections(IdleRelay& idle) {
     idle.open = idle.relay.openMany(connections);
     for (const Descriptor& socket : idle.open)
-        exchange(socket.get(), traffic::message());
+        echo(socket.get(), traffic::unknownCommand());
 }
 
 void beginCounting(IdleRelay& idle) {

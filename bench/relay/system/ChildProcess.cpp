@@ -1,7 +1,7 @@
 #include "bench/relay/system/ChildProcess.h"
 
 #include "bench/relay/system/BenchError.h"
-#include "bench/relay/system/Descriptor.h"
+#include "platform/linux/Descriptor.h"
 
 #include <chrono>
 #include <csignal>

@@ -3,8 +3,6 @@
 #include "bench/relay/system/BenchError.h"
 #include "bench/relay/system/interruption.h"
 
-#include <random>
-
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -12,9 +10,6 @@
 #include <sys/time.h>
 
 namespace {
-
-constexpr unsigned lowestPort = 20000;
-constexpr unsigned portCount = 12000;
 
 sockaddr_in addressOf(in_addr_t host, Port port) {
     sockaddr_in address{};
@@ -31,20 +26,6 @@ void setOption(int socket, int level, int name, const Value& value) {
     }
 }
 
-/// The listening socket, or none when the port is taken.
-Descriptor tryListen(in_addr_t host, Port port, int backlog) {
-    Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    if (socket.get() < 0) throwSystemError("cannot make a socket");
-    setOption(socket.get(), SOL_SOCKET, SO_REUSEADDR, 1);
-    const sockaddr_in address = addressOf(host, port);
-    if (bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
-        listen(socket.get(), backlog) != 0) {
-        if (errno == EADDRINUSE) return {};
-        throwSystemError("cannot listen on port " + std::to_string(port));
-    }
-    return socket;
-}
-
 /// Whether a call that failed is to be made again.
 bool wasOnlyInterrupted() {
     if (errno != EINTR) return false;
@@ -54,20 +35,18 @@ bool wasOnlyInterrupted() {
 
 }  // namespace
 
-Listener listenOnFreePort() {
-    static std::mt19937 chance{std::random_device{}()};
-    const unsigned start = std::uniform_int_distribution<unsigned>(0, portCount - 1)(chance);
-    for (unsigned step = 0; step < portCount; ++step) {
-        const auto port = static_cast<Port>(lowestPort + (start + step) % portCount);
-        Descriptor socket = tryListen(INADDR_LOOPBACK, port, SOMAXCONN);
-        if (socket.get() >= 0) return {std::move(socket), port};
+bool isPortFree(Port port) {
+    const Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    if (socket.get() < 0) throwSystemError("cannot make a socket");
+    setOption(socket.get(), SOL_SOCKET, SO_REUSEADDR, 1);
+    const sockaddr_in address = addressOf(INADDR_ANY, port);
+    if (bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+        listen(socket.get(), 1) == 0) {
+        return true;
     }
-    throw BenchError("no port between 20000 and 32000 is free; end what listens there");
+    if (errno != EADDRINUSE) throwSystemError("cannot listen on port " + std::to_string(port));
+    return false;
 }
-
-Port findFreePort() { return listenOnFreePort().port; }
-
-bool isPortFree(Port port) { return tryListen(INADDR_ANY, port, 1).get() >= 0; }
 
 Descriptor makeClientSocket() {
     Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));

@@ -1,24 +1,12 @@
 #pragma once
 
-#include "bench/relay/system/Descriptor.h"
+#include "platform/linux/Descriptor.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 using Port = std::uint16_t;
-
-struct Listener {
-    Descriptor socket;
-    Port port;
-};
-
-/// A listening socket on loopback. Its port is below 32768: the program under test refuses higher
-/// ones, and no outgoing connection of the benchmark takes a port from there by chance.
-[[nodiscard]] Listener listenOnFreePort();
-
-/// A port on which nobody listens at this moment, below 32768.
-[[nodiscard]] Port findFreePort();
 
 /// True when a program could listen on `port` of all addresses now.
 [[nodiscard]] bool isPortFree(Port port);
@@ -31,7 +19,7 @@ struct Listener {
 /// Gives an accepted socket the same two habits.
 void setNoDelayAndReset(int socket);
 
-/// Connects to loopback. False when nobody listens there.
+/// Connects to loopback. False when nobody listens there; `BenchError` for any other reason.
 [[nodiscard]] bool tryConnect(int socket, Port port);
 
 /// All of `bytes`, or a `BenchError`.
@@ -41,5 +29,5 @@ void sendAll(int socket, std::string_view bytes);
 /// for ten seconds.
 std::size_t receiveSome(int socket, char* buffer, std::size_t capacity);
 
-/// Exactly `size` bytes.
+/// Exactly `size` bytes, or a `BenchError`.
 void receiveExactly(int socket, char* buffer, std::size_t size);

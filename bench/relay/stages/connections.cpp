@@ -1,5 +1,6 @@
 #include "bench/relay/server/traffic.h"
-#include "bench/relay/stages/measurements.h"
+#include "bench/relay/stages/Stage.h"
+#include "bench/relay/stages/Talker.h"
 #include "bench/relay/system/BenchError.h"
 #include "bench/relay/system/interruption.h"
 #include "bench/relay/system/processFacts.h"
@@ -13,6 +14,28 @@
 namespace {
 
 using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+constexpr std::size_t warmUpOpenings = 20;
+
+/// Opens `count` connections, adds the time of each to `times`, and closes them all.
+void openSeries(const StageRun& run, std::size_t count, std::vector<double>& times) {
+    const std::string message = traffic::unknownCommand();
+    {
+        std::vector<Descriptor> open;
+        open.reserve(count);
+        while (open.size() < count) {
+            Descriptor socket = makeClientSocket();
+            const auto start = Clock::now();
+            run.relay.open(socket.get());
+            echo(socket.get(), message);
+            times.push_back(
+                std::chrono::duration<double, std::micro>(Clock::now() - start).count());
+            open.push_back(std::move(socket));
+        }
+    }
+    run.server.waitUntilIdle();
+}
 
 constexpr double mebibyte = 1024 * 1024;
 constexpr std::size_t connections = 1000;
@@ -26,11 +49,11 @@ constexpr auto standstill = 400ms;
 template <typename Progress>
 std::int64_t awaitStandstill(Progress&& progress) {
     std::int64_t last = progress();
-    auto lastChange = std::chrono::steady_clock::now();
-    while (std::chrono::steady_clock::now() - lastChange < standstill) {
+    auto lastChange = Clock::now();
+    while (Clock::now() - lastChange < standstill) {
         pauseFor(5ms);
         const std::int64_t now = progress();
-        if (now != last) lastChange = std::chrono::steady_clock::now();
+        if (now != last) lastChange = Clock::now();
         last = now;
     }
     return last;
@@ -46,13 +69,28 @@ void recordStall(const StageRun& run, std::int64_t taken, std::int64_t memoryBef
 
 }  // namespace
 
+void measureOpenings(const StageRun& run, Figure figure, std::size_t count, std::size_t series) {
+    std::vector<double> times;
+    openSeries(run, warmUpOpenings, times);
+    times.clear();
+    for (std::size_t number = 0; number < series; ++number)
+        openSeries(run, count, times);
+    run.record(figure, percentile(times, 0.5));
+}
+
 void measureMemory(const StageRun& run) {
     const pid_t process = run.relay.processId();
     run.record(Figure::IdleMemory, static_cast<double>(memoryBytes(process)) / 1e6);
+    const auto speak = [&](const Descriptor& socket) {
+        (void)Talker(run, socket.get(), traffic::Talk::Text).takeTurn();
+    };
+    // What the first text needs once is not the connections'.
+    const Descriptor first = run.relay.open();
+    speak(first);
     const auto before = ownMemoryBytes(process);
     std::vector<Descriptor> open = run.relay.openMany(connections);
     for (const Descriptor& socket : open)
-        exchange(socket.get(), traffic::message());
+        speak(socket);
     const auto grown = ownMemoryBytes(process) - before;
     run.record(Figure::MemoryPerConnection, static_cast<double>(grown) / connections);
 }
@@ -62,7 +100,7 @@ void measureStalledClient(const StageRun& run) {
     const auto sentBefore = run.server.sourceBytes();
     const Descriptor socket = run.relay.open();
     sendAll(socket.get(), std::string(traffic::source) + std::to_string(endlessly) +
-                              std::string(traffic::messageEnd));
+                              std::string(traffic::lineEnd));
     const auto taken = awaitStandstill([&] { return run.server.sourceBytes() - sentBefore; });
     if (taken == 0) throw BenchError("nothing was taken for a client that stalls");
     recordStall(run, taken, before, Figure::StallDownGrowth, Figure::StallDownTaken);
@@ -71,7 +109,7 @@ void measureStalledClient(const StageRun& run) {
 void measureStalledServer(const StageRun& run) {
     const auto before = ownMemoryBytes(run.relay.processId());
     const Descriptor socket = run.relay.open();
-    exchange(socket.get(), traffic::hold);
+    echo(socket.get(), traffic::hold);
     fcntl(socket.get(), F_SETFL, O_NONBLOCK);
 
     const std::string block = traffic::block();
