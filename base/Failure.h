@@ -2,19 +2,24 @@
 
 #include <concepts>
 #include <limits>
+#include <optional>
 #include <stdexcept>
 #include <type_traits>
 #include <utility>
 
-/// A step that could not be done: a word that is not there, a number that does not fit, a send on
-/// a socket that is gone. It is never shown; it ends the step that it happened in.
+/// What may not be there is a `std::optional`, and its own comparisons are the rule: `!=` with
+/// nothing is true, `==` with nothing is false. Where nothing else can be done without it, `need`
+/// abandons the tool and its callers, up to the `attempt` that skips them as one step.
+
+/// A step that was abandoned: what it needs is not there, or a send has found the socket gone. It
+/// is never shown; it ends the step that it happened in.
 class Failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Runs one step; a failed step is skipped and what comes after it goes on. An assignment whose
-/// right side fails leaves its target as it was.
+/// Runs one step; a step that is abandoned is skipped, and what comes after it goes on. What the
+/// step had done before stays.
 template <std::invocable Step>
 void attempt(Step&& step) {
     try {
@@ -23,19 +28,32 @@ void attempt(Step&& step) {
     }
 }
 
-/// The answer of a test; one that cannot be computed is a yes.
-template <std::predicate Test>
-[[nodiscard]] bool holds(Test&& test) {
-    try {
-        return std::forward<Test>(test)();
-    } catch (const Failure&) {
-        return true;
-    }
+/// What is there; abandons the step when it is not.
+template <typename T>
+[[nodiscard]] T need(std::optional<T> value) {
+    if (!value) throw Failure("something is missing");
+    return *std::move(value);
 }
 
-/// `value` as a `Narrow`; fails where it does not fit, and never wraps.
+/// The answer of a test that what it looks at may leave open. A `std::optional<bool>` would be
+/// taken for true when it holds false.
+enum class Answer { No, Yes, Unknown };
+
+/// True unless the answer is no.
+[[nodiscard]] constexpr bool mayBe(Answer answer) { return answer != Answer::No; }
+
+/// True when the answer is yes.
+[[nodiscard]] constexpr bool surely(Answer answer) { return answer == Answer::Yes; }
+
+/// The answer; abandons the step when it is unknown.
+[[nodiscard]] inline bool need(Answer answer) {
+    if (answer == Answer::Unknown) throw Failure("a test has no answer");
+    return answer == Answer::Yes;
+}
+
+/// `value` as a `Narrow`; nothing where it does not fit, so that it never wraps.
 template <std::integral Narrow, std::integral Wide>
-[[nodiscard]] constexpr Narrow checked(Wide value) {
-    if (!std::in_range<Narrow>(value)) throw Failure("number out of range");
+[[nodiscard]] constexpr std::optional<Narrow> checked(Wide value) {
+    if (!std::in_range<Narrow>(value)) return std::nullopt;
     return static_cast<Narrow>(value);
 }

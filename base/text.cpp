@@ -1,33 +1,57 @@
 #include "base/text.h"
 
-#include "base/Failure.h"
-
 #include <algorithm>
 
-std::string_view piece(std::string_view text, std::string_view separator, std::size_t index) {
-    if (text.empty()) throw Failure("no piece in an empty text");
-    std::size_t start = 0;
-    for (; index > 0; --index) {
-        const std::size_t end = text.find(separator, start);
-        if (end == std::string_view::npos) throw Failure("too few pieces");
-        start = end + separator.size();
+namespace {
+
+/// What stands behind the occurrence number `count` of `separator`.
+std::optional<std::string_view> behind(std::string_view text, std::string_view separator,
+                                       std::size_t count) {
+    for (; count > 0; --count) {
+        const std::size_t end = text.find(separator);
+        if (end == std::string_view::npos) return std::nullopt;
+        text.remove_prefix(end + separator.size());
     }
-    return text.substr(start, text.find(separator, start) - start);
+    return text;
 }
 
-std::string_view word(std::string_view text, std::size_t index) { return piece(text, " ", index); }
+}  // namespace
 
-std::string_view line(std::string_view text, std::size_t index) {
-    return piece(text, "\r\n", index);
+std::optional<std::string_view> piece(std::string_view text, std::string_view separator,
+                                      std::size_t index) {
+    if (text.empty()) return std::nullopt;
+    const auto rest = behind(text, separator, index);
+    if (!rest) return std::nullopt;
+    return rest->substr(0, rest->find(separator));
+}
+
+std::optional<std::string_view> word(std::string_view text, std::size_t index) {
+    return piece(text, " ", index);
+}
+
+std::optional<std::string_view> line(std::string_view text, std::size_t index) {
+    return piece(text, lineEnd, index);
+}
+
+std::string_view firstLine(std::string_view text) { return text.substr(0, text.find(lineEnd)); }
+
+std::optional<std::string_view> linesFrom(std::string_view text, std::size_t index) {
+    return behind(text, lineEnd, index);
 }
 
 std::string_view characters(std::string_view text, std::size_t first, std::size_t last) {
     return text.substr(std::min(first - 1, text.size()), last - first + 1);
 }
 
-std::uint8_t code(std::string_view text, std::size_t position) {
-    if (position > text.size()) throw Failure("no character to take the code of");
+std::optional<std::uint8_t> code(std::string_view text, std::size_t position) {
+    if (position > text.size()) return std::nullopt;
     return static_cast<std::uint8_t>(text[position - 1]);
+}
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 std::string lowerCase(std::string_view text) {

@@ -9,6 +9,7 @@
 #include "stores/mdlEncode.h"
 #include "stores/options.h"
 
+#include <optional>
 #include <string>
 
 using namespace std::string_view_literals;
@@ -17,7 +18,6 @@ namespace {
 
 constexpr std::string_view alertColor = "ff";
 constexpr std::string_view noEffects;
-constexpr std::string_view lineEnd = "\r\n";
 
 /// Where last words are kept, one entry for each contact.
 constexpr std::string_view lastWordsSection = "lastthingusersaid";
@@ -32,83 +32,82 @@ bool namesByAddress(Conversation& conversation) {
 }
 
 /// The contact who opens a window. A nick name is the last word of its line and keeps the line end.
-std::string openerIn(std::string_view chunk, Conversation& conversation) {
-    if (namesByAddress(conversation)) return std::string(word(chunk, 5));
-    return mdlFunctions::UrlDecode(word(chunk, 6));
+std::optional<std::string> openerIn(std::string_view chunk, Conversation& conversation) {
+    const bool byAddress = namesByAddress(conversation);
+    const auto opener = word(chunk, byAddress ? 5 : 6);
+    if (!opener || byAddress) return std::optional<std::string>(opener);
+    return mdlFunctions::UrlDecode(*opener);
 }
 
-std::string contactName(Conversation& conversation) {
+std::optional<std::string> contactName(Conversation& conversation) {
     if (namesByAddress(conversation)) return conversation.connection.contactEmail;
     return mdlFunctions::UrlDecode(conversation.connection.contactNick);
 }
 
+/// Speaks in the conversation; a client that is gone misses it.
+void speak(Conversation& conversation, const std::string& words, std::string_view color) {
+    attempt([&] { injection::InjectMessage(conversation, words, color, noEffects); });
+}
+
 bool isBlank(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return true;
-    text = text.substr(first, text.find_last_not_of(' ') - first + 1);
-    return text == "\r\n"sv || text == "\r\n\r\n"sv;
+    text = trimmed(text);
+    return text.empty() || text == "\r\n"sv || text == "\r\n\r\n"sv;
 }
 
 }  // namespace
 
 void alerts::openWindow(std::string_view chunk, Conversation& conversation) {
     if (!isOn(conversation, options::alertopenwindow)) return;
-    constexpr std::string_view opened = " has opened a conversation window.";
-    attempt([&] { conversation.showPopup(openerIn(chunk, conversation).append(opened)); });
-    attempt([&] { conversation.addToLog(openerIn(chunk, conversation).append(opened)); });
+    const auto opener = openerIn(chunk, conversation);
+    if (!opener) return;
+    const std::string words = *opener + " has opened a conversation window.";
+    conversation.showPopup(words);
+    conversation.addToLog(words);
 }
 
 void alerts::join(Conversation& conversation) {
     if (!isOn(conversation, options::alertjoinwindow)) return;
     if (!isOn(conversation, options::alertopenwindow)) return;
-    attempt([&] {
-        const std::string name = injection::boldName(contactName(conversation), conversation);
-        injection::InjectMessage(conversation, name + " has joined the conversation window.",
-                                 alertColor, noEffects);
-    });
+    const auto contact = contactName(conversation);
+    if (!contact) return;
+    const std::string name = injection::boldName(*contact, conversation);
+    speak(conversation, name + " has joined the conversation window.", alertColor);
 }
 
 void alerts::lastWords(Conversation& conversation) {
     const std::string& contact = conversation.connection.contactEmail;
-    std::string words = conversation.services.settings.ReadSetting(lastWordsSection, contact);
-    if (words.empty()) return;
+    const std::string kept = conversation.services.settings.ReadSetting(lastWordsSection, contact);
+    if (kept.empty()) return;
     if (!isOn(conversation, options::lastthing)) return;
-    attempt([&] { words = mdlEncode::Base64Decode(words); });
-    attempt([&] {
-        injection::InjectMessage(
-            conversation,
-            "Last thing " + injection::boldName(contact, conversation) + " said:\r\n\r\n" + words,
-            "", noEffects);
-    });
+    const std::string words = mdlEncode::Base64Decode(kept).value_or(kept);
+    const std::string name = injection::boldName(contact, conversation);
+    speak(conversation, "Last thing " + name + " said:\r\n\r\n" + words, "");
 }
 
 void alerts::closeWindow(std::string_view chunk, Conversation& conversation) {
     if (!isOn(conversation, options::alertclosewindow)) return;
     // A contact who was dropped, and has not left, is marked by a further word.
-    bool dropped = false;
-    attempt([&] {
-        (void)word(chunk, 2);
-        dropped = true;
-    });
-    if (dropped) return;
-    std::string leaver;
-    attempt([&] { leaver = removeAll(word(chunk, 1), lineEnd); });
+    if (word(chunk, 2)) return;
+    const std::string leaver = removeAll(word(chunk, 1).value_or(""), lineEnd);
     constexpr std::string_view left = " has left your conversation window.";
-    attempt([&] {
-        // The words come in the contact's own name, so another one who leaves has to be named.
-        const std::string words = leaver == conversation.connection.contactEmail
-                                      ? "I have left your conversation window."
-                                      : injection::boldName(leaver, conversation).append(left);
-        injection::InjectMessage(conversation, words, alertColor, noEffects);
-    });
-    attempt([&] { conversation.addToLog(leaver.append(left)); });
+    // The words come in the contact's own name, so another one who leaves has to be named.
+    speak(conversation,
+          leaver == conversation.connection.contactEmail
+              ? "I have left your conversation window."
+              : injection::boldName(leaver, conversation).append(left),
+          alertColor);
+    conversation.addToLog(leaver + std::string(left));
 }
 
 void alerts::offline(std::string_view chunk, Conversation& conversation) {
     if (!isOn(conversation, options::alertoffline)) return;
     constexpr std::string_view gone = " is now offline.";
-    attempt([&] { conversation.showPopup(std::string(word(line(chunk, 0), 1)).append(gone)); });
-    attempt([&] { conversation.addToLog(std::string(word(chunk, 1)).append(gone)); });
+    if (const auto contact = word(firstLine(chunk), 1)) {
+        conversation.showPopup(std::string(*contact).append(gone));
+    }
+    if (const auto contact = word(chunk, 1)) {
+        conversation.addToLog(std::string(*contact).append(gone));
+    }
 }
 
 void alerts::rememberWords(std::string_view sender, std::string_view text,

@@ -144,18 +144,16 @@ const Command* commandOf(std::string_view first) {
 
 /// The chunk to go on with where there is more in it than its first message.
 std::string SplitTrailingData(std::string_view message, Conversation& conversation) {
-    const std::string_view head = line(message, 0);
-    const std::int64_t length =
-        std::int64_t{messageTools::PayloadLength(message)} + std::int64_t(head.size());
-    if (length < 0) throw Failure("a negative length");
-    std::string first(message.substr(0, static_cast<std::size_t>(length)));
-    first += "\r\n";
+    const auto length = need(checked<std::size_t>(need(messageTools::PayloadLength(message)) +
+                                                  std::int64_t(firstLine(message).size())));
+    const std::string first = std::string(message.substr(0, length)).append(lineEnd);
     const std::string remainder = replaceFirst(std::string(message), first, "");
-    if (!messageTools::IsTextMessage(remainder)) return first;
-    const std::string_view secondCommand = messageTools::FirstBodyLine(remainder);
+    if (!need(messageTools::IsTextMessage(remainder))) return first;
+    const std::string_view secondCommand = need(messageTools::FirstBodyLine(remainder));
     // The text of the second message is looked for in the process's own command line, where it is
     // not: two texts in one chunk are passed on as they came.
-    const std::string text = messageTools::linesAboveFour(conversation.services.commandLine);
+    const std::string_view text =
+        need(messageTools::textAndRest(conversation.services.commandLine));
     return chatCommands::parse(secondCommand, text, conversation) ? first : std::string(message);
 }
 
@@ -170,23 +168,31 @@ void tellUnknown(std::string_view typedWord, Conversation& conversation) {
 
 std::string chatCommands::FilterOutgoing(std::string& message, Conversation& conversation) {
     Services& services = conversation.services;
-    if (messageTools::HasTrailingData(message)) message = SplitTrailingData(message, conversation);
-    if (services.values.rancolorOn && messageTools::IsTextMessage(message)) {
-        message = messageTools::ApplyRandomColor(message, services.chance);
+    if (need(messageTools::HasTrailingData(message))) {
+        message = SplitTrailingData(message, conversation);
     }
-    message = messageConstants::ExpandConstants(message, conversation);
+    if (services.values.rancolorOn && need(messageTools::IsTextMessage(message))) {
+        auto colored = messageTools::ApplyRandomColor(message, services.chance);
+        if (!colored) return message;
+        message = *std::move(colored);
+    }
+    auto expanded = messageConstants::ExpandConstants(message, conversation);
+    // Where no constants are looked for there are no commands either.
+    if (!expanded) return message;
+    message = *std::move(expanded);
 
-    const std::string_view firstLine = messageTools::FirstBodyLine(message);
-    const std::string fulltext = messageTools::linesAboveFour(message);
-    const std::string_view typedWord = word(firstLine, 0);
+    const std::string_view fulltext = messageTools::textAndRest(message).value_or("");
+    const std::string_view firstBodyLine = firstLine(fulltext);
+    const auto first = word(firstBodyLine, 0);
+    if (!first) return message;
+    const std::string_view typedWord = *first;
     if (const Command* const command = commandOf(typedWord)) {
         if (command->act == forceExit) services.program.ForceExit();
         std::string cover = injection::MakeCoverMessage(message, services.values.email);
-        (void)parse(firstLine, command->takesFullText ? std::string_view(fulltext) : ""sv,
-                    conversation);
+        (void)parse(firstBodyLine, command->takesFullText ? fulltext : ""sv, conversation);
         return cover;
     }
-    if (!firstLine.starts_with('!')) return message;
+    if (!firstBodyLine.starts_with('!')) return message;
     if (!isOn(services.settings, options::preventtypo)) return message;
     std::string cover = injection::MakeCoverMessage(message, services.values.email);
     tellUnknown(typedWord, conversation);
@@ -195,7 +201,7 @@ std::string chatCommands::FilterOutgoing(std::string& message, Conversation& con
 
 bool chatCommands::parse(std::string_view message, std::string_view fullmessage,
                          Conversation& conversation) {
-    const Command* const command = commandOf(word(message, 0));
+    const Command* const command = commandOf(need(word(message, 0)));
     if (command == nullptr) return false;
     command->act({message, fullmessage, conversation});
     return true;

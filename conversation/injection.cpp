@@ -6,18 +6,10 @@
 #include "conversation/messageTools.h"
 #include "desktop/mdlFunctions.h"
 
-#include <cstdint>
-
 namespace {
 
 /// The control character that switches bold on and off in the Messenger Plus add-on.
 constexpr char boldCode = '\x02';
-
-std::string withLengthChanged(std::string_view command, int change) {
-    const auto length = checked<std::int16_t>(messageTools::integerPart(word(line(command, 0), 3)));
-    const auto changed = checked<std::int16_t>(length + change);
-    return replaceFirst(std::string(command), std::to_string(length), std::to_string(changed));
-}
 
 }  // namespace
 
@@ -45,7 +37,7 @@ void injection::InjectMessage(Conversation& conversation, std::string_view messa
 std::string injection::MakeCoverMessage(std::string_view fullmessage, std::string_view email) {
     // The fixed text of the payload; it agrees with the lines below.
     constexpr std::size_t fixedLength = 73;
-    std::string cover = "MSG " + messageTools::SecondWord(fullmessage) +
+    std::string cover = "MSG " + std::string(need(messageTools::SecondWord(fullmessage))) +
                         " U {}\r\n"
                         "MIME-Version: 1.0\r\n"
                         "Content-Type: text/x-msmsgscontrol\r\n"
@@ -61,6 +53,10 @@ std::string injection::boldName(std::string_view name, Conversation& conversatio
     return boldCode + std::string(name) + boldCode;
 }
 
-std::string injection::add1(std::string_view command) { return withLengthChanged(command, 1); }
+std::optional<std::string> injection::add1(std::string_view command) {
+    return messageTools::withLengthChanged(command, 1);
+}
 
-std::string injection::minus1(std::string_view command) { return withLengthChanged(command, -1); }
+std::optional<std::string> injection::minus1(std::string_view command) {
+    return messageTools::withLengthChanged(command, -1);
+}

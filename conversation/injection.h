@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,20 +17,21 @@ namespace injection {
                                            std::string_view contactEmail, std::string_view message,
                                            std::string_view color, std::string_view effects);
 
-/// Shows a text in the client's conversation window, in the name of its contact. Fails when the
-/// client is gone.
+/// Shows a text in the client's conversation window, in the name of its contact. Abandons the step
+/// when the client is gone.
 void InjectMessage(Conversation& conversation, std::string_view message, std::string_view color,
                    std::string_view effects);
 
 /// The control message that goes to the server in place of a chat command, under the number of
-/// `fullmessage`; the contact's client shows nothing for it. Fails when there is no number.
+/// `fullmessage`; the contact's client shows nothing for it. Abandons the step without a number.
 [[nodiscard]] std::string MakeCoverMessage(std::string_view fullmessage, std::string_view email);
 
 /// `name`, marked as bold when the Messenger Plus add-on is there to understand it.
 [[nodiscard]] std::string boldName(std::string_view name, Conversation& conversation);
 
-/// `command` with its payload length one higher or lower. Fails where that has no 16 bits.
-[[nodiscard]] std::string add1(std::string_view command);
-[[nodiscard]] std::string minus1(std::string_view command);
+/// `command` with its payload length one higher, or one lower; nothing where that is no number of
+/// 16 bits.
+[[nodiscard]] std::optional<std::string> add1(std::string_view command);
+[[nodiscard]] std::optional<std::string> minus1(std::string_view command);
 
 }  // namespace injection

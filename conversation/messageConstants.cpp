@@ -1,5 +1,6 @@
 #include "conversation/messageConstants.h"
 
+#include "base/Failure.h"
 #include "base/text.h"
 #include "conversation/Conversation.h"
 #include "conversation/ProcessValues.h"
@@ -24,7 +25,7 @@ std::string expandMachine(std::string text, Services& services) {
     text = replaceAll(text, "<d>", services.clock.dateText());
     text = replaceAll(text, "<tr>", mdlFunctions::TotalRam(services.machine));
     text = replaceAll(text, "<ur>", mdlFunctions::AvailableRam(services.machine));
-    return replaceAll(text, "<ru>", mdlFunctions::RamRatio(services.machine));
+    return replaceAll(text, "<ru>", need(mdlFunctions::RamRatio(services.machine)));
 }
 
 std::string expandUptime(std::string_view text, Services& services) {
@@ -38,7 +39,7 @@ std::string expandAll(std::string_view message, std::int32_t declared, Conversat
     std::string result = replaceAll(message, "<ws>", winamp::CurrentSong(services.player));
     result = replaceAll(result, "<mn>", services.values.nickname);
     result = replaceAll(result, "<me>", services.values.email);
-    result = replaceAll(result, "<cn>", mdlFunctions::UrlDecode(connection.contactNick));
+    result = replaceAll(result, "<cn>", need(mdlFunctions::UrlDecode(connection.contactNick)));
     result = replaceAll(result, "<ce>", connection.contactEmail);
     result = expandMachine(std::move(result), services);
     return declared <= longestForUptime ? expandUptime(result, services) : result;
@@ -46,15 +47,14 @@ std::string expandAll(std::string_view message, std::int32_t declared, Conversat
 
 }  // namespace
 
-std::string messageConstants::ExpandConstants(std::string_view message,
-                                              Conversation& conversation) {
-    std::string result;
-    if (isOn(conversation.services.settings, options::constants)) {
-        const std::int32_t declared = messageTools::PayloadLength(message);
-        if (declared <= longest) result = expandAll(message, declared, conversation);
+std::optional<std::string> messageConstants::ExpandConstants(std::string_view message,
+                                                             Conversation& conversation) {
+    if (!isOn(conversation.services.settings, options::constants)) {
+        return std::nullopt;
     }
-    // Without an expansion this fails, and with it the commands that would come next.
-    return messageTools::FixPayloadLength(result);
+    const auto declared = messageTools::PayloadLength(message);
+    if (!declared || *declared > longest) return std::nullopt;
+    return messageTools::FixPayloadLength(expandAll(message, *declared, conversation));
 }
 
 std::string messageConstants::expandNickName(std::string text, Services& services) {

@@ -1,6 +1,5 @@
 #include "conversation/messageTools.h"
 
-#include "base/Failure.h"
 #include "base/text.h"
 #include "platform/Chance.h"
 
@@ -12,101 +11,103 @@ using namespace std::string_view_literals;
 
 namespace {
 
-constexpr std::string_view lineEnd = "\r\n";
-
-std::string_view withoutBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 /// Whether `text` begins with `head`, which is in lower case, in any case of letters.
-bool beginsLike(std::string_view text, std::string_view head) {
-    return lowerCase(text.substr(0, head.size())) == head;
+Answer beginsLike(std::optional<std::string_view> text, std::string_view head) {
+    if (!text) return Answer::Unknown;
+    return lowerCase(text->substr(0, head.size())) == head ? Answer::Yes : Answer::No;
 }
 
-/// Word 3 of line 0: the declared length as it is written.
-std::string_view lengthWord(std::string_view message) { return word(line(message, 0), 3); }
-
-/// What stands between the first "CO=" of the colour field and the semicolon behind it.
-std::string_view oldColor(std::string_view field) {
-    constexpr std::string_view mark = "CO=";
-    const std::size_t found = field.find(mark);
-    if (found == std::string_view::npos) throw Failure("no colour field");
-    const std::string_view color = field.substr(found + mark.size());
-    return color.substr(0, color.find(';'));
+/// The declared length as it is written.
+std::optional<std::string_view> lengthWord(std::string_view message) {
+    return word(firstLine(message), 3);
 }
 
-}  // namespace
-
-std::int32_t messageTools::integerPart(std::string_view text) {
-    text = withoutBlanks(text);
+/// The integer part of the number that `text` is; nothing where it is none, or has more than 32
+/// bits.
+std::optional<std::int32_t> integerPart(std::string_view text) {
+    text = trimmed(text);
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     const char* const end = text.data() + text.size();
     double value = 0;
     const auto [stop, error] = std::from_chars(text.data(), end, value);
     // Names such as "inf" are no numbers here.
     const bool digits = text.find_first_not_of("+-.0123456789eE") == std::string_view::npos;
-    if (error != std::errc() || stop != end || !digits) throw Failure("not a number");
+    if (error != std::errc() || stop != end || !digits) return std::nullopt;
     value = std::floor(value);
     if (value < std::numeric_limits<std::int32_t>::min() ||
         value > std::numeric_limits<std::int32_t>::max()) {
-        throw Failure("number out of range");
+        return std::nullopt;
     }
     return static_cast<std::int32_t>(value);
 }
 
-std::string messageTools::payloadOf(std::string_view message) {
-    const std::string head = std::string(line(message, 0)) + std::string(lineEnd);
-    return replaceFirst(std::string(message), head, "");
+/// What stands between the first "CO=" of the colour field and the semicolon behind it.
+std::optional<std::string_view> oldColor(std::string_view field) {
+    constexpr std::string_view mark = "CO=";
+    const std::size_t found = field.find(mark);
+    if (found == std::string_view::npos) return std::nullopt;
+    const std::string_view color = field.substr(found + mark.size());
+    return color.substr(0, color.find(';'));
 }
 
-std::string messageTools::SecondWord(std::string_view message) {
-    return std::string(word(line(message, 0), 1));
+}  // namespace
+
+std::optional<std::string_view> messageTools::SecondWord(std::string_view message) {
+    return word(firstLine(message), 1);
 }
 
-std::int32_t messageTools::PayloadLength(std::string_view message) {
-    return integerPart(lengthWord(message));
+std::optional<std::int32_t> messageTools::PayloadLength(std::string_view message) {
+    return integerPart(lengthWord(message).value_or(""));
 }
 
-bool messageTools::IsTextMessage(std::string_view message) {
+Answer messageTools::IsTextMessage(std::string_view message) {
     return beginsLike(line(message, 2), "content-type: text");
 }
 
-bool messageTools::IsTypingMessage(std::string_view message) {
+Answer messageTools::IsTypingMessage(std::string_view message) {
     return beginsLike(line(message, 3), "typinguser:");
 }
 
-std::string_view messageTools::FirstBodyLine(std::string_view message) { return line(message, 5); }
-
-std::string messageTools::linesAboveFour(std::string_view text) {
-    // The pieces with a CRLF behind each and the last CRLF taken off are what stands behind the
-    // fifth CRLF.
-    for (int index = 0; index < 5; ++index) {
-        const std::size_t end = text.find(lineEnd);
-        if (end == std::string_view::npos) throw Failure("no text to take the last line end off");
-        text.remove_prefix(end + lineEnd.size());
-    }
-    return std::string(text);
+std::optional<std::string_view> messageTools::FirstBodyLine(std::string_view message) {
+    return line(message, 5);
 }
 
-std::string messageTools::MessageBody(std::string_view message) {
-    const std::int32_t length = PayloadLength(message);
-    if (length < 0) throw Failure("a negative length");
-    const std::string payload = payloadOf(message).substr(0, static_cast<std::size_t>(length));
+std::optional<std::string_view> messageTools::textAndRest(std::string_view message) {
+    return linesFrom(message, 5);
+}
+
+std::optional<std::string_view> messageTools::MessageBody(std::string_view message) {
+    const auto length = checked<std::size_t>(PayloadLength(message).value_or(-1));
+    if (!length) return std::nullopt;
     // The payload's lines count from its own first one, which is line 1 of the chunk.
-    return linesAboveFour(std::string(lineEnd) + payload);
+    return linesFrom(payloadOf(message).substr(0, *length), 4);
 }
 
-bool messageTools::HasTrailingData(std::string_view message) {
-    const std::size_t rest = message.size() - line(message, 0).size();
-    return static_cast<std::int64_t>(rest) > std::int64_t{PayloadLength(message)} + 2;
+Answer messageTools::HasTrailingData(std::string_view message) {
+    const auto declared = PayloadLength(message);
+    if (!declared) return Answer::Unknown;
+    const auto rest = std::int64_t(message.size() - firstLine(message).size());
+    return rest > std::int64_t{*declared} + 2 ? Answer::Yes : Answer::No;
 }
 
-std::string messageTools::FixPayloadLength(std::string_view message) {
-    const std::string declared = std::to_string(PayloadLength(message));
-    const std::string actual = std::to_string(payloadOf(message).size());
-    return replaceFirst(std::string(message), declared, actual);
+std::string_view messageTools::payloadOf(std::string_view message) {
+    return linesFrom(message, 1).value_or(message);
+}
+
+std::optional<std::string> messageTools::FixPayloadLength(std::string_view message) {
+    const auto declared = PayloadLength(message);
+    if (!declared) return std::nullopt;
+    return replaceFirst(std::string(message), std::to_string(*declared),
+                        std::to_string(payloadOf(message).size()));
+}
+
+std::optional<std::string> messageTools::withLengthChanged(std::string_view message,
+                                                           std::int64_t change) {
+    const auto declared = PayloadLength(message);
+    if (!declared || !checked<std::int16_t>(*declared)) return std::nullopt;
+    const auto changed = checked<std::int16_t>(*declared + change);
+    if (!changed) return std::nullopt;
+    return replaceFirst(std::string(message), std::to_string(*declared), std::to_string(*changed));
 }
 
 std::string messageTools::colorCode(float drawn) {
@@ -117,13 +118,18 @@ std::string messageTools::colorCode(float drawn) {
     return {std::begin(digits), end};
 }
 
-std::string messageTools::ApplyRandomColor(std::string_view message, Chance& chance) {
+std::optional<std::string> messageTools::ApplyRandomColor(std::string_view message,
+                                                          Chance& chance) {
     const std::string color = colorCode(chance.draw());
-    const std::string field(word(line(message, 3), 3));
+    const auto field = word(line(message, 3).value_or(""), 3);
+    const auto old = oldColor(field.value_or(""));
+    const auto declared = PayloadLength(message);
+    if (!old || !declared) return std::nullopt;
     const auto delta =
-        checked<std::int16_t>(std::int64_t(color.size()) - std::int64_t(oldColor(field).size()));
-    std::string colored = replaceFirst(std::string(message), field, "CO=" + color + ";");
-    const std::string_view declared = lengthWord(message);
-    const auto length = checked<std::int32_t>(std::int64_t{integerPart(declared)} + delta);
-    return replaceFirst(std::move(colored), declared, std::to_string(length));
+        checked<std::int16_t>(std::int64_t(color.size()) - std::int64_t(old->size()));
+    if (!delta) return std::nullopt;
+    const auto length = checked<std::int32_t>(std::int64_t{*declared} + *delta);
+    if (!length) return std::nullopt;
+    std::string colored = replaceFirst(std::string(message), *field, "CO=" + color + ";");
+    return replaceFirst(std::move(colored), *lengthWord(message), std::to_string(*length));
 }

@@ -1,7 +1,5 @@
 #include "conversation/timestamps.h"
 
-#include "base/Failure.h"
-#include "base/text.h"
 #include "conversation/messageTools.h"
 #include "platform/Clock.h"
 #include "stores/options.h"
@@ -25,11 +23,8 @@ struct Brackets {
 };
 
 /// `message` with its length made longer by the time and `others` characters.
-std::string lengthened(std::string_view message, int others, Clock& clock) {
-    const auto length = checked<std::int16_t>(messageTools::integerPart(word(line(message, 0), 3)));
-    const auto longer =
-        checked<std::int16_t>(length + checked<std::int16_t>(clock.timeText().size()) + others);
-    return replaceFirst(std::string(message), std::to_string(length), std::to_string(longer));
+std::optional<std::string> lengthened(std::string_view message, std::int64_t others, Clock& clock) {
+    return messageTools::withLengthChanged(message, std::int64_t(clock.timeText().size()) + others);
 }
 
 std::string colorNumber(SettingsStore& settings) {
@@ -41,16 +36,17 @@ std::string colorNumber(SettingsStore& settings) {
 
 }  // namespace
 
-std::string timestamps::StampPlain(std::string_view message, SettingsStore& settings,
-                                   Clock& clock) {
+std::optional<std::string> timestamps::StampPlain(std::string_view message, SettingsStore& settings,
+                                                  Clock& clock) {
     const Brackets brackets(settings);
     // A blank and the two brackets. Where one is missing, whoever makes the length true mends it.
-    const std::string stamped = lengthened(message, 3, clock);
-    return stamped + " " + brackets.prefix + clock.timeText() + brackets.postfix;
+    const auto stamped = lengthened(message, 3, clock);
+    if (!stamped) return std::nullopt;
+    return *stamped + " " + brackets.prefix + clock.timeText() + brackets.postfix;
 }
 
-std::string timestamps::StampFormatted(std::string_view message, SettingsStore& settings,
-                                       Clock& clock) {
+std::optional<std::string> timestamps::StampFormatted(std::string_view message,
+                                                      SettingsStore& settings, Clock& clock) {
     const std::string color = colorNumber(settings);
     Brackets brackets(settings);
     if (brackets.prefix.empty() || brackets.postfix.empty()) {
@@ -58,7 +54,8 @@ std::string timestamps::StampFormatted(std::string_view message, SettingsStore& 
         brackets.postfix = "]";
     }
     // Two colour marks, a colour of one character, the code of bold, a blank and the two brackets.
-    const std::string stamped = lengthened(message, 7, clock);
-    return stamped + colorMark + colorMark + color + boldCode + " " + brackets.prefix +
+    const auto stamped = lengthened(message, 7, clock);
+    if (!stamped) return std::nullopt;
+    return *stamped + colorMark + colorMark + color + boldCode + " " + brackets.prefix +
            clock.timeText() + brackets.postfix;
 }

@@ -38,7 +38,7 @@ std::string mbText(std::uint64_t bytes) {
 long roundedToEven(double value) { return std::lrint(value); }
 
 /// Text positions are 16-bit.
-void checkLength(std::string_view text) { (void)checked<std::int16_t>(text.size()); }
+bool isTooLong(std::string_view text) { return !checked<std::int16_t>(text.size()); }
 
 /// The value of the hexadecimal digits that `text` starts with; 0 without any.
 unsigned leadingHexadecimal(std::string_view text) {
@@ -47,14 +47,14 @@ unsigned leadingHexadecimal(std::string_view text) {
     return value;
 }
 
-/// The character of the code that `item` spells.
-char characterOf(std::string_view item) {
+/// The character of the code that `item` spells; nothing where it spells none.
+std::optional<char> characterOf(std::string_view item) {
     const bool hexadecimal = item.starts_with('H');
     const std::string_view digits = item.substr(hexadecimal ? 1 : 0);
     std::uint8_t value = 0;
     const char* const end = digits.data() + digits.size();
     const auto [stop, error] = std::from_chars(digits.data(), end, value, hexadecimal ? 16 : 10);
-    if (error != std::errc() || stop != end) throw Failure("no character code");
+    if (error != std::errc() || stop != end) return std::nullopt;
     return static_cast<char>(value);
 }
 
@@ -71,11 +71,11 @@ std::string mdlFunctions::AvailableRam(MachineFacts& machine) {
 
 std::string mdlFunctions::TotalRam(MachineFacts& machine) { return mbText(machine.memory().total); }
 
-std::string mdlFunctions::RamRatio(MachineFacts& machine) {
+std::optional<std::string> mdlFunctions::RamRatio(MachineFacts& machine) {
     const MemoryStatus memory = machine.memory();
     const long total = roundedToEven(tenthsOfMb(memory.total) / 10.0);
     const long available = roundedToEven(tenthsOfMb(memory.available) / 10.0);
-    if (available == 0) throw Failure("no memory is free");
+    if (available == 0) return std::nullopt;
     const double quotient = static_cast<double>(total) / static_cast<double>(available);
     return std::to_string(roundedToEven(quotient)) + "%";
 }
@@ -94,8 +94,8 @@ std::string mdlFunctions::UptimeText(MachineFacts& machine) {
            " seconds.";
 }
 
-std::string mdlFunctions::UrlEncode(std::string_view text) {
-    checkLength(text);
+std::optional<std::string> mdlFunctions::UrlEncode(std::string_view text) {
+    if (isTooLong(text)) return std::nullopt;
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::string encoded;
     encoded.reserve(text.size() * 3);
@@ -108,8 +108,8 @@ std::string mdlFunctions::UrlEncode(std::string_view text) {
     return encoded;
 }
 
-std::string mdlFunctions::UrlDecode(std::string_view text) {
-    checkLength(text);
+std::optional<std::string> mdlFunctions::UrlDecode(std::string_view text) {
+    if (isTooLong(text)) return std::nullopt;
     std::string decoded;
     decoded.reserve(text.size());
     while (!text.empty()) {
@@ -120,20 +120,22 @@ std::string mdlFunctions::UrlDecode(std::string_view text) {
     return decoded;
 }
 
-std::int16_t mdlFunctions::Base256ToInteger(std::string_view text) {
-    if (text.size() < 3) return 0;
-    return checked<std::int16_t>(code(text, 1) * 256 * 256 + code(text, 2) * 256 + code(text, 3));
+std::optional<std::int16_t> mdlFunctions::Base256ToInteger(std::string_view text) {
+    if (text.size() < 3) return std::int16_t{0};
+    int value = 0;
+    for (const char digit : text.substr(0, 3))
+        value = value * 256 + static_cast<std::uint8_t>(digit);
+    return checked<std::int16_t>(value);
 }
 
-std::string mdlFunctions::CodesToText(std::string_view list, const std::function<void()>& turn) {
+std::optional<std::string> mdlFunctions::CodesToText(std::string_view list,
+                                                     const std::function<void()>& turn) {
     std::string text;
-    while (!list.empty()) {
-        const std::size_t blank = list.find(' ');
-        text += characterOf(list.substr(0, blank));
+    for (std::size_t index = 0; const auto item = word(list, index); ++index) {
+        const auto character = characterOf(*item);
+        if (!character) return std::nullopt;
+        text += *character;
         turn();
-        if (blank == std::string_view::npos) break;
-        list.remove_prefix(blank + 1);
-        if (list.empty()) throw Failure("no character code behind the last blank");
     }
     return text;
 }
@@ -145,8 +147,8 @@ void mdlFunctions::SetTopMost(std::string_view state, WindowHandle form, OwnWind
 
 void mdlFunctions::SetWindowOpacity(WindowHandle window, std::int16_t& percentage,
                                     OwnWindows& windows) {
-    attempt([&] { percentage = checked<std::int16_t>(static_cast<int>(percentage * 2.55)); });
-    attempt([&] { windows.setAlpha(window, checked<std::uint8_t>(percentage)); });
+    percentage = checked<std::int16_t>(static_cast<int>(percentage * 2.55)).value_or(percentage);
+    if (const auto alpha = checked<std::uint8_t>(percentage)) windows.setAlpha(window, *alpha);
 }
 
 std::string_view mdlFunctions::StatusCodeFromName(std::string_view name) {

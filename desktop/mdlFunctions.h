@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,38 +13,40 @@ class Registry;
 
 /// Small free-standing functions: facts about the machine, the percent coding of nick names,
 /// readers of byte text, window helpers and the table of status words. None holds state. What
-/// cannot be computed fails.
+/// cannot be computed is nothing.
 namespace mdlFunctions {
 
 /// Physical memory that is free, as in "127.4 Mb".
 [[nodiscard]] std::string AvailableRam(MachineFacts& machine);
 /// All physical memory, as in "512 Mb".
 [[nodiscard]] std::string TotalRam(MachineFacts& machine);
-/// How many times the free memory goes into all memory, rounded, as in "4%". Fails when the free
-/// memory rounds to nothing.
-[[nodiscard]] std::string RamRatio(MachineFacts& machine);
+/// How many times the free memory goes into all memory, rounded, as in "4%"; nothing when the free
+/// memory rounds to 0 Mb.
+[[nodiscard]] std::optional<std::string> RamRatio(MachineFacts& machine);
 /// The time since the machine's start, as in "0 days, 1 hours, 5 minutes and 9 seconds.".
 [[nodiscard]] std::string UptimeText(MachineFacts& machine);
 
-/// Every character as "%" and its code in upper-case hexadecimal without a leading zero. Fails
-/// above 32,767 characters.
-[[nodiscard]] std::string UrlEncode(std::string_view text);
+/// Every character as "%" and its code in upper-case hexadecimal without a leading zero; nothing
+/// for more than 32,767 characters.
+[[nodiscard]] std::optional<std::string> UrlEncode(std::string_view text);
 /// Every "%" and the two characters behind it as the character of that hexadecimal code, which is
-/// read up to the first character that is no digit of it. Fails above 32,767 characters.
-[[nodiscard]] std::string UrlDecode(std::string_view text);
+/// read up to the first character that is no digit of it; nothing for more than 32,767 characters.
+[[nodiscard]] std::optional<std::string> UrlDecode(std::string_view text);
 
 /// The number that the first three characters of `text` are, most significant first; 0 when there
-/// are fewer than three. Fails above 32,767.
-[[nodiscard]] std::int16_t Base256ToInteger(std::string_view text);
+/// are fewer than three. Nothing where the number is above 32,767.
+[[nodiscard]] std::optional<std::int16_t> Base256ToInteger(std::string_view text);
 /// The characters whose codes `list` gives, decimal or hexadecimal behind an "H", with single
-/// blanks between them. Calls `turn` after each. Fails at an item that is no code.
-[[nodiscard]] std::string CodesToText(std::string_view list, const std::function<void()>& turn);
+/// blanks between them; nothing where an item is no code. Calls `turn` after each.
+[[nodiscard]] std::optional<std::string> CodesToText(std::string_view list,
+                                                     const std::function<void()>& turn);
 
 /// Puts a window above all others ("Enabled") or back among them ("Disabled"); any other word does
 /// nothing.
 void SetTopMost(std::string_view state, WindowHandle form, OwnWindows& windows);
 /// Makes a window as opaque as `percentage` says, and leaves there what that is on the scale of
-/// 255. Runs statement by statement; nothing fails.
+/// 255. A percentage whose value there has no 16 bits stays; one whose value has no 8 bits leaves
+/// the window as it is.
 void SetWindowOpacity(WindowHandle window, std::int16_t& percentage, OwnWindows& windows);
 
 /// The protocol's code of a status as users call it; "NLN" for any other word.

@@ -1,7 +1,6 @@
 #include "desktop/winamp.h"
 
 #include "base/Failure.h"
-#include "base/text.h"
 #include "platform/MediaPlayer.h"
 
 #include <algorithm>
@@ -11,18 +10,12 @@
 
 namespace {
 
-/// The place of `wanted` in `text`, from 1; 0 when it is not there. Places are 16-bit, and it fails
-/// behind the last of them.
-std::int16_t placeOf(std::string_view wanted, std::string_view text) {
+/// The place of `wanted` in `text`, from 1; 0 when it is not there, or behind the 32,767 places
+/// that are looked at.
+int placeOf(std::string_view wanted, std::string_view text) {
     const std::size_t found = text.find(wanted);
-    return found == std::string_view::npos ? std::int16_t{0} : checked<std::int16_t>(found + 1);
-}
-
-/// `count` characters from `first` on, from 1. Fails for a negative count.
-std::string cut(std::string_view text, int first, int count) {
-    if (count < 0) throw Failure("a negative count");
-    return std::string(text.substr(std::min(static_cast<std::size_t>(first) - 1, text.size()),
-                                   static_cast<std::size_t>(count)));
+    if (found == std::string_view::npos) return 0;
+    return checked<std::int16_t>(found + 1).value_or(std::int16_t{0});
 }
 
 constexpr std::pair<std::string_view, int> transportCommands[] = {
@@ -33,11 +26,12 @@ constexpr std::pair<std::string_view, int> transportCommands[] = {
 std::string winamp::songInTitle(std::string title) {
     // What the player shows is "7. Artist - Title - Winamp". The positions fit a number of one
     // digit; one of two leaves a blank at the end.
-    std::int16_t player = 0;
-    std::int16_t dot = 0;
-    attempt([&] { player = placeOf(" - Winamp", title); });
-    attempt([&] { dot = placeOf(".", title); });
-    attempt([&] { title = cut(title, dot + 2, player - 4); });
+    const int player = placeOf(" - Winamp", title);
+    const int dot = placeOf(".", title);
+    if (player >= 4) {
+        const auto first = std::min(static_cast<std::size_t>(dot + 1), title.size());
+        title = title.substr(first, static_cast<std::size_t>(player - 4));
+    }
     if (title.ends_with(' ')) title.pop_back();
     return title;
 }

@@ -9,8 +9,8 @@ class MediaPlayer;
 namespace winamp {
 
 /// What stands between the track number and " - Winamp" in the player's title: exact for a track
-/// number of one or two digits, and for others what the same positions give. Statement by
-/// statement; nothing fails.
+/// number of one or two digits, and for others what the same positions give. A title without that
+/// name is the song.
 [[nodiscard]] std::string songInTitle(std::string title);
 
 /// The song that the player shows now; empty without a player.

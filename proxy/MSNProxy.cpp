@@ -10,7 +10,8 @@
 #include "proxy/serverFilter.h"
 
 #include <algorithm>
-#include <charconv>
+#include <optional>
+#include <utility>
 
 using namespace std::string_view_literals;
 
@@ -47,35 +48,29 @@ private:
 /// cost little.
 void empty(std::string& buffer) { std::string().swap(buffer); }
 
-/// Two characters of a frame or request as the number that they are, with a ceiling of 32,767.
-std::int16_t twoByteNumber(std::string_view bytes) {
+/// Two characters of a frame or request as the number that they are; nothing above 32,767.
+std::optional<std::int16_t> twoByteNumber(std::string_view bytes) {
     std::string withNul(1, '\0');
     withNul += bytes;
     return mdlFunctions::Base256ToInteger(withNul);
 }
 
-std::string dottedAddress(std::string_view buffer) {
+/// Nothing where the buffer ends within the address.
+std::optional<std::string> dottedAddress(std::string_view buffer) {
     std::string address;
     for (std::size_t position = 5; position <= 8; ++position) {
+        const auto part = code(buffer, position);
+        if (!part) return std::nullopt;
         if (position > 5) address += '.';
-        address += std::to_string(code(buffer, position));
+        address += std::to_string(*part);
     }
     return address;
 }
 
-/// The whole of `text` as a decimal number. Fails when it is none.
-std::size_t number(std::string_view text) {
-    std::size_t value = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc() || stop != end) throw Failure("not a number");
-    return value;
-}
-
+/// A buffer without a second character may be the head of a frame, whatever its first one is.
 bool beginsLikeForeignFrame(std::string_view buffer) {
-    // The code comes first: a single character has no second one, and that counts as a yes.
-    const std::uint8_t channel = code(buffer, 2);
-    return buffer.starts_with('*') && channel <= 5;
+    const auto channel = code(buffer, 2);
+    return !channel || (buffer.starts_with('*') && *channel <= 5);
 }
 
 }  // namespace
@@ -104,11 +99,11 @@ void MSNProxy::Connect(RequestId requestID) {
 }
 
 void MSNProxy::SetFormID(std::int32_t FormIDStart) {
-    connection.formID = checked<std::int16_t>(FormIDStart);
+    connection.formID = need(checked<std::int16_t>(FormIDStart));
 }
 
 std::string MSNProxy::IntegerToBase256(std::int32_t ThePort) {
-    const auto value = checked<std::uint16_t>(ThePort);
+    const auto value = need(checked<std::uint16_t>(ThePort));
     return {static_cast<char>(value / 256), static_cast<char>(value % 256)};
 }
 
@@ -154,7 +149,7 @@ void MSNProxy::Timer1_Timer() {
 }
 
 void MSNProxy::Winsock1_SendProgress(int Index, std::size_t bytesRemaining) {
-    Label1 = std::to_string(bytesRemaining);
+    Label1 = bytesRemaining;
     Winsock& otherSide = *Winsock1[1 - Index];
     if (bytesRemaining > mostWaitingBytes) otherSide.SetReading(false);
     if (bytesRemaining < fewWaitingBytes) otherSide.SetReading(true);
@@ -185,10 +180,11 @@ bool MSNProxy::eventEndsAtForeignFrame(Stream& stream) {
 
 /// Takes the frames off `rest`.
 bool MSNProxy::endsAfterFrames(Stream& stream, std::string_view& rest) {
-    while (holds([&] { return beginsLikeForeignFrame(rest); })) {
+    while (beginsLikeForeignFrame(rest)) {
         if (!stream.frameWaiting) {
-            attempt(
-                [&] { stream.frameLength = twoByteNumber(characters(rest, 5, 6)) + frameHead; });
+            if (const auto payload = twoByteNumber(characters(rest, 5, 6))) {
+                stream.frameLength = *payload + frameHead;
+            }
             if (stream.frameLength == 0) {
                 stream.blocked = true;
                 rest = {};
@@ -211,8 +207,8 @@ bool MSNProxy::endsAfterFrames(Stream& stream, std::string_view& rest) {
 /// Opens the server side when the client asks for it. The answer comes when that has connected.
 bool MSNProxy::eventEndsAtSocksRequest(std::string_view buffer) {
     if (!buffer.starts_with(connectRequest)) return false;
-    attempt([&] { destinationPort = twoByteNumber(characters(buffer, 3, 4)); });
-    attempt([&] { destinationAddress = dottedAddress(buffer); });
+    if (const auto port = twoByteNumber(characters(buffer, 3, 4))) destinationPort = *port;
+    if (auto address = dottedAddress(buffer)) destinationAddress = *std::move(address);
     socksReplyTail = characters(buffer, 3, 8);
     attempt([&] { Winsock1[serverSide]->Connect(destinationAddress, destinationPort); });
     return true;
@@ -224,17 +220,15 @@ bool MSNProxy::eventEndsAtDirectConnect(int Index, const std::string& buffer) {
     if (Index == serverSide) {
         directConnectName = removeAll(characters(buffer, 45, 60), "\0"sv);
     }
-    const bool frame = holds([&] {
-        // The codes give the loop a turn, in which the buffer may change: what is compared is what
-        // stood there before, and what is read afterwards is what stands there then.
-        const std::string bytes(characters(buffer, 29, 30));
-        const bool nuls = bytes == mdlFunctions::CodesToText("0 0", [this] { host.loop.turn(); });
-        const std::uint8_t first = code(buffer, 31);
-        const std::uint8_t second = code(buffer, 32);
-        return nuls && first < 9 && second != 0;
-    });
+    // The codes give the loop a turn, in which the buffer may change: what is compared is what
+    // stood there before, and what is read afterwards is what stands there then.
+    const std::string bytes(characters(buffer, 29, 30));
+    const bool nuls = bytes == mdlFunctions::CodesToText("0 0", [this] { host.loop.turn(); });
+    const auto first = code(buffer, 31);
+    const auto second = code(buffer, 32);
+    const bool frame = !second || (nuls && *first < 9 && *second != 0);
     return frame && Index == clientSide && !directConnectName.empty() &&
-           holds([&] { return number(Label1) > 30000; });
+           (!Label1 || *Label1 > 30000);
 }
 
 void MSNProxy::relay(int Index, std::string& buffer) {

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -87,8 +88,8 @@ private:
     /// Port and address as the client sent them, for the reply.
     std::string socksReplyTail;
     std::string directConnectName;
-    /// How many bytes wait to be sent, as last reported by either socket; no number before.
-    std::string Label1 = "Label1";
+    /// How many bytes wait to be sent, as last reported by either socket; nothing before.
+    std::optional<std::size_t> Label1;
     int runningEvents = 0;
     std::unique_ptr<Timer> Timer1;
     std::array<std::unique_ptr<Winsock>, sides> Winsock1;

@@ -16,8 +16,10 @@ using namespace std::string_view_literals;
 namespace {
 
 void learnDialect(std::string_view chunk, ConnectionRecord& connection) {
-    if (holds([&] { return word(chunk, 2) == "MSNP9"sv; })) connection.protocolVersion = "9";
-    if (holds([&] { return word(chunk, 2) == "MSNP10"sv; })) connection.protocolVersion = "10";
+    const auto offered = word(chunk, 2);
+    if (offered == "MSNP9"sv) connection.protocolVersion = "9";
+    // A client that offers none is taken for one of the newer dialect.
+    if (!offered || offered == "MSNP10"sv) connection.protocolVersion = "10";
 }
 
 /// The client's first status, online or offline as it signs in, becomes the user's choice.
@@ -27,7 +29,7 @@ void applyStatus(std::string& chunk, Conversation& conversation, const ProgramWi
     services.values.loggedin = true;
     std::string caption = "Cobweave - Logged In";
     windows.changetraycaption(caption);
-    attempt([&] { services.values.statusPostfix = word(chunk, 3); });
+    if (const auto postfix = word(chunk, 3)) services.values.statusPostfix = *postfix;
     const std::string status = textOf(services.settings, options::initialStatus);
     chunk = replaceFirst(std::move(chunk), "NLN"sv, "{status}"sv);
     chunk = replaceFirst(std::move(chunk), "FLN"sv, "{status}"sv);
@@ -36,7 +38,7 @@ void applyStatus(std::string& chunk, Conversation& conversation, const ProgramWi
 
 void filterMessage(std::string& chunk, Conversation& conversation) {
     constexpr std::string_view peerToPeer = "Content-Type: application/x-msnmsgrp2p";
-    if (!holds([&] { return line(chunk, 2) != peerToPeer; })) return;
+    if (line(chunk, 2) == peerToPeer) return;
     attempt([&] { chunk = chatCommands::FilterOutgoing(chunk, conversation); });
     if (isOn(conversation.services.settings, options::useristyping)) {
         // The contact's client does not know this header and shows nothing; the length stays.
@@ -50,7 +52,7 @@ void filterClientChunk(std::string& chunk, Conversation& conversation,
                        const ProgramWindows& windows) {
     ProcessValues& values = conversation.services.values;
     ConnectionRecord& connection = conversation.connection;
-    attempt([&] { values.tranID = word(chunk, 1); });
+    if (const auto number = word(chunk, 1)) values.tranID = *number;
     const std::string_view name = characters(chunk, 1, 3);
     if (name == "VER"sv) {
         learnDialect(chunk, connection);

@@ -118,7 +118,7 @@ void frmMain::ApplyNickTemplate(std::string& text) {
     if (values.serverID == 0) return;
     const auto found = MSNProxy1.find(values.serverID);
     if (found == MSNProxy1.end()) throw Failure("the notification-server connection is gone");
-    found->second->ChangeNick(mdlFunctions::UrlEncode(text));
+    found->second->ChangeNick(need(mdlFunctions::UrlEncode(text)));
 }
 
 void frmMain::ForceExit() {

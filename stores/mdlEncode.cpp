@@ -1,7 +1,5 @@
 #include "stores/mdlEncode.h"
 
-#include "base/Failure.h"
-
 #include <array>
 #include <cstdint>
 
@@ -39,14 +37,8 @@ constexpr unsigned valueAt(std::string_view text, std::size_t index) {
 
 /// `text` without the padding at its end, which is two characters at most.
 std::string_view withoutPadding(std::string_view text) {
-    for (int dropped = 0; dropped < 2; ++dropped) {
-        if (text.empty()) {
-            // After one "=" there is no character left to look at; after two it does not matter.
-            throw Failure("nothing before the padding");
-        }
-        if (text.back() != '=') break;
+    for (int dropped = 0; dropped < 2 && text.ends_with('='); ++dropped)
         text.remove_suffix(1);
-    }
     return text;
 }
 
@@ -74,8 +66,8 @@ std::string mdlEncode::Base64Encode(std::string_view text) {
     return encoded;
 }
 
-std::string mdlEncode::Base64Decode(std::string_view text) {
-    if (text.empty()) return {};
+std::optional<std::string> mdlEncode::Base64Decode(std::string_view text) {
+    if (text == "=") return std::nullopt;
     text = withoutPadding(text);
     std::string decoded(text.size() * 3 / 4, '\0');
     std::size_t at = 0;

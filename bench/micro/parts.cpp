@@ -11,7 +11,8 @@
 
 namespace {
 
-void coder(benchmark::State& state, std::string (*code)(std::string_view), std::string text) {
+template <typename Code>
+void coder(benchmark::State& state, Code code, std::string text) {
     text.resize(static_cast<std::size_t>(state.range(0)), 'x');
     for (auto _ : state)
         benchmark::DoNotOptimize(code(text));

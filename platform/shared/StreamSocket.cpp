@@ -104,7 +104,7 @@ void StreamSocket::Accept(RequestId requestID) {
 void StreamSocket::Connect(std::string_view remoteHost, std::int32_t remotePort) {
     failUnlessClosed();
     const std::uint32_t host = parsedAddress(remoteHost);
-    const auto port = checked<std::uint16_t>(remotePort);
+    const auto port = need(checked<std::uint16_t>(remotePort));
     const NewSocket opened = systemSockets::open();
     if (opened.socket == noSocket) fail(opened.outcome);
     const Outcome outcome = systemSockets::connect(opened.socket, host, port);

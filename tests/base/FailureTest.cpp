@@ -4,7 +4,9 @@
 
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <new>
+#include <optional>
 #include <string>
 
 namespace {
@@ -39,17 +41,36 @@ TEST(Attempt, PassesOnWhatIsNoFailure) {
     EXPECT_THROW(attempt([] { throw std::runtime_error("other"); }), std::runtime_error);
 }
 
-TEST(Holds, IsTheAnswerOfTheTest) {
-    EXPECT_TRUE(holds([] { return true; }));
-    EXPECT_FALSE(holds([] { return false; }));
+TEST(Need, IsWhatIsThere) {
+    EXPECT_EQ(need(std::optional<int>(7)), 7);
+    EXPECT_EQ(need(std::optional<std::string>("text")), "text");
+    EXPECT_EQ(need(std::optional<bool>(false)), false);
 }
 
-TEST(Holds, IsTrueWhenTheTestFails) {
-    EXPECT_TRUE(holds([] { return failing() == "something else"; }));
+TEST(Need, TakesOverWhatCannotBeCopied) {
+    EXPECT_EQ(*need(std::optional(std::make_unique<int>(7))), 7);
 }
 
-TEST(Holds, PassesOnWhatIsNoFailure) {
-    EXPECT_THROW((void)holds([]() -> bool { throw std::bad_alloc(); }), std::bad_alloc);
+TEST(Need, AbandonsTheStepWhereNothingIs) {
+    EXPECT_THROW((void)need(std::optional<int>()), Failure);
+}
+
+TEST(Need, IsTheAnswerThatIsKnown) {
+    EXPECT_TRUE(need(Answer::Yes));
+    EXPECT_FALSE(need(Answer::No));
+    EXPECT_THROW((void)need(Answer::Unknown), Failure);
+}
+
+TEST(Answer, ThatIsUnknownMayBeYesAndIsNotSurely) {
+    EXPECT_TRUE(mayBe(Answer::Unknown));
+    EXPECT_FALSE(surely(Answer::Unknown));
+}
+
+TEST(Answer, ThatIsKnownIsTheSameInBothWays) {
+    EXPECT_TRUE(mayBe(Answer::Yes));
+    EXPECT_TRUE(surely(Answer::Yes));
+    EXPECT_FALSE(mayBe(Answer::No));
+    EXPECT_FALSE(surely(Answer::No));
 }
 
 TEST(Checked, GivesNumbersThatFit) {
@@ -59,12 +80,12 @@ TEST(Checked, GivesNumbersThatFit) {
     EXPECT_EQ(checked<std::uint8_t>(std::size_t{255}), 255);
 }
 
-TEST(Checked, FailsWhereANumberWouldWrap) {
-    EXPECT_THROW((void)checked<std::int16_t>(32768), Failure);
-    EXPECT_THROW((void)checked<std::int16_t>(-32769), Failure);
-    EXPECT_THROW((void)checked<std::uint16_t>(65536), Failure);
-    EXPECT_THROW((void)checked<std::uint16_t>(-1), Failure);
-    EXPECT_THROW((void)checked<std::int16_t>(std::numeric_limits<std::uint64_t>::max()), Failure);
+TEST(Checked, IsNothingWhereANumberWouldWrap) {
+    EXPECT_EQ(checked<std::int16_t>(32768), std::nullopt);
+    EXPECT_EQ(checked<std::int16_t>(-32769), std::nullopt);
+    EXPECT_EQ(checked<std::uint16_t>(65536), std::nullopt);
+    EXPECT_EQ(checked<std::uint16_t>(-1), std::nullopt);
+    EXPECT_EQ(checked<std::int16_t>(std::numeric_limits<std::uint64_t>::max()), std::nullopt);
 }
 
 }  // namespace

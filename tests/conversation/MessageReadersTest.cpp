@@ -1,4 +1,3 @@
-#include "base/Failure.h"
 #include "conversation/messageTools.h"
 #include "tests/conversation/Talk.h"
 
@@ -20,7 +19,7 @@ TEST(SecondWord, IsTheSenderInAMessageOfTheServer) {
 
 TEST(SecondWord, IsTheOneOfTheFirstLineAlone) {
     EXPECT_EQ(SecondWord("MSG 1\r\nx y"), "1");
-    EXPECT_THROW((void)SecondWord("MSG\r\nx y z"), Failure);
+    EXPECT_EQ(SecondWord("MSG\r\nx y z"), std::nullopt);
 }
 
 TEST(SecondWord, IsEmptyBetweenTwoBlanks) { EXPECT_EQ(SecondWord("MSG  N 5\r\n"), ""); }
@@ -47,11 +46,12 @@ INSTANTIATE_TEST_SUITE_P(Words, DeclaredLength,
 
 class NoLength : public testing::TestWithParam<std::string> {};
 
-TEST_P(NoLength, IsAFailureOfAllThatReadIt) {
-    EXPECT_THROW((void)PayloadLength(GetParam()), Failure);
-    EXPECT_THROW((void)HasTrailingData(GetParam()), Failure);
-    EXPECT_THROW((void)FixPayloadLength(GetParam()), Failure);
-    EXPECT_THROW((void)MessageBody(GetParam()), Failure);
+TEST_P(NoLength, LeavesNothingToAllThatReadIt) {
+    EXPECT_EQ(PayloadLength(GetParam()), std::nullopt);
+    EXPECT_EQ(HasTrailingData(GetParam()), Answer::Unknown);
+    EXPECT_EQ(FixPayloadLength(GetParam()), std::nullopt);
+    EXPECT_EQ(MessageBody(GetParam()), std::nullopt);
+    EXPECT_EQ(withLengthChanged(GetParam(), 1), std::nullopt);
 }
 
 INSTANTIATE_TEST_SUITE_P(Messages, NoLength,
@@ -63,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(Messages, NoLength,
 
 struct TextTest {
     const char* thirdLine;
-    bool isText;
+    Answer isText;
 };
 
 void PrintTo(const TextTest& test, std::ostream* out) { *out << escaped(test.thirdLine); }
@@ -74,36 +74,40 @@ TEST_P(ContentType, IsTextWhenItBeginsLikeTextInAnyCaseOfLetters) {
     EXPECT_EQ(IsTextMessage(head + GetParam().thirdLine + "\r\nx"), GetParam().isText);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Lines, ContentType,
-    Values(TextTest{"Content-Type: text/plain; charset=UTF-8", true},
-           TextTest{"Content-Type: text/x-msmsgscontrol", true},
-           TextTest{"Content-Type: text/x-msmsgsinvite; charset=UTF-8", true},
-           TextTest{"content-type: TEXT/plain", true}, TextTest{"Content-Type: text", true},
-           TextTest{"Content-Type: textual", true}, TextTest{"Content-Type: tex", false},
-           TextTest{"Content-Type:text/plain", false}, TextTest{" Content-Type: text", false},
-           TextTest{"Content-Type: application/x-msnmsgrp2p", false}, TextTest{"", false}));
+INSTANTIATE_TEST_SUITE_P(Lines, ContentType,
+                         Values(TextTest{"Content-Type: text/plain; charset=UTF-8", Answer::Yes},
+                                TextTest{"Content-Type: text/x-msmsgscontrol", Answer::Yes},
+                                TextTest{"Content-Type: text/x-msmsgsinvite; charset=UTF-8",
+                                         Answer::Yes},
+                                TextTest{"content-type: TEXT/plain", Answer::Yes},
+                                TextTest{"Content-Type: text", Answer::Yes},
+                                TextTest{"Content-Type: textual", Answer::Yes},
+                                TextTest{"Content-Type: tex", Answer::No},
+                                TextTest{"Content-Type:text/plain", Answer::No},
+                                TextTest{" Content-Type: text", Answer::No},
+                                TextTest{"Content-Type: application/x-msnmsgrp2p", Answer::No},
+                                TextTest{"", Answer::No}));
 
-TEST(IsTextMessage, FailsBelowThreeLines) {
-    EXPECT_THROW((void)IsTextMessage(""), Failure);
-    EXPECT_THROW((void)IsTextMessage("MSG 1 U 0"), Failure);
-    EXPECT_THROW((void)IsTextMessage("MSG 1 U 0\r\nContent-Type: text"), Failure);
+TEST(IsTextMessage, IsUnknownBelowThreeLines) {
+    EXPECT_EQ(IsTextMessage(""), Answer::Unknown);
+    EXPECT_EQ(IsTextMessage("MSG 1 U 0"), Answer::Unknown);
+    EXPECT_EQ(IsTextMessage("MSG 1 U 0\r\nContent-Type: text"), Answer::Unknown);
 }
 
 TEST(IsTextMessage, CountsNoLoneLineFeedAsTheEndOfALine) {
-    EXPECT_THROW((void)IsTextMessage("MSG 1 U 0\nMIME-Version: 1.0\nContent-Type: text"), Failure);
+    EXPECT_EQ(IsTextMessage("MSG 1 U 0\nMIME-Version: 1.0\nContent-Type: text"), Answer::Unknown);
 }
 
 TEST(IsTypingMessage, LooksAtTheFourthLineInAnyCaseOfLetters) {
-    EXPECT_TRUE(IsTypingMessage(message("MSG 1 U", typingPayload())));
-    EXPECT_TRUE(IsTypingMessage("a\r\nb\r\nc\r\ntYPINGuSER:"));
-    EXPECT_FALSE(IsTypingMessage("a\r\nb\r\nc\r\nTypingUserx ann"));
-    EXPECT_FALSE(IsTypingMessage("a\r\nb\r\nc\r\nTypingUser"));
-    EXPECT_FALSE(IsTypingMessage(clientText("TypingUser:")));
+    EXPECT_EQ(IsTypingMessage(message("MSG 1 U", typingPayload())), Answer::Yes);
+    EXPECT_EQ(IsTypingMessage("a\r\nb\r\nc\r\ntYPINGuSER:"), Answer::Yes);
+    EXPECT_EQ(IsTypingMessage("a\r\nb\r\nc\r\nTypingUserx ann"), Answer::No);
+    EXPECT_EQ(IsTypingMessage("a\r\nb\r\nc\r\nTypingUser"), Answer::No);
+    EXPECT_EQ(IsTypingMessage(clientText("TypingUser:")), Answer::No);
 }
 
-TEST(IsTypingMessage, FailsBelowFourLines) {
-    EXPECT_THROW((void)IsTypingMessage("a\r\nb\r\nTypingUser:"), Failure);
+TEST(IsTypingMessage, IsUnknownBelowFourLines) {
+    EXPECT_EQ(IsTypingMessage("a\r\nb\r\nTypingUser:"), Answer::Unknown);
 }
 
 TEST(FirstBodyLine, IsTheSixthWhole) {
@@ -112,8 +116,8 @@ TEST(FirstBodyLine, IsTheSixthWhole) {
     EXPECT_EQ(FirstBodyLine("0\r\n1\r\n2\r\n3\r\n4\r\n5"), "5");
 }
 
-TEST(FirstBodyLine, FailsBelowSixLines) {
-    EXPECT_THROW((void)FirstBodyLine("0\r\n1\r\n2\r\n3\r\n4"), Failure);
+TEST(FirstBodyLine, IsNothingBelowSixLines) {
+    EXPECT_EQ(FirstBodyLine("0\r\n1\r\n2\r\n3\r\n4"), std::nullopt);
 }
 
 TEST(MessageBody, IsTheTextAlone) {
@@ -132,32 +136,34 @@ TEST(MessageBody, IsCutWhereTheDeclaredLengthCutsIntoIt) {
     const std::string payload = textPayload("hello");
     const auto cut = [&](std::size_t less) {
         const std::string declared = std::to_string(payload.size() - less);
-        return MessageBody("MSG bob@example.com Bob " + declared + "\r\n" + payload);
+        const std::string whole = "MSG bob@example.com Bob " + declared + "\r\n" + payload;
+        const auto body = MessageBody(whole);
+        return body ? std::optional<std::string>(body) : std::nullopt;
     };
     EXPECT_EQ(cut(2), "hel");
     EXPECT_EQ(cut(5), "");
-    EXPECT_THROW((void)cut(6), Failure);
+    EXPECT_EQ(cut(6), std::nullopt);
 }
 
 TEST(MessageBody, IsAllThatIsThereBelowTheDeclaredLength) {
     EXPECT_EQ(MessageBody("MSG bob@example.com Bob 5000\r\n" + textPayload("hello")), "hello");
 }
 
-TEST(MessageBody, FailsWhereNoTextIs) {
-    EXPECT_THROW((void)MessageBody("MSG bob Bob 4\r\nMIME"), Failure);
-    EXPECT_THROW((void)MessageBody("MSG bob Bob 0\r\n" + textPayload("hello")), Failure);
-    EXPECT_THROW((void)MessageBody("MSG bob Bob -1\r\n" + textPayload("hello")), Failure);
+TEST(MessageBody, IsNothingWhereNoTextIs) {
+    EXPECT_EQ(MessageBody("MSG bob Bob 4\r\nMIME"), std::nullopt);
+    EXPECT_EQ(MessageBody("MSG bob Bob 0\r\n" + textPayload("hello")), std::nullopt);
+    EXPECT_EQ(MessageBody("MSG bob Bob -1\r\n" + textPayload("hello")), std::nullopt);
 }
 
 TEST(HasTrailingData, IsNoForOneMessageAndYesForOneCharacterMore) {
-    EXPECT_FALSE(HasTrailingData("MSG 3 N 5\r\n12345"));
-    EXPECT_TRUE(HasTrailingData("MSG 3 N 5\r\n123456"));
+    EXPECT_EQ(HasTrailingData("MSG 3 N 5\r\n12345"), Answer::No);
+    EXPECT_EQ(HasTrailingData("MSG 3 N 5\r\n123456"), Answer::Yes);
 }
 
 TEST(HasTrailingData, IsNoForThePartOfAMessage) {
-    EXPECT_FALSE(HasTrailingData("MSG 3 N 5\r\n1"));
-    EXPECT_FALSE(HasTrailingData("MSG 3 N 5"));
-    EXPECT_FALSE(HasTrailingData("MSG 3 N 2147483647\r\n12345"));
+    EXPECT_EQ(HasTrailingData("MSG 3 N 5\r\n1"), Answer::No);
+    EXPECT_EQ(HasTrailingData("MSG 3 N 5"), Answer::No);
+    EXPECT_EQ(HasTrailingData("MSG 3 N 2147483647\r\n12345"), Answer::No);
 }
 
 }  // namespace

@@ -72,7 +72,7 @@ protected:
     std::string asked() {
         const std::string& chunk = spine.server().sent.at(0);
         EXPECT_TRUE(chunk.starts_with("PRP 12 MFN ")) << escaped(chunk);
-        return mdlFunctions::UrlDecode(chunk.substr(11, chunk.size() - 13));
+        return need(mdlFunctions::UrlDecode(chunk.substr(11, chunk.size() - 13)));
     }
 };
 

@@ -75,7 +75,7 @@ TEST_F(RandomMessages, HaveTheirTrueLengthAfterFixPayloadLength) {
         const std::string payload = anyPayload();
         const std::string wrong = std::to_string(below(100000));
         const std::string fixed =
-            messageTools::FixPayloadLength(plainHead + " " + wrong + "\r\n" + payload);
+            need(messageTools::FixPayloadLength(plainHead + " " + wrong + "\r\n" + payload));
         EXPECT_EQ(Bytes(fixed), message(plainHead, payload));
     }
 }
@@ -84,7 +84,8 @@ TEST_F(RandomMessages, HaveTheirTrueLengthAfterARandomColour) {
     for (int round = 0; round < rounds; ++round) {
         spine.facilities.chance.next = std::uniform_real_distribution<float>(0, 1)(generator);
         const std::string before = message(plainHead, anyPayload());
-        const std::string after = messageTools::ApplyRandomColor(before, spine.facilities.chance);
+        const std::string after =
+            need(messageTools::ApplyRandomColor(before, spine.facilities.chance));
         expectTrueLength(after);
         EXPECT_EQ(headOf(after), plainHead);
         const std::size_t mark = after.find("CO=") + 3;
@@ -103,7 +104,7 @@ TEST_F(RandomMessages, HaveTheirTrueLengthAfterConstants) {
         const std::string payload = anyPayload();
         if (payload.size() > 1640) continue;
         const std::string expanded =
-            messageConstants::ExpandConstants(message(plainHead, payload), conversation);
+            need(messageConstants::ExpandConstants(message(plainHead, payload), conversation));
         expectTrueLength(expanded);
         EXPECT_EQ(headOf(expanded), plainHead);
         EXPECT_EQ(expanded.find("<ws>"), std::string::npos);

@@ -1,3 +1,4 @@
+#include "base/Failure.h"
 #include "desktop/mdlFunctions.h"
 #include "tests/conversation/Talk.h"
 
@@ -20,8 +21,8 @@ protected:
         for (const std::string& chunk : spine.server().sent) {
             const std::string head = "PRP 12 MFN ";
             if (chunk.starts_with(head)) {
-                nicks.push_back(mdlFunctions::UrlDecode(
-                    chunk.substr(head.size(), chunk.size() - head.size() - 2)));
+                nicks.push_back(need(mdlFunctions::UrlDecode(
+                    chunk.substr(head.size(), chunk.size() - head.size() - 2))));
             }
         }
         return nicks;

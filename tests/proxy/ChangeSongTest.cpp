@@ -1,3 +1,4 @@
+#include "base/Failure.h"
 #include "desktop/mdlFunctions.h"
 #include "tests/conversation/Talk.h"
 
@@ -28,8 +29,8 @@ protected:
         const std::string head = "PRP 6 MFN ";
         for (const std::string& chunk : spine.server().sent) {
             EXPECT_TRUE(chunk.starts_with(head) && chunk.ends_with("\r\n")) << escaped(chunk);
-            nicks.push_back(
-                mdlFunctions::UrlDecode(chunk.substr(head.size(), chunk.size() - head.size() - 2)));
+            nicks.push_back(need(mdlFunctions::UrlDecode(
+                chunk.substr(head.size(), chunk.size() - head.size() - 2))));
         }
         return nicks;
     }
@@ -154,7 +155,8 @@ TEST_F(ChangeSong, ReadsTheSongAnewForTheNextComparison) {
     host.values.serverID = 1;
 
     host.ChangeSong_Timer();
-    EXPECT_THAT(server.sent, ElementsAre("PRP  MFN " + mdlFunctions::UrlEncode(" First") + "\r\n"));
+    EXPECT_THAT(server.sent,
+                ElementsAre("PRP  MFN " + need(mdlFunctions::UrlEncode(" First")) + "\r\n"));
     host.ChangeSong_Timer();
     EXPECT_EQ(server.sent.size(), 1U) << "the second song was seen already";
 }

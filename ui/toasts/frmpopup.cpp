@@ -87,7 +87,7 @@ void frmpopup::FadeIn() const { Timer2->enable(fadeDelay); }
 
 void frmpopup::Timer2_Timer() {
     for (std::int16_t step = 1; step <= 10; ++step) {
-        setOpacity(checked<std::int16_t>(10 * step));
+        setOpacity(need(checked<std::int16_t>(10 * step)));
     }
     Timer2->disable();
 }

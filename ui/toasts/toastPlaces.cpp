@@ -12,7 +12,7 @@ int lastPlace(int screenHeight) {
 }
 
 std::int16_t TaskbarHeight(int screenHeight, int workBottom) {
-    return checked<std::int16_t>((pixels(screenHeight) - workBottom) * twipsPerPixel);
+    return need(checked<std::int16_t>((pixels(screenHeight) - workBottom) * twipsPerPixel));
 }
 
 int top(int slot, int screenHeight, int taskbarHeight) {
