@@ -1,6 +1,9 @@
 #include "ui/common/FlashButton.h"
 
+#include "ui/common/look.h"
+
 #include <QKeyEvent>
+#include <QPainter>
 
 #include <algorithm>
 
@@ -10,6 +13,16 @@ namespace {
 constexpr int mostHeight = 615;
 
 }  // namespace
+
+FocusRing::FocusRing(QWidget* control) : QWidget(control) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    hide();
+}
+
+void FocusRing::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    look::paintFocusRing(painter, QRectF(rect()));
+}
 
 FlashButton::FlashButton(QWidget* parent, const std::filesystem::path& movie)
     : QAbstractButton(parent) {
@@ -43,14 +56,14 @@ void FlashButton::setCaption(const QString& caption) {
     setAccessibleName(caption.trimmed());
 }
 
-void FlashButton::setIcon(pictures::Drawing icon) {
+void FlashButton::setIcon(Drawing icon) {
     properties.Icon = icon;
     PropertyChanged("Icon");
     Image2.setDrawing(icon);
     layOut();
 }
 
-void FlashButton::setButtonIcon(pictures::Drawing icon) {
+void FlashButton::setButtonIcon(Drawing icon) {
     Image2.setDrawing(icon);
     layOut();
     PropertyChanged("ButtonIcon");

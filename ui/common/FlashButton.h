@@ -3,15 +3,23 @@
 #include "base/Event.h"
 #include "movies/qt/ShockwaveFlash.h"
 #include "platform/Folders.h"
-#include "ui/common/FocusRing.h"
 #include "ui/common/Form.h"
-#include "ui/common/Picture.h"
+#include "ui/common/pictures.h"
 
 #include <QAbstractButton>
 #include <QLabel>
 
 #include <filesystem>
 #include <string_view>
+
+/// Shows, over all else in a control, that the keyboard is with it. The mouse goes through.
+class FocusRing : public QWidget {
+public:
+    explicit FocusRing(QWidget* control);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
 
 /// A button whose face is a movie. The movie does the hovering and the press, and tells when it was
 /// pressed; keys are handed to it. Caption and icon are laid over it. Without its movie there is no
@@ -20,7 +28,7 @@ class FlashButton : public QAbstractButton {
 public:
     /// What the design of a window keeps of a button.
     struct Properties {
-        pictures::Drawing Icon = nullptr;
+        Drawing Icon = nullptr;
         QString Caption = "Caption";
         bool whiteBG = false;
     };
@@ -34,10 +42,10 @@ public:
 
     [[nodiscard]] const QString& Caption() const { return properties.Caption; }
     void setCaption(const QString& caption);
-    [[nodiscard]] pictures::Drawing Icon() const { return properties.Icon; }
-    void setIcon(pictures::Drawing icon);
+    [[nodiscard]] Drawing Icon() const { return properties.Icon; }
+    void setIcon(Drawing icon);
     /// Changes the picture that is seen, and not the one that is kept.
-    void setButtonIcon(pictures::Drawing icon);
+    void setButtonIcon(Drawing icon);
     /// Also makes the ground white when it is true, so that nothing takes that back.
     [[nodiscard]] bool whiteBG();
     void setWhiteBG(bool white);

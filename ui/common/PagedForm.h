@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ui/common/Banner.h"
 #include "ui/common/FlashButton.h"
 #include "ui/common/Form.h"
+#include "ui/common/headings.h"
 
 #include <QFrame>
 
@@ -16,7 +16,7 @@ public:
     struct Page {
         int index;
         const char* caption;
-        pictures::Drawing icon;
+        Drawing icon;
         /// Of the button, in twips.
         int top;
     };

@@ -69,4 +69,13 @@ void paintBand(QPainter& painter, const QRectF& place) {
     painter.fillRect(place, ground);
 }
 
+void paintFocusRing(QPainter& painter, const QRectF& place) {
+    constexpr double width = 1.5;
+    constexpr double inside = width / 2;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(accent, width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(place.adjusted(inside, inside, -inside, -inside), 4, 4);
+}
+
 }  // namespace look

@@ -1,18 +1,32 @@
 #pragma once
 
+#include <QWidget>
+
+class QColor;
 class QPainter;
 
-/// The small pictures of the windows, drawn as lines so that they are sharp at every scale. Each is
-/// drawn on a ground of 16 by 16.
-namespace pictures {
+/// The small pictures of the windows, drawn as lines so that they are sharp at every scale.
 
+/// Draws a picture, on a ground of 16 by 16 where it does not say otherwise.
 using Drawing = void (*)(QPainter&);
 
-/// Two sheets, for copying.
-void paintSheets(QPainter& painter);
-/// A broom's stroke, for clearing.
-void paintSweep(QPainter& painter);
-/// A cross, for closing.
-void paintCross(QPainter& painter);
+/// What is drawn next is lines of this color with round ends, and white within them.
+void drawLinesIn(QPainter& painter, const QColor& color, double width = 1.3);
+/// What is drawn next is filled with this color, without a line around it.
+void fillIn(QPainter& painter, const QColor& color);
 
-}  // namespace pictures
+/// A picture that only decorates.
+class Picture : public QWidget {
+public:
+    using QWidget::QWidget;
+
+    /// The drawing takes all the room that there is; `newGround` is what it is drawn on.
+    void setDrawing(Drawing newDrawing, QSize newGround = {16, 16});
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Drawing drawing = nullptr;
+    QSize ground;
+};

@@ -16,6 +16,9 @@ namespace {
 /// out than a long one.
 constexpr std::size_t longestLine = 4096;
 
+constexpr QChar signOfCr(0x240D);
+constexpr QChar signOfLf(0x240A);
+
 QString boxed(QString text) {
     constexpr QChar box(0x25A1);
     std::ranges::replace_if(
@@ -33,6 +36,24 @@ QString shownLine(std::string_view bytes) {
     QString line = shownText(bytes.substr(0, longestLine)).replace('\n', ' ');
     if (bytes.size() > longestLine) line.append(QChar(0x2026));
     return line;
+}
+
+QString editableText(std::string_view bytes) {
+    QString text = toQString(bytes);
+    text.replace("\r\n", QString(QChar::ParagraphSeparator));
+    text.replace('\r', signOfCr);
+    text.replace('\n', signOfLf);
+    return text;
+}
+
+std::string bytesOfEditable(const QString& text) {
+    QString edited = text;
+    edited.replace(signOfCr, '\r');
+    edited.replace(signOfLf, '\n');
+    edited.replace(QChar(QChar::ParagraphSeparator), "\r\n");
+    // What is pasted may hold breaks within a paragraph.
+    edited.replace(QChar(QChar::LineSeparator), "\r\n");
+    return fromQString(edited);
 }
 
 void copyToClipboard(std::string_view text) {

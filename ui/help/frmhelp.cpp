@@ -1,9 +1,7 @@
 #include "ui/help/frmhelp.h"
 
-#include "ui/common/PageTitle.h"
-#include "ui/common/captions.h"
+#include "ui/help/helpPictures.h"
 #include "ui/help/helpTexts.h"
-#include "ui/options/pagePictures.h"
 
 #include <QMouseEvent>
 
@@ -22,7 +20,7 @@ frmhelp::frmhelp() : PagedForm(helpTexts::window) {
     }
     showConstants(0);
     FlashButton1.ReadProperties(
-        {.Icon = pagePictures::paintBullet, .Caption = " Next", .whiteBG = true});
+        {.Icon = helpPictures::paintBullet, .Caption = " Next", .whiteBG = true});
     FlashButton1.Click = [this] { FlashButton1_Click(); };
     Command1.setAutoDefault(true);
     connect(&Command1, &QPushButton::clicked, this, [this] { close(); });
@@ -41,15 +39,15 @@ void frmhelp::addTitles() {
 }
 
 void frmhelp::addBullets() {
-    Image3.setDrawing(pagePictures::paintBullet);
-    Image5.setDrawing(pagePictures::paintBullet);
+    Image3.setDrawing(helpPictures::paintBullet);
+    Image5.setDrawing(helpPictures::paintBullet);
     Image5.installEventFilter(this);
     constexpr std::pair<int, Twips> others[] = {
         {2, {180, 2550, 225, 225}}, {1, {180, 3240, 225, 225}}, {1, {180, 3705, 225, 225}},
         {1, {180, 4185, 225, 225}}, {6, {180, 3405, 225, 225}},
     };
     for (const auto& [index, place] : others)
-        (new Placed<Picture>(page(index), "Bullet", place))->setDrawing(pagePictures::paintBullet);
+        (new Placed<Picture>(page(index), "Bullet", place))->setDrawing(helpPictures::paintBullet);
 }
 
 void frmhelp::showConstants(std::int16_t step) {

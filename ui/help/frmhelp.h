@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/common/PagedForm.h"
-#include "ui/common/TextLabel.h"
+#include "ui/common/labels.h"
 
 #include <QPushButton>
 

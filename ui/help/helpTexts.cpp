@@ -1,19 +1,19 @@
 #include "ui/help/helpTexts.h"
 
-#include "ui/options/pagePictures.h"
+#include "ui/help/helpPictures.h"
 
 namespace helpTexts {
 
 namespace {
 
 constexpr std::array<PagedForm::Page, 7> pages{{
-    {0, "   Winamp Nick Name", pagePictures::paintNotes, 1080},
-    {5, "   Winamp Contol", pagePictures::paintPlayer, 1680},
-    {7, "   Nick Name Change", pagePictures::paintCard, 2280},
-    {2, "   Random Message Color", pagePictures::paintColors, 2880},
-    {3, "   Web Engines", pagePictures::paintGlass, 3480},
-    {1, "   Message Constants", pagePictures::paintBrackets, 4080},
-    {6, "   Notes", pagePictures::paintPaper, 4680},
+    {0, "   Winamp Nick Name", helpPictures::paintNotes, 1080},
+    {5, "   Winamp Contol", helpPictures::paintPlayer, 1680},
+    {7, "   Nick Name Change", helpPictures::paintCard, 2280},
+    {2, "   Random Message Color", helpPictures::paintColors, 2880},
+    {3, "   Web Engines", helpPictures::paintGlass, 3480},
+    {1, "   Message Constants", helpPictures::paintBrackets, 4080},
+    {6, "   Notes", helpPictures::paintPaper, 4680},
 }};
 
 constexpr std::array<Caption, 9> winampNickName{{

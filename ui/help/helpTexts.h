@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/common/PagedForm.h"
-#include "ui/common/captions.h"
+#include "ui/common/labels.h"
 
 #include <array>
 #include <span>

@@ -1,6 +1,12 @@
 #include "ui/log/LogLines.h"
 
+#include "ui/common/look.h"
 #include "ui/common/shownText.h"
+
+#include <QApplication>
+#include <QFontMetrics>
+
+#include <algorithm>
 
 void LogLines::clear() {
     beginResetModel();
@@ -28,4 +34,14 @@ int LogLines::rowCount(const QModelIndex& parent) const {
 QVariant LogLines::data(const QModelIndex& index, int role) const {
     if (role != Qt::DisplayRole) return {};
     return shownLine(at(index.row()));
+}
+
+void LogLineDelegate::makeRoomFor(const std::string& line) {
+    const QFontMetrics metrics(QApplication::font());
+    widest = std::max(widest, metrics.horizontalAdvance(shownLine(line)));
+}
+
+QSize LogLineDelegate::sizeHint(const QStyleOptionViewItem& option,
+                                const QModelIndex& /*index*/) const {
+    return {widest + 2 * look::gap, option.fontMetrics.height() + 3};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <QStyledItemDelegate>
 
 #include <cstddef>
 #include <string>
@@ -32,4 +33,19 @@ public:
 private:
     std::vector<std::string> lines;
     std::size_t published = 0;
+};
+
+/// Gives all lines of the log the same size, which holds the widest of them: asking each line for
+/// its own would make a long log slow.
+class LogLineDelegate : public QStyledItemDelegate {
+public:
+    void makeRoomFor(const std::string& line);
+    /// All lines are gone.
+    void forget() { widest = 0; }
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override;
+
+private:
+    int widest = 0;
 };

@@ -2,8 +2,10 @@
 
 #include "platform/Clock.h"
 #include "platform/MessageBox.h"
+#include "ui/common/look.h"
 #include "ui/common/shownText.h"
 
+#include <QPainter>
 #include <QResizeEvent>
 #include <QShortcut>
 
@@ -22,15 +24,40 @@ constexpr int frameHeight = 510;
 constexpr int leastWidth = 6555;
 constexpr int leastHeight = 3810;
 
+/// Two sheets, for copying.
+void paintSheets(QPainter& painter) {
+    drawLinesIn(painter, look::accent, 1.2);
+    painter.drawRoundedRect(QRectF(2, 2, 8, 10), 1, 1);
+    painter.drawRoundedRect(QRectF(6, 5, 8, 10), 1, 1);
+    for (const double y : {8.5, 10.5, 12.5})
+        painter.drawLine(QPointF(8, y), QPointF(12, y));
+}
+
+/// A broom's stroke, for clearing.
+void paintSweep(QPainter& painter) {
+    drawLinesIn(painter, look::accent, 1.6);
+    painter.drawLine(QPointF(13.5, 2), QPointF(9, 7.5));
+    drawLinesIn(painter, look::accent, 1.2);
+    painter.drawPolygon(QPolygonF{{6.5, 6.5}, {10.5, 9.5}, {8.5, 14.5}, {2, 13}, {4, 10.5}});
+    painter.drawLine(QPointF(5, 13.5), QPointF(7, 10.5));
+}
+
+/// A cross, for closing.
+void paintCross(QPainter& painter) {
+    drawLinesIn(painter, look::accent, 2);
+    painter.drawLine(QPointF(4, 4), QPointF(12, 12));
+    painter.drawLine(QPointF(12, 4), QPointF(4, 12));
+}
+
 void moveTo(QWidget& control, int left, int top) { control.move(pixels(left), pixels(top)); }
 
 }  // namespace
 
 frmlog::frmlog(Clock& clock, MessageBox& messageBox)
     : Form("Cobweave - Log", 6360, 3210), clock(clock), messageBox(messageBox) {
-    Frame1.setDrawing(pictures::paintSheets);
-    Frame2.setDrawing(pictures::paintSweep);
-    Frame3.setDrawing(pictures::paintCross);
+    Frame1.setDrawing(paintSheets);
+    Frame2.setDrawing(paintSweep);
+    Frame3.setDrawing(paintCross);
     List1.setAccessibleName("Log");
     List1.setUniformItemSizes(true);
     List1.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "ui/common/Banner.h"
 #include "ui/common/Form.h"
-#include "ui/common/Picture.h"
-#include "ui/log/LogLineDelegate.h"
+#include "ui/common/headings.h"
+#include "ui/common/pictures.h"
 #include "ui/log/LogLines.h"
 
 #include <QListView>

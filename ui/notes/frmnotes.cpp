@@ -4,7 +4,6 @@
 #include "stores/NotesStore.h"
 #include "ui/common/look.h"
 #include "ui/common/shownText.h"
-#include "ui/notes/noteText.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -131,7 +130,7 @@ void frmnotes::List1_Click() {
     // Looking for words in a text without blanks takes time that grows with its square.
     Text1.setWordWrapMode(note.size() > longNote ? QTextOption::WrapAnywhere
                                                  : QTextOption::WrapAtWordBoundaryOrAnywhere);
-    Text1.setPlainText(noteText::toBox(note));
+    Text1.setPlainText(editableText(note));
 }
 
 void frmnotes::Command1_Click() {
@@ -141,7 +140,7 @@ void frmnotes::Command1_Click() {
     }
     // The note in the box may have been removed since, and nothing is there to be written over.
     if (selectedNote >= notes.list().size()) return;
-    const std::string text = noteText::fromBox(Text1.document()->toRawText());
+    const std::string text = bytesOfEditable(Text1.document()->toRawText());
     removeEntry(selectedNote);
     notes.add(text);
     Text1.clear();

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/common/Banner.h"
 #include "ui/common/Form.h"
+#include "ui/common/headings.h"
 #include "ui/notes/NoteList.h"
 
 #include <QGroupBox>

@@ -8,10 +8,9 @@
 #include "platform/MessageBox.h"
 #include "platform/Registry.h"
 #include "platform/qt/text.h"
-#include "ui/common/captions.h"
 #include "ui/common/shownText.h"
+#include "ui/options/optionPictures.h"
 #include "ui/options/optionsDesign.h"
-#include "ui/options/previewPictures.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -57,9 +56,9 @@ void frmoptions::addTexts() {
     }
     Text1.setMaxLength(100);
 
-    mwi.setDrawing(previewPictures::paintMessengerWindow, previewPictures::placeGround);
-    tii.setDrawing(previewPictures::paintToolTip, previewPictures::placeGround);
-    Image15.setDrawing(previewPictures::paintWindow, previewPictures::windowGround);
+    mwi.setDrawing(optionPictures::paintMessengerWindow, optionPictures::placeGround);
+    tii.setDrawing(optionPictures::paintToolTip, optionPictures::placeGround);
+    Image15.setDrawing(optionPictures::paintWindow, optionPictures::windowGround);
     mwi.hide();
     tii.hide();
     Label11.setTextFormat(Qt::PlainText);

@@ -3,8 +3,7 @@
 #include "base/Event.h"
 #include "ui/common/PagedForm.h"
 #include "ui/options/OptionValues.h"
-#include "ui/options/StatusBox.h"
-#include "ui/options/Toggle.h"
+#include "ui/options/optionControls.h"
 
 #include <QCheckBox>
 #include <QLineEdit>

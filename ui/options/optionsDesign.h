@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ui/common/PagedForm.h"
-#include "ui/common/captions.h"
-#include "ui/options/pagePictures.h"
+#include "ui/common/labels.h"
+#include "ui/options/optionPictures.h"
 
 #include <array>
 #include <span>
@@ -12,11 +12,11 @@
 namespace optionsDesign {
 
 inline constexpr std::array<PagedForm::Page, 5> pages{{
-    {0, "   General Options", pagePictures::paintSwitches, 1080},
-    {1, "   Signing In", pagePictures::paintKey, 1680},
-    {2, "   Timestamp Messages", pagePictures::paintClock, 2280},
-    {4, "   Alerts", pagePictures::paintBell, 2880},
-    {5, "   Window Rename", pagePictures::paintTitleBar, 3480},
+    {0, "   General Options", optionPictures::paintSwitches, 1080},
+    {1, "   Signing In", optionPictures::paintKey, 1680},
+    {2, "   Timestamp Messages", optionPictures::paintClock, 2280},
+    {4, "   Alerts", optionPictures::paintBell, 2880},
+    {5, "   Window Rename", optionPictures::paintTitleBar, 3480},
 }};
 
 inline constexpr PagedForm::Design window{"Cobweave - Options",    "Options", 8385, 6045,

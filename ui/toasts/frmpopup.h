@@ -2,7 +2,7 @@
 
 #include "base/Event.h"
 #include "ui/common/Form.h"
-#include "ui/common/PlainLabel.h"
+#include "ui/common/labels.h"
 
 #include <QLabel>
 

@@ -1,7 +1,6 @@
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/FakeWinsock.h"
-#include "ui/common/Banner.h"
 #include "ui/log/frmlog.h"
 #include "ui/notes/frmnotes.h"
 #include "ui/toasts/frmpopup.h"

@@ -2,7 +2,7 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/ui/windows.h"
 #include "ui/common/FlashButton.h"
-#include "ui/options/pagePictures.h"
+#include "ui/options/optionPictures.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ namespace {
 class Button : public testing::Test {
 protected:
     Button() {
-        button.ReadProperties({.Icon = pagePictures::paintBell, .Caption = "   Alerts"});
+        button.ReadProperties({.Icon = optionPictures::paintBell, .Caption = "   Alerts"});
         button.Click = [this] { ++clicks; };
         button.PropertyChanged = [this](std::string_view name) { changed.emplace_back(name); };
         button.setGeometry(5, 5, 171, 35);
@@ -88,7 +88,7 @@ TEST_F(Button, DrawsNothingAndCannotBePressedWithoutItsMovie) {
     for (const std::filesystem::path& file :
          {none, blank, wrong, folder.path(), std::filesystem::path("/dev/null")}) {
         FlashButton empty(&window, file);
-        empty.ReadProperties({.Icon = pagePictures::paintBell, .Caption = "   Alerts"});
+        empty.ReadProperties({.Icon = optionPictures::paintBell, .Caption = "   Alerts"});
         empty.Click = [this] { ++clicks; };
         empty.setGeometry(5, 50, 171, 35);
         empty.show();
@@ -152,23 +152,23 @@ TEST_F(Button, IsNeverHigherThanItsBound) {
 }
 
 TEST_F(Button, KeepsTheIconThatItWasGivenUnderAnotherPicture) {
-    button.setButtonIcon(pagePictures::paintClock);
-    EXPECT_EQ(button.Icon(), pagePictures::paintBell);
+    button.setButtonIcon(optionPictures::paintClock);
+    EXPECT_EQ(button.Icon(), optionPictures::paintBell);
     EXPECT_EQ(changed, std::vector<std::string>{"ButtonIcon"});
     const QImage other = button.Image2.grab().toImage();
-    EXPECT_EQ(button.WriteProperties().Icon, pagePictures::paintBell);
+    EXPECT_EQ(button.WriteProperties().Icon, optionPictures::paintBell);
     EXPECT_NE(button.Image2.grab().toImage(), other);
 }
 
 TEST_F(Button, TellsOfEveryPropertyThatIsWritten) {
     button.setCaption(" Next");
-    button.setIcon(pagePictures::paintClock);
+    button.setIcon(optionPictures::paintClock);
     button.setWhiteBG(false);
     EXPECT_EQ(changed, (std::vector<std::string>{"Caption", "Icon", "whiteBG"}));
     EXPECT_EQ(button.Caption(), " Next");
     EXPECT_EQ(button.Label1.text(), " Next");
     EXPECT_EQ(button.accessibleName(), "Next");
-    EXPECT_EQ(button.Icon(), pagePictures::paintClock);
+    EXPECT_EQ(button.Icon(), optionPictures::paintClock);
 }
 
 TEST_F(Button, StaysWhiteOnceItWas) {
@@ -190,7 +190,7 @@ TEST_F(Button, BeginsWithTheDefaultsAndComesBackAsItWasKept) {
     fresh.ReadProperties(button.WriteProperties());
     EXPECT_EQ(fresh.Caption(), "   Alerts");
     EXPECT_EQ(fresh.Label1.text(), "   Alerts");
-    EXPECT_EQ(fresh.Icon(), pagePictures::paintBell);
+    EXPECT_EQ(fresh.Icon(), optionPictures::paintBell);
     EXPECT_EQ(groundOf(fresh), QColor(Qt::white));
 }
 

@@ -1,6 +1,4 @@
 #include "tests/ui/options/OptionsDesk.h"
-#include "ui/common/PageTitle.h"
-#include "ui/common/TextLabel.h"
 #include "ui/help/frmhelp.h"
 
 #include <QFrame>

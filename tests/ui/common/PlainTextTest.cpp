@@ -1,6 +1,5 @@
-#include "ui/common/PlainLabel.h"
+#include "ui/common/labels.h"
 #include "ui/common/shownText.h"
-#include "ui/notes/noteText.h"
 
 #include <gtest/gtest.h>
 
@@ -63,9 +62,9 @@ TEST(PlainLabel, KeepsTheWholeTextWhateverItShows) {
     EXPECT_EQ(label.text(), text);
 }
 
-TEST(NoteText, ComesBackFromTheBoxByteForByte) {
+TEST(EditableText, ComesBackFromTheBoxByteForByte) {
     for (const char* const note : {"", "a", "a\r\nb", "\r", "\n", "\r\r\n\n", "a\n\rb"}) {
-        EXPECT_EQ(noteText::fromBox(noteText::toBox(note)), note);
+        EXPECT_EQ(bytesOfEditable(editableText(note)), note);
     }
 }
 

@@ -9,7 +9,6 @@
 #include "tests/ui/windows.h"
 #include "ui/common/FlashButton.h"
 #include "ui/common/FormHolder.h"
-#include "ui/options/Toggle.h"
 #include "ui/options/frmoptions.h"
 
 #include <QCheckBox>

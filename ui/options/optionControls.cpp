@@ -1,7 +1,11 @@
-#include "ui/options/Toggle.h"
+#include "ui/options/optionControls.h"
 
-#include "ui/common/FocusRing.h"
+#include "ui/common/look.h"
 
+#include <QCompleter>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QPainter>
 
 namespace {
@@ -43,9 +47,23 @@ void Toggle::paintEvent(QPaintEvent* /*event*/) {
     painter.setPen(palette().color(QPalette::WindowText));
     // As far from the left as the ring needs.
     painter.drawText(rect().adjusted(5, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text());
-    if (hasFocus()) FocusRing::paint(painter, QRectF(rect()));
+    if (hasFocus()) look::paintFocusRing(painter, QRectF(rect()));
 }
 
 void Toggle::enterEvent(QEnterEvent* /*event*/) { update(); }
 
 void Toggle::leaveEvent(QEvent* /*event*/) { update(); }
+
+StatusBox::StatusBox(QWidget* parent) : QComboBox(parent) {
+    setEditable(true);
+    setInsertPolicy(QComboBox::NoInsert);
+    setCompleter(nullptr);
+}
+
+void StatusBox::keyPressEvent(QKeyEvent* event) {
+    // A key that is a character is discarded, also one such as backspace or Ctrl+V.
+    if (!event->text().isEmpty() && event->key() != Qt::Key_Delete) return;
+    QComboBox::keyPressEvent(event);
+}
+
+void StatusBox::inputMethodEvent(QInputMethodEvent* event) { event->accept(); }

@@ -1,13 +1,18 @@
-#include "ui/options/previewPictures.h"
+#include "ui/options/optionPictures.h"
 
 #include "ui/common/look.h"
+#include "ui/common/pictures.h"
 
 #include <QApplication>
 #include <QIcon>
 #include <QLinearGradient>
 #include <QPainter>
+#include <QPainterPath>
 
-namespace previewPictures {
+#include <array>
+#include <utility>
+
+namespace optionPictures {
 
 namespace {
 
@@ -48,6 +53,52 @@ void paintContact(QPainter& painter, QPointF corner, double width) {
 
 }  // namespace
 
+void paintSwitches(QPainter& painter) {
+    constexpr std::array<std::pair<double, double>, 3> knobs{{{3.5, 10.5}, {8, 5.5}, {12.5, 9}}};
+    for (const auto& [y, x] : knobs) {
+        drawLinesIn(painter, look::accent);
+        painter.drawLine(QPointF(1.5, y), QPointF(14.5, y));
+        painter.drawEllipse(QPointF(x, y), 2, 2);
+    }
+}
+
+void paintKey(QPainter& painter) {
+    drawLinesIn(painter, look::warm, 1.6);
+    painter.drawLine(QPointF(7, 9), QPointF(14, 2));
+    painter.drawLine(QPointF(11.5, 4.5), QPointF(13.5, 6.5));
+    painter.drawLine(QPointF(9.5, 6.5), QPointF(11, 8));
+    painter.drawEllipse(QPointF(5, 11), 3.2, 3.2);
+}
+
+void paintClock(QPainter& painter) {
+    drawLinesIn(painter, look::accent, 1.4);
+    painter.drawEllipse(QPointF(8, 8), 6.3, 6.3);
+    painter.drawLine(QPointF(8, 8), QPointF(8, 4));
+    painter.drawLine(QPointF(8, 8), QPointF(10.8, 9.5));
+}
+
+void paintBell(QPainter& painter) {
+    QPainterPath bell(QPointF(2.5, 12));
+    bell.cubicTo(QPointF(5, 10), QPointF(3.5, 2.5), QPointF(8, 2.5));
+    bell.cubicTo(QPointF(12.5, 2.5), QPointF(11, 10), QPointF(13.5, 12));
+    bell.closeSubpath();
+    drawLinesIn(painter, look::warm);
+    painter.drawPath(bell);
+    fillIn(painter, look::warm);
+    painter.drawEllipse(QPointF(8, 13.8), 1.5, 1.2);
+    painter.drawEllipse(QPointF(8, 1.8), 1, 1);
+}
+
+void paintTitleBar(QPainter& painter) {
+    drawLinesIn(painter, look::accent);
+    painter.drawRoundedRect(QRectF(1.5, 2.5, 13, 11), 1.5, 1.5);
+    fillIn(painter, look::accent);
+    painter.drawRect(QRectF(2, 3, 12, 3));
+    drawLinesIn(painter, look::line, 1);
+    painter.drawLine(QPointF(4, 8.7), QPointF(12, 8.7));
+    painter.drawLine(QPointF(4, 11), QPointF(9, 11));
+}
+
 void paintMessengerWindow(QPainter& painter) {
     paintFrame(painter, QRectF(0.5, 0.5, 131, 56), 18);
     write(painter, QRectF(6, 1, 108, 18), look::text, "Suggested signin...", 10);
@@ -75,4 +126,4 @@ void paintWindow(QPainter& painter) {
     paintContact(painter, {12, 68}, 130);
 }
 
-}  // namespace previewPictures
+}  // namespace optionPictures

@@ -1,5 +1,6 @@
-#include "ui/common/PlainLabel.h"
+#include "ui/common/labels.h"
 
+#include "ui/common/Form.h"
 #include "ui/common/shownText.h"
 
 #include <QPainter>
@@ -12,6 +13,18 @@ constexpr std::size_t mostShown = 2000;
 
 }  // namespace
 
+TextLabel::TextLabel(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+    setAlignment(Qt::AlignLeft | Qt::AlignTop);
+}
+
+void TextLabel::setHeading(bool heading) {
+    QFont ownFont = font();
+    ownFont.setBold(heading);
+    setFont(ownFont);
+}
+
 void PlainLabel::setText(std::string_view newText) {
     whole = newText;
     shown = shownText(newText.substr(0, mostShown));
@@ -23,4 +36,11 @@ void PlainLabel::paintEvent(QPaintEvent* /*event*/) {
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     QPainter(this).drawText(QRectF(rect()), shown, option);
+}
+
+void addCaptions(QWidget* page, std::span<const Caption> captions) {
+    for (const auto& [name, place, text, isHeading] : captions) {
+        auto* const label = new Placed<TextLabel>(page, name, place, text);
+        label->setHeading(isHeading);
+    }
 }

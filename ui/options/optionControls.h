@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QComboBox>
 
 /// A word that is a switch: a click, or the space bar, changes it. Its state is nothing but the
 /// colour of its text.
@@ -24,4 +25,16 @@ private:
     void name();
 
     QString heading;
+};
+
+/// A list to choose from. Its text can also be none of the list, as it was set or pasted; it cannot
+/// be typed.
+class StatusBox : public QComboBox {
+public:
+    explicit StatusBox(QWidget* parent);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    /// What an input method has put together is typed, too.
+    void inputMethodEvent(QInputMethodEvent* event) override;
 };

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "ui/common/twips.h"
+
+#include <QLabel>
+#include <QWidget>
+
+#include <span>
+#include <string>
+#include <string_view>
+
+/// Labels of the windows: for the program's own words, for the words of peers, and those that stand
+/// still.
+
+/// Text that is shown as it is, over as many lines as it needs.
+class TextLabel : public QLabel {
+public:
+    explicit TextLabel(QWidget* parent);
+
+    /// Headings are bold.
+    void setHeading(bool heading);
+};
+
+/// A transparent label for text that peers have sent: shown as it is, whatever it holds, and
+/// wrapped where it must be. What does not fit is cut off.
+class PlainLabel : public QWidget {
+public:
+    using QWidget::QWidget;
+
+    /// Takes a text of any length; the label shows as much as it has room for.
+    void setText(std::string_view newText);
+    /// The whole text, as it was set.
+    [[nodiscard]] const std::string& text() const { return whole; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    std::string whole;
+    QString shown;
+};
+
+/// A label that no code touches, as the design of a window has it.
+struct Caption {
+    const char* name;
+    Twips place;
+    const char* text;
+    bool isHeading = false;
+};
+
+/// Makes the labels, as children of `page`, which owns them.
+void addCaptions(QWidget* page, std::span<const Caption> captions);
