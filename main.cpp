@@ -42,9 +42,9 @@
 
 namespace {
 
-void tellTrouble(std::string_view text) { std::cerr << "Cobweave: " << text << '.' << std::endl; }
+void printTrouble(std::string_view text) { std::cerr << "Cobweave: " << text << '.' << std::endl; }
 
-void tellHowToConnect() {
+void printHowToConnect() {
     std::cout << "Cobweave is ready. In Messenger, use a proxy server of type SOCKS version 4, "
                  "server 127.0.0.1 (from another machine: "
               << QSysInfo::machineHostName().toStdString() << "), port " << frmMain::listeningPort
@@ -65,9 +65,9 @@ std::string commandLine(int argc, char* argv[]) {
 int main(int argc, char* argv[]) {
     prepareProcess();
     const std::optional<std::string> withoutWindows = whyWithoutWindows();
-    if (withoutWindows) tellTrouble(*withoutWindows + ", so it runs without windows");
-    // As an argument, which counts more than what the desktop may have set for all its programs,
-    // and which the browser does not inherit.
+    if (withoutWindows) printTrouble(*withoutWindows + ", so it runs without windows");
+    // As an argument: it overrides what the desktop may have set for all its programs, and unlike
+    // the environment the browser does not inherit it.
     std::string option = "-platform";
     std::string platformName = qtPlatform(!withoutWindows);
     std::array arguments{argv[0], option.data(), platformName.data()};
@@ -89,13 +89,13 @@ int main(int argc, char* argv[]) {
     const std::unique_ptr<Browser> browser = makeBrowser();
     const std::unique_ptr<Client> client = makeClient();
 
-    SettingsStore settings(folders::settings() / "Cobwaeve" / "settings.db", tellTrouble);
+    SettingsStore settings(folders::settings() / "Cobwaeve" / "settings.db", printTrouble);
     const std::unique_ptr<ForeignWindows> otherWindows = makeForeignWindows();
     const std::unique_ptr<OwnWindows> ownWindows = makeOwnWindows();
     const std::unique_ptr<Tray> trayIcon = makeTray();
     clspopups popups(platform->loop(), *ownWindows, *otherWindows);
     NotesStore notes(folders::notes() / "notes.cwv", [&popups](std::string_view text) {
-        tellTrouble(codePage::toUtf8(text));
+        printTrouble(codePage::toUtf8(text));
         popups.popup(text);
     });
     frmTitle title(settings, *otherWindows, platform->loop());
@@ -116,32 +116,33 @@ int main(int argc, char* argv[]) {
                  {settings, *machine, *clock, *chance, *registry, *player, *browser, notes,
                   commandLine(argc, argv)});
     host.endProcess = [] { std::_Exit(EXIT_SUCCESS); };
-    host.windows.showTrayIcon = [&tray](const auto& menu) { tray.Show(menu); };
-    host.windows.removeTrayIcon = [&tray] { tray.Unload(); };
-    host.windows.changetraycaption = [&tray, &host](std::string& newcaption) {
+    ProgramWindows& windows = host.windows;
+    windows.showTrayIcon = [&tray](const auto& menu) { tray.Show(menu); };
+    windows.removeTrayIcon = [&tray] { tray.Unload(); };
+    windows.changetraycaption = [&tray, &host](std::string& newcaption) {
         tray.changetraycaption(newcaption, host.values.loggedin);
     };
-    host.windows.loadTitle = [&title] { title.Load(); };
-    host.windows.restoreTitle = [&title] { title.restore(); };
-    host.windows.showHelp = [&help] { help.Show(); };
-    // Options that nobody can see would only keep a first run from coming to its end.
+    windows.loadTitle = [&title] { title.Load(); };
+    windows.restoreTitle = [&title] { title.restore(); };
+    windows.showHelp = [&help] { help.Show(); };
+    // A first run does not end before its options are confirmed, and nobody could see them.
     if (!withoutWindows) {
-        host.windows.showOptions = [&options] { options.Show(); };
-        host.windows.showFirstRun = [&options] {
+        windows.showOptions = [&options] { options.Show(); };
+        windows.showFirstRun = [&options] {
             options.load().RestartMessenger = true;
             options.Show();
         };
     }
-    host.windows.showNotes = [&notesForm] { notesForm.Show(); };
-    host.windows.showLog = [&log] { log.Show(); };
-    host.windows.showAbout = [&about] { about.Show(); };
-    host.windows.addToLog = [&log](std::string_view text) { log.load().AddItem(text); };
-    host.windows.popup = [&popups](std::string_view text) { popups.popup(text); };
+    windows.showNotes = [&notesForm] { notesForm.Show(); };
+    windows.showLog = [&log] { log.Show(); };
+    windows.showAbout = [&about] { about.Show(); };
+    windows.addToLog = [&log](std::string_view text) { log.load().AddItem(text); };
+    windows.popup = [&popups](std::string_view text) { popups.popup(text); };
 
-    // Inside the loop, so that a box at start-up can be ended like everything else.
+    // Within the loop, so that the program can be ended while a box at start-up is open.
     QTimer::singleShot(0, [&host] {
         switch (host.Load()) {
-            case frmMain::Start::Listening: tellHowToConnect(); break;
+            case frmMain::Start::Listening: printHowToConnect(); break;
             case frmMain::Start::Deaf: break;
             case frmMain::Start::SecondCopy: QApplication::exit(EXIT_FAILURE); break;
         }

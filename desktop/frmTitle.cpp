@@ -76,7 +76,7 @@ void frmTitle::savesettings() {
 WindowHandle frmTitle::MessengerWindowHandle() { return windows.MessengerWindowHandle(); }
 
 void frmTitle::Timer1_Timer() {
-    // Until the text or the window changes there is nothing to write.
+    // Nothing has to be written until the text or the window changes.
     Timer1->rest();
     if (!Check1 || titleApplied) return;
     windows.SetWindowText(MessengerWindowHandle(), Text1);
@@ -85,7 +85,7 @@ void frmTitle::Timer1_Timer() {
 }
 
 void frmTitle::Timer2_Timer() {
-    // Until a window opens or closes there is nothing to find.
+    // Nothing can be found until a window opens or closes.
     Timer2->rest();
     if (MessengerWindowHandle() == titleWindow) return;
     titleApplied = false;

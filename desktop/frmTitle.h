@@ -12,7 +12,7 @@ class SettingsStore;
 class Timer;
 
 /// Gives Messenger's main window the title that the user wants, again for each new window, and
-/// shows there how far a sign-in has come. The options window is where the user changes it.
+/// shows there how far a sign-in has come. The user changes the title in the options window.
 class frmTitle {
 public:
     frmTitle(SettingsStore& settings, ForeignWindows& windows, EventLoop& loop);
@@ -20,7 +20,8 @@ public:
     frmTitle(const frmTitle&) = delete;
     frmTitle& operator=(const frmTitle&) = delete;
 
-    /// Takes both settings over and begins to watch for the window.
+    /// Takes over both settings, writes the title if there is a window, and begins to watch for the
+    /// window.
     void Load();
 
     /// The user wants a title of their own.
@@ -35,12 +36,12 @@ public:
 
     /// Ticks or clears the check box; a change counts as a click on it.
     void setCheck1(bool value);
-    /// What a click on the check box does: clearing it gives the window its own title back, and
-    /// the user's text is lost.
+    /// What a click on the check box does, whose new state is set already: where it is clear, the
+    /// window gets Messenger's own title back, and the user's text is lost.
     void Check1_Click();
-    /// Changes the text, which is saved at once and not yet written to the window.
+    /// Changes the text, which is saved at once but not written to the window.
     void setText1(std::string_view text);
-    /// Saves the settings and has the text written to the window once more.
+    /// Saves both settings and has the text written to the window at the next tick.
     void ChangeTitle();
     /// Writes text and check box into the settings, as they are.
     void savesettings();
@@ -54,7 +55,7 @@ private:
     ForeignWindows& windows;
     bool Check1 = false;
     std::string Text1 = "Enter Window Caption...";
-    /// The text has been written to the window that is tracked.
+    /// The text has been written to `titleWindow`.
     bool titleApplied = false;
     /// The window that got the text.
     WindowHandle titleWindow = 0;

@@ -11,10 +11,10 @@ using namespace std::string_view_literals;
 
 namespace {
 
-/// How many characters a tool-tip has room for.
+/// How many characters fit into a tool-tip.
 constexpr std::size_t tipLength = 64;
 
-/// What a command says about how far the sign-in has come.
+/// How far the sign-in has come when a command of this name passes.
 struct Step {
     std::string_view word;
     std::string_view text;
@@ -53,7 +53,7 @@ void frmTray::changetraycaption(std::string& newcaption, bool loggedin) {
 /// Writes the title of Messenger's window as well, where the word has something for it.
 std::string frmTray::captionOf(const std::string& word, bool loggedin) {
     if (word == "XFR") {
-        // The transfer to the next server is no step of the sign-in by itself, so the title waits.
+        // A transfer to the next server is no step of the sign-in, so the title stays as it is.
         if (loggedin) return word;
         return captionText("Processing transfer command.", "\r\n\r\n", "Suggested progress: 10%");
     }
@@ -72,7 +72,7 @@ std::string frmTray::captionOf(const std::string& word, bool loggedin) {
                            "Suggested signin progress: 95%");
     }
     title.setwindowcaption(captionText("Suggested signin progress: ", "", step->percent));
-    // The same sentence stands for three commands; this one's tool-tip is a line shorter.
+    // Three commands have this sentence; this one's tool-tip is a line shorter.
     const auto gap = word == "GTC" ? "\r\n"sv : "\r\n\r\n"sv;
     return captionText(step->text, gap, captionText("Suggested progress: ", "", step->percent));
 }

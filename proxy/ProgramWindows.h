@@ -23,6 +23,7 @@ struct ProgramWindows {
     /// Gives Messenger's window the title that it has while no sign-in is under way.
     Event<> restoreTitle;
 
+    /// Each of the next six shows its window, or brings it to the front.
     Event<> showHelp;
     Event<> showOptions;
     /// Shows the options of a first run, at whose end the client is started again.

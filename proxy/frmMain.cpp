@@ -53,7 +53,7 @@ frmMain::Start frmMain::Load() {
     return Start::Listening;
 }
 
-/// There is no entry to quit: those who want that have "!forceexit".
+/// There is no entry to quit; the chat command "!forceexit" does that.
 std::vector<MenuEntry> frmMain::mnupopup() {
     return {{"mnuhelp", "&Help...", [this] { windows.showHelp(); }},
             {"mnuoptions", "&Options...", [this] { windows.showOptions(); }},
@@ -102,7 +102,7 @@ void frmMain::MSNProxy1_FreePort(std::int16_t Index) {
 void frmMain::MSNProxy1_log(std::string_view text) { windows.addToLog(removeAll(text, "\r\n"sv)); }
 
 void frmMain::ChangeSong_Timer() {
-    // Until the player changes there is nothing to see.
+    // Nothing changes until the player does.
     ChangeSong->rest();
     currentSong = winamp::CurrentSong(services.player);
     if (currentSong == lastSong) return;
@@ -127,7 +127,7 @@ void frmMain::ForceExit() {
     std::abort();
 }
 
-/// An instance that ends does so in an event of its own; it is destroyed in a later one.
+/// An instance ends in an event of its own, so it is destroyed in a later one.
 void frmMain::destroyUnloaded() {
     std::erase_if(unloaded, [](const auto& instance) { return !instance->isInEvent(); });
 }

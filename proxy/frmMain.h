@@ -25,10 +25,11 @@ public:
 
     enum class Start {
         Listening,   ///< clients can connect
-        Deaf,        ///< the port could not be had; the user was told, the rest goes on
-        SecondCopy,  ///< another copy has the port; the user was told, the process is to end
+        Deaf,        ///< the port is not available; a box has said so, and the rest goes on
+        SecondCopy,  ///< another copy has the port; a box has said so, and the process has to end
     };
 
+    /// What all connections share.
     ProcessValues values;
 
     /// To be connected before `Load`.
@@ -45,8 +46,8 @@ public:
     /// Creates the instance of the next number. When no number is left, the last one stays in use.
     void AddControl();
 
-    /// The nick name follows the song. Fails, and with it the program, when the connection is gone
-    /// that is to be told.
+    /// Puts a new song into the nick name, if the user wants that. Fails when the connection that
+    /// the server would be asked on is gone, and a timer's failure ends the program.
     void ChangeSong_Timer();
 
     /// The instances in use, by number.
@@ -71,11 +72,11 @@ private:
     ProxyHost host;
     std::int16_t instanceCount = 0;
     std::string currentSong;
-    /// The song at the last change that the timer saw.
+    /// The song when the timer last saw a change.
     std::string lastSong;
     std::unique_ptr<Timer> ChangeSong;
     std::unique_ptr<Winsock> Winsock1;
     std::map<std::int16_t, std::unique_ptr<MSNProxy>> MSNProxy1;
-    /// Instances that are no longer in use and wait for their running event to return.
+    /// Instances that are no longer in use, some of them with an event that is still running.
     std::vector<std::unique_ptr<MSNProxy>> unloaded;
 };

@@ -1,12 +1,16 @@
 #pragma once
 
 #include "tests/support/comesTrue.h"
+#include "ui/common/FlashButton.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFrame>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <stdexcept>
@@ -48,6 +52,35 @@ inline void click(QWidget& control) {
     QTest::mouseClick(&control, Qt::LeftButton, {}, isMarked ? mark : QPoint());
 }
 
+/// The page of this index in a window of several, and the button that shows it.
+[[nodiscard]] inline QWidget& pageOf(QWidget& window, int index) {
+    return named<QFrame>(window, ("Frame2(" + std::to_string(index) + ')').c_str());
+}
+[[nodiscard]] inline FlashButton& buttonOf(QWidget& window, int index) {
+    return named<FlashButton>(window, ("UserControl11(" + std::to_string(index) + ')').c_str());
+}
+/// Presses that button.
+inline void showPage(QWidget& window, int index) { click(buttonOf(window, index).b1); }
+
+/// Fails for controls that overlap or leave `page`. The title in its picture and two pictures that
+/// take turns may cover others.
+inline void expectApart(QWidget& page) {
+    const auto children = page.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto mayCover = [](const QWidget* control) {
+        const QString name = control->objectName();
+        return name == "Label11" || name == "tii" || control->isWindow();
+    };
+    for (const QWidget* const one : children) {
+        if (mayCover(one)) continue;
+        EXPECT_TRUE(page.rect().contains(one->geometry())) << one->objectName().toStdString();
+        for (const QWidget* const other : children) {
+            if (one == other || mayCover(other)) continue;
+            EXPECT_FALSE(one->geometry().intersects(other->geometry()))
+                << one->objectName().toStdString() << " and " << other->objectName().toStdString();
+        }
+    }
+}
+
 /// The mouse goes over the middle of a control.
 inline void hover(QWidget& control) {
     const QPointF middle(QRectF(control.rect()).center());
@@ -56,7 +89,8 @@ inline void hover(QWidget& control) {
     QApplication::sendEvent(&control, &event);
 }
 
-/// Presses buttons of the message boxes that come, one after the other, as a user does.
+/// Presses buttons of the message boxes that come, one after the other, as a user does; `NoButton`
+/// closes the box.
 class Answers {
 public:
     struct Seen {
@@ -64,6 +98,7 @@ public:
         QMessageBox::Icon icon;
         QString title;
         QMessageBox::StandardButtons buttons;
+        Qt::TextFormat format;
     };
     std::vector<Seen> boxes;
     /// Runs under each box, before it is answered.
@@ -80,9 +115,14 @@ private:
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (box == nullptr || !box->isVisible() || boxes.size() == answers.size()) return;
         const auto wanted = answers.at(boxes.size());
-        boxes.push_back({box->text(), box->icon(), box->windowTitle(), box->standardButtons()});
+        boxes.push_back({box->text(), box->icon(), box->windowTitle(), box->standardButtons(),
+                         box->textFormat()});
         meanwhile();
-        QTest::mouseClick(box->button(wanted), Qt::LeftButton);
+        if (wanted == QMessageBox::NoButton) {
+            box->close();
+        } else {
+            QTest::mouseClick(box->button(wanted), Qt::LeftButton);
+        }
     }
 
     std::vector<QMessageBox::StandardButton> answers;

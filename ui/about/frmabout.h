@@ -5,7 +5,7 @@
 
 #include <QPushButton>
 
-/// The window that tells what the program is. All that it has to say is in its movie.
+/// The window that says what the program is. All of it is in its movie.
 class frmabout final : public Form {
 public:
     frmabout();

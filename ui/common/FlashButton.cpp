@@ -9,8 +9,8 @@
 
 namespace {
 
-/// The most that a button is high, in twips.
-constexpr int mostHeight = 615;
+/// In twips.
+constexpr int greatestHeight = 615;
 
 }  // namespace
 
@@ -39,7 +39,7 @@ FlashButton::FlashButton(QWidget* parent, const std::filesystem::path& movie)
         if (command == "click") Click();
     };
     b1.setMovie(movie);
-    // Assistive programs and the space bar; what they press is the movie.
+    // Assistive programs and the space bar press the movie as well.
     connect(this, &QAbstractButton::clicked, this, [this] { b1.key(Qt::Key_Space); });
 
     setFocusPolicy(Qt::StrongFocus);
@@ -80,12 +80,12 @@ void FlashButton::setWhiteBG(bool white) {
     if (white) makeWhite();
 }
 
-void FlashButton::ReadProperties(const Properties& kept) {
-    properties = kept;
-    Label1.setText(kept.Caption);
-    setAccessibleName(kept.Caption.trimmed());
-    Image2.setDrawing(kept.Icon);
-    if (kept.whiteBG) makeWhite();
+void FlashButton::ReadProperties(const Properties& design) {
+    properties = design;
+    Label1.setText(design.Caption);
+    setAccessibleName(design.Caption.trimmed());
+    Image2.setDrawing(design.Icon);
+    if (design.whiteBG) makeWhite();
     layOut();
 }
 
@@ -108,14 +108,14 @@ void FlashButton::makeWhite() {
 void FlashButton::resizeEvent(QResizeEvent* /*event*/) { layOut(); }
 
 void FlashButton::layOut() {
-    resize(width(), std::min(height(), pixels(mostHeight)));
+    resize(width(), std::min(height(), pixels(greatestHeight)));
     b1.resize(size());
     ring.resize(size());
     const int middle = height() * twipsPerPixel / 2;
     const auto moveTo = [middle](QWidget& control, int designHeight, int below) {
         control.move(control.x(), pixels(middle - designHeight / 2 + below));
     };
-    // The text stands at the top of its label, so that it is in the middle like this.
+    // The text is at the top of its label, so this puts it into the middle.
     moveTo(Label1, 255, 15);
     moveTo(Image2, 240, 0);
 }

@@ -12,7 +12,7 @@
 #include <filesystem>
 #include <string_view>
 
-/// Shows, over all else in a control, that the keyboard is with it. The mouse goes through.
+/// Shows, above all else in a control, that it has the keyboard focus. The mouse goes through.
 class FocusRing : public QWidget {
 public:
     explicit FocusRing(QWidget* control);
@@ -21,36 +21,42 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-/// A button whose face is a movie. The movie does the hovering and the press, and tells when it was
-/// pressed; keys are handed to it. Caption and icon are laid over it. Without its movie there is no
-/// button: nothing is drawn and nothing can be pressed.
+/// A button whose face is a movie. The movie reacts to the mouse and reports a press; keys are
+/// handed to it. Caption and icon are laid over it. Without its movie there is no button: nothing
+/// is drawn and nothing can be pressed.
 class FlashButton : public QAbstractButton {
 public:
-    /// What the design of a window keeps of a button.
+    /// What the design of a window holds for a button.
     struct Properties {
         Drawing Icon = nullptr;
         QString Caption = "Caption";
         bool whiteBG = false;
     };
 
+    /// The button was pressed, by mouse or key.
     Event<> Click;
-    /// A property was written and is to be kept.
+    /// The property of this name was written and is to be saved with the design.
     Event<std::string_view> PropertyChanged;
 
     explicit FlashButton(QWidget* parent) : FlashButton(parent, folders::movie("button.swf")) {}
     FlashButton(QWidget* parent, const std::filesystem::path& movie);
 
+    /// The text on the button. Blanks at its head leave room for the icon.
     [[nodiscard]] const QString& Caption() const { return properties.Caption; }
     void setCaption(const QString& caption);
+    /// The small picture on the button; a null pointer is none.
     [[nodiscard]] Drawing Icon() const { return properties.Icon; }
     void setIcon(Drawing icon);
-    /// Changes the picture that is seen, and not the one that is kept.
+    /// Changes the picture that is seen, and leaves the property.
     void setButtonIcon(Drawing icon);
-    /// Also makes the ground white when it is true, so that nothing takes that back.
+    /// Whether the ground is white. Asking for it makes it so where it is true.
     [[nodiscard]] bool whiteBG();
+    /// Makes the ground white. False changes the property alone: the ground stays as it is.
     void setWhiteBG(bool white);
 
-    void ReadProperties(const Properties& kept);
+    /// Takes over all properties of a design and shows them.
+    void ReadProperties(const Properties& design);
+    /// All properties, which are also shown again.
     [[nodiscard]] Properties WriteProperties();
 
     [[nodiscard]] QSize sizeHint() const override;

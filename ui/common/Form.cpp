@@ -12,7 +12,7 @@ Form::Form(const char* caption, int width, int height) {
 }
 
 void Form::present() {
-    // Unlike `show`, this also brings back a window that was made an icon.
+    // `show` alone would leave a minimized window minimized.
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();

@@ -8,27 +8,27 @@
 /// A window of the program. Escape closes it as its close box does.
 class Form : public QWidget {
 public:
-    /// The window has been closed; comes once. Destroy it later, since one of its own events
-    /// runs.
+    /// The window has been closed; comes once. One of the window's own events is still running, so
+    /// destroy it later.
     Event<> unloaded;
 
-    /// The client area is given in twips.
+    /// `width` and `height` are those of the client area, in twips.
     Form(const char* caption, int width, int height);
 
-    /// Shows the window, above others and with the keyboard, also when it is shown already. A box
-    /// that is waiting for its answer stays in front.
+    /// Shows the window in front of the others and gives it the keyboard focus, also when it is
+    /// shown already. A message box that waits for its answer stays in front.
     void present();
 
 protected:
-    /// The window keeps its size: it has neither an edge to draw at nor the boxes that would make
-    /// it large or small.
+    /// The window keeps its size: its edges cannot be dragged, and it cannot be maximized or
+    /// minimized.
     void fixSize();
 
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 };
 
-/// A control at its place. Its name is that of the member that it is; tests find it by that.
+/// A control at its place. Its name is that of the member that it is, by which tests find it.
 template <typename Control>
 class Placed : public Control {
 public:

@@ -14,6 +14,7 @@
 class PagedForm : public Form {
 public:
     struct Page {
+        /// Of the button and of the page, by which code knows both.
         int index;
         const char* caption;
         Drawing icon;
@@ -22,22 +23,24 @@ public:
     };
     struct Design {
         const char* caption;
+        /// The text of the banner.
         const char* subject;
+        /// Of the client area, in twips.
         int width;
         int height;
         /// Of all pages.
         Twips frame;
         std::span<const Page> pages;
-        /// The highest index that is looked for. Not every one up to it exists.
+        /// The highest index that there may be; not every one up to it is a page.
         std::int16_t lastPage;
     };
 
 protected:
     explicit PagedForm(const Design& design);
 
-    /// One of the pages that exist.
+    /// The page of this index, which has to be one of those of the design.
     [[nodiscard]] QWidget* page(int index) { return &Frame2.at(index); }
-    /// Shows a page and hides all others.
+    /// Shows a page and hides all others. Hides all where there is no page of this index.
     void showPage(int index);
 
     void paintEvent(QPaintEvent* event) override;
@@ -48,6 +51,6 @@ private:
     std::map<int, Placed<QFrame>> Frame2;
     std::int16_t lastPage;
     int shownPage = 0;
-    /// What goes around the pages.
+    /// The frame around the pages.
     QRect Shape1;
 };

@@ -10,6 +10,7 @@ class Banner : public QWidget {
 public:
     using QWidget::QWidget;
 
+    /// Sets the subject, which is also the name for assistive programs.
     void setText(const QString& newSubject);
 
 protected:
@@ -24,6 +25,7 @@ class PageTitle : public QWidget {
 public:
     using QWidget::QWidget;
 
+    /// Sets both; the subject is also the name for assistive programs.
     void setSubject(const QString& newSubject, Drawing newDrawing);
 
 protected:

@@ -9,9 +9,6 @@
 #include <string>
 #include <string_view>
 
-/// Labels of the windows: for the program's own words, for the words of peers, and those that stand
-/// still.
-
 /// Text that is shown as it is, over as many lines as it needs.
 class TextLabel : public QLabel {
 public:
@@ -40,7 +37,7 @@ private:
     QString shown;
 };
 
-/// A label that no code touches, as the design of a window has it.
+/// A label whose text never changes, as the design of a window lists it.
 struct Caption {
     const char* name;
     Twips place;

@@ -14,8 +14,8 @@ namespace look {
 
 namespace {
 
-/// Where the font of our choice is not installed, the one in its place is made so narrow that the
-/// captions with the least room have enough.
+/// Where the font of our choice is not installed, its replacement is made narrow enough for the
+/// captions with the least room.
 void narrow(QFont& font) {
     constexpr int narrowest = 60;
     const auto width = [&](const char* caption) {
@@ -34,7 +34,7 @@ void narrow(QFont& font) {
 void apply() {
     QApplication::setStyle(QStyleFactory::create("Fusion"));
 
-    // The given places of controls are made for this size.
+    // The places of the controls are made for this size.
     QFont font("Liberation Sans");
     font.setStyleHint(QFont::SansSerif);
     font.setPixelSize(11);
@@ -42,7 +42,7 @@ void apply() {
     QApplication::setFont(font);
 
     // All colours are ours, whatever theme the desktop has: some texts have a colour that means
-    // something, and they are to be readable on their ground.
+    // something, and have to be readable on their ground.
     QPalette palette(window);
     palette.setColor(QPalette::Base, page);
     palette.setColor(QPalette::Window, window);

@@ -5,28 +5,35 @@
 class QPainter;
 class QRectF;
 
-/// How all windows of the program look: colours, type and spacing, in one place.
+/// How all windows of the program look: colours, font and spacing, in one place.
 namespace look {
 
 inline const QColor text{0, 0, 64};
 inline const QColor link{31, 51, 107};
+/// What is read and edited is on this.
 inline const QColor page{255, 255, 255};
+/// The ground of a window around its pages.
 inline const QColor window{238, 243, 249};
+/// What a gradient from `page` ends in.
 inline const QColor bandEnd{214, 228, 243};
+/// Borders.
 inline const QColor line{157, 184, 214};
+/// What is chosen, has the focus or is under the mouse; also the lines of most pictures.
 inline const QColor accent{47, 111, 176};
+/// The second colour of pictures.
 inline const QColor warm{214, 131, 31};
 
 /// Between controls, and at the edge of a window, in pixels.
 inline constexpr int gap = 8;
 
-/// Sets style, colours and type for the whole program.
+/// Sets style, colours, font and icon for the whole program. To be called once, with a
+/// `QApplication`.
 void apply();
 
-/// The ground of headers and toasts: white that becomes blue, with a line around it.
+/// The ground of banners and toasts: white at the top that becomes blue.
 void paintBand(QPainter& painter, const QRectF& place);
 
-/// Shows, just inside `place`, that the keyboard is with a control.
+/// Shows, just inside `place`, that a control has the keyboard focus.
 void paintFocusRing(QPainter& painter, const QRectF& place);
 
 }  // namespace look

@@ -10,9 +10,9 @@ class QPainter;
 /// Draws a picture, on a ground of 16 by 16 where it does not say otherwise.
 using Drawing = void (*)(QPainter&);
 
-/// What is drawn next is lines of this color with round ends, and white within them.
+/// What is drawn next is lines of this colour with round ends, and white within them.
 void drawLinesIn(QPainter& painter, const QColor& color, double width = 1.3);
-/// What is drawn next is filled with this color, without a line around it.
+/// What is drawn next is filled with this colour, without a line around it.
 void fillIn(QPainter& painter, const QColor& color);
 
 /// A picture that only decorates.

@@ -12,12 +12,12 @@ using namespace std::string_view_literals;
 
 namespace {
 
-/// More characters than a line on the widest desktop has, so that a huge text costs no more to lay
-/// out than a long one.
+/// More characters than fit in a line on the widest desktop, so that a huge text costs no more to
+/// lay out than a long one.
 constexpr std::size_t longestLine = 4096;
 
-constexpr QChar signOfCr(0x240D);
-constexpr QChar signOfLf(0x240A);
+constexpr QChar crSymbol(0x240D);
+constexpr QChar lfSymbol(0x240A);
 
 QString boxed(QString text) {
     constexpr QChar box(0x25A1);
@@ -41,17 +41,17 @@ QString shownLine(std::string_view bytes) {
 QString editableText(std::string_view bytes) {
     QString text = toQString(bytes);
     text.replace("\r\n", QString(QChar::ParagraphSeparator));
-    text.replace('\r', signOfCr);
-    text.replace('\n', signOfLf);
+    text.replace('\r', crSymbol);
+    text.replace('\n', lfSymbol);
     return text;
 }
 
 std::string bytesOfEditable(const QString& text) {
     QString edited = text;
-    edited.replace(signOfCr, '\r');
-    edited.replace(signOfLf, '\n');
+    edited.replace(crSymbol, '\r');
+    edited.replace(lfSymbol, '\n');
     edited.replace(QChar(QChar::ParagraphSeparator), "\r\n");
-    // What is pasted may hold breaks within a paragraph.
+    // Pasted text may have line breaks within a paragraph.
     edited.replace(QChar(QChar::LineSeparator), "\r\n");
     return fromQString(edited);
 }

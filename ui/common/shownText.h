@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-/// Text of peers and of the user, which may hold any bytes, in the controls of a window.
+/// Text of peers and of the user, which may hold any bytes, as the controls of a window show it.
 
 /// What a control shows of text that peers have sent: each character by itself, control characters
 /// as little boxes, line breaks kept.
@@ -15,9 +15,10 @@
 /// only the beginning.
 [[nodiscard]] QString shownLine(std::string_view bytes);
 
-/// What a text box holds of a text, and the text that such a content stands for, byte for byte. A
-/// box knows one kind of line break alone; lone CRs and LFs are signs of their own in it.
+/// The content of a text box in which `bytes` are edited. A box has one kind of line break only, so
+/// a lone CR or LF becomes a symbol.
 [[nodiscard]] QString editableText(std::string_view bytes);
+/// The bytes of such a content. What nobody has edited comes back byte for byte.
 [[nodiscard]] std::string bytesOfEditable(const QString& text);
 
 /// Puts a text, and nothing else, on the clipboard.

@@ -1,9 +1,10 @@
 #pragma once
 
-/// The unit that all windows are measured in: a fifteenth of a pixel at the usual screen scale.
-/// What scale the screen has is Qt's business.
+/// The unit that all windows are measured in: a fifteenth of a pixel at scale 1. Larger scales are
+/// left to Qt.
 constexpr int twipsPerPixel = 15;
 
+/// Whole pixels; what is left over is dropped.
 [[nodiscard]] constexpr int pixels(int twips) { return twips / twipsPerPixel; }
 
 /// A place and a size in twips.

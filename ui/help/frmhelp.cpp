@@ -69,7 +69,7 @@ void frmhelp::FlashButton1_Click() {
 bool frmhelp::eventFilter(QObject* control, QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
-        // The page that it stands on.
+        // This is the page that the bullet is on, so nothing is seen of it.
         showPage(2);
     }
     return PagedForm::eventFilter(control, event);

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-/// The window that tells what can be typed into a conversation. It knows no setting.
+/// The window that explains what can be typed into a conversation. No setting changes it.
 class frmhelp final : public PagedForm {
 public:
     frmhelp();
@@ -21,7 +21,7 @@ private:
     void showConstants(std::int16_t step);
     void FlashButton1_Click();
 
-    /// The rows that the next press shows.
+    /// The step of `helpTexts::constantSteps` that the next press of the button shows.
     std::int16_t constantStep = 1;
 
     Placed<TextLabel> Title1{page(1), "Title1", {180, 1065, 5040, 225}};

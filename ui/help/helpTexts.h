@@ -6,25 +6,28 @@
 #include <array>
 #include <span>
 
-/// What stands still in the help window, and the steps of its one page that does not.
+/// The texts of the help window.
 namespace helpTexts {
 
+/// Its size, and its pages with their buttons.
 extern const PagedForm::Design window;
 
-/// What one page says.
+/// What one page says, apart from the message constants.
 struct PageText {
+    /// Of the page.
     int index;
-    /// In the picture at its top.
+    /// In the band at its top.
     const char* title;
     std::span<const Caption> captions;
 };
 extern const std::span<const PageText> pageTexts;
 
-/// A message constant, or what there is to know on the machine.
+/// A message constant and how to type it.
 struct Row {
     const char* title;
     const char* text;
 };
+/// The page of the message constants has room for three; a button goes on to the next three.
 extern const std::array<std::array<Row, 3>, 4> constantSteps;
 
 }  // namespace helpTexts

@@ -16,7 +16,7 @@ void LogLines::clear() {
 }
 
 void LogLines::publish() {
-    if (isPublished()) return;
+    if (published == lines.size()) return;
     beginInsertRows({}, static_cast<int>(published), static_cast<int>(lines.size()) - 1);
     published = lines.size();
     endInsertRows();

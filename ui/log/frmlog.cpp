@@ -14,15 +14,15 @@
 
 namespace {
 
-/// Soon enough for the eye; a flood of lines is shown ten times a second.
+/// A flood of lines is shown ten times a second.
 constexpr std::chrono::milliseconds publishDelay{100};
 
-/// What the frame of the window adds to its client area: the places of the controls are reckoned
-/// from the size with the frame, and frames of today differ.
+/// What the window's frame adds to the client area. The places of the controls follow from the size
+/// with the frame, and real frames differ from desktop to desktop.
 constexpr int frameWidth = 120;
 constexpr int frameHeight = 510;
-constexpr int leastWidth = 6555;
-constexpr int leastHeight = 3810;
+constexpr int smallestWidth = 6555;
+constexpr int smallestHeight = 3810;
 
 /// Two sheets, for copying.
 void paintSheets(QPainter& painter) {
@@ -63,11 +63,11 @@ frmlog::frmlog(Clock& clock, MessageBox& messageBox)
     List1.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     List1.setItemDelegate(&delegate);
     List1.setModel(&lines);
-    setMinimumSize(pixels(leastWidth - frameWidth), pixels(leastHeight - frameHeight));
+    setMinimumSize(pixels(smallestWidth - frameWidth), pixels(smallestHeight - frameHeight));
 
     publishing.setSingleShot(true);
     connect(&publishing, &QTimer::timeout, this, [this] { lines.publish(); });
-    // The list's own would copy what it shows of a line.
+    // The list's own shortcut would copy the line as it is shown.
     auto* const copying = new QShortcut(QKeySequence::Copy, &List1);
     copying->setContext(Qt::WidgetShortcut);
     connect(copying, &QShortcut::activated, this, [this] { Command3_Click(); });
@@ -88,11 +88,11 @@ void frmlog::Command1_Click() { hide(); }
 void frmlog::Command2_Click() {
     if (!messageBox.question("Are you sure you want to clear the log?")) return;
     lines.clear();
-    delegate.forget();
+    delegate.reset();
 }
 
 void frmlog::Command3_Click() {
-    // A line that only has the keyboard's frame is not selected.
+    // The current line, which has the focus frame, may not be selected.
     const QModelIndexList rows = List1.selectionModel()->selectedRows();
     copyToClipboard(lines.at(rows.isEmpty() ? -1 : rows.first().row()));
 }

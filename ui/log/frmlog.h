@@ -14,8 +14,8 @@
 class Clock;
 class MessageBox;
 
-/// The window of what contacts did during this run. Closing hides it, since its list is the only
-/// place where the lines are.
+/// The window that lists what contacts did during this run. The list is the only place where its
+/// lines are kept.
 class frmlog final : public Form {
 public:
     frmlog(Clock& clock, MessageBox& messageBox);

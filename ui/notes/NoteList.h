@@ -4,18 +4,18 @@
 
 #include <QListWidget>
 
-/// A list that tells when its user has chosen an entry, by mouse or key, also the same one again.
+/// A list of which one entry at most is selected; only choosing another one changes that.
 class NoteList : public QListWidget {
 public:
+    /// The user has chosen an entry, by mouse or key, perhaps the same one again.
     Event<> Click;
 
     using QListWidget::QListWidget;
 
-    /// -1 when no entry is selected. An entry that only has the keyboard's frame is not.
+    /// -1 when no entry is selected. The current one, which has the focus frame, may not be.
     [[nodiscard]] int selectedRow() const;
 
 protected:
-    /// What is selected stays so until another entry is.
     [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
         const QModelIndex& index, const QEvent* event) const override;
     void mousePressEvent(QMouseEvent* event) override;

@@ -20,23 +20,23 @@ namespace {
 constexpr std::size_t longNote = 4096;
 constexpr auto saveQuestion = "Do you want to save changes to your current note?";
 
-/// Those that press nothing by themselves, such as the first key of a mnemonic, and those that the
-/// window takes: Escape, which closes it, and Tab, which goes to another control.
-bool isNoTyping(int key) {
+/// Keys that type nothing by themselves, such as the first one of a mnemonic, and those that the
+/// window handles: Escape, which closes it, and Tab, which goes to another control.
+bool typesNothing(int key) {
     constexpr std::array keys{Qt::Key_Shift,   Qt::Key_Control, Qt::Key_Alt,     Qt::Key_AltGr,
                               Qt::Key_Meta,    Qt::Key_Super_L, Qt::Key_Super_R, Qt::Key_CapsLock,
                               Qt::Key_NumLock, Qt::Key_Escape,  Qt::Key_Tab,     Qt::Key_Backtab};
     return std::ranges::find(keys, key) != keys.end();
 }
 
-/// A key was pressed in a text box. Letters that are composed of several keys, as accents and
-/// Chinese are, come without their keys.
+/// Whether the event is that of a key pressed in a text box. Letters that are composed of several
+/// keys, such as accented and Chinese ones, come as input methods' events.
 bool isTyping(const QEvent& event) {
     if (event.type() == QEvent::InputMethod) {
         return !static_cast<const QInputMethodEvent&>(event).commitString().isEmpty();
     }
     return event.type() == QEvent::KeyPress &&
-           !isNoTyping(static_cast<const QKeyEvent&>(event).key());
+           !typesNothing(static_cast<const QKeyEvent&>(event).key());
 }
 
 void fill(QGroupBox& frame, QWidget& content) {
@@ -113,7 +113,7 @@ void frmnotes::removeEntry(std::size_t index) {
     notes.remove(index);
     const bool wasSelected = List1.selectedRow() == static_cast<int>(index);
     delete List1.takeItem(static_cast<int>(index));
-    // Qt would go on to the next entry, which nobody has chosen.
+    // Qt would select the next entry, which nobody has chosen.
     if (wasSelected) List1.setCurrentRow(-1);
 }
 
@@ -123,11 +123,12 @@ void frmnotes::List1_Click() {
         noteChanged = false;
     }
     const int row = List1.selectedRow();
-    // Saving has taken the entry away that was clicked, when it was the one in the box.
+    // Where the clicked entry was the one in the box, saving has just removed it from its place.
     if (row < 0) return;
     selectedNote = static_cast<std::size_t>(row);
     const std::string& note = notes.list()[selectedNote];
-    // Looking for words in a text without blanks takes time that grows with its square.
+    // Looking for words in a text without blanks takes time that grows with the square of its
+    // length.
     Text1.setWordWrapMode(note.size() > longNote ? QTextOption::WrapAnywhere
                                                  : QTextOption::WrapAtWordBoundaryOrAnywhere);
     Text1.setPlainText(editableText(note));
@@ -138,7 +139,7 @@ void frmnotes::Command1_Click() {
         messageBox.exclamation("Please select a note to edit.");
         return;
     }
-    // The note in the box may have been removed since, and nothing is there to be written over.
+    // The note in the box may have been removed since, as the last one of the list.
     if (selectedNote >= notes.list().size()) return;
     const std::string text = bytesOfEditable(Text1.document()->toRawText());
     removeEntry(selectedNote);

@@ -13,7 +13,8 @@
 class MessageBox;
 class NotesStore;
 
-/// The window in which notes are read, changed and removed. New ones come by chat command alone.
+/// The window in which notes are read, changed and removed. New ones come by chat command only.
+/// Closing saves the notes and hides the window.
 class frmnotes final : public Form {
 public:
     frmnotes(NotesStore& notes, MessageBox& messageBox);
@@ -43,7 +44,8 @@ private:
     QPushButton Command1{"&Save Changes", this};
     QPushButton Command2{"&Remove Note", this};
     QPushButton Command3{"&Close", this};
-    /// The entry that `Text1` shows. It lags behind the list until the next click.
+    /// The entry that `Text1` was filled from. A removal does not change it, so that until the next
+    /// click it may be another note's.
     std::size_t selectedNote = 0;
     /// A key was pressed in `Text1` since it was last filled or saved.
     bool noteChanged = false;

@@ -70,7 +70,7 @@ void frmoptions::connectControls() {
     connect(&Text1, &QLineEdit::textChanged, this, [this] { Text1_Change(); });
     connect(&Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
     connect(&Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
-    // The Enter key presses them, too, when they have the keyboard.
+    // The Enter key presses them, too, when they have the focus.
     Command1.setAutoDefault(true);
     Command2.setAutoDefault(true);
     for (QWidget* const place : {static_cast<QWidget*>(&mw), static_cast<QWidget*>(&ti), page(1)}) {
@@ -91,22 +91,22 @@ void frmoptions::playMovies() {
     }
 }
 
-/// Each change counts as one by the user, here as anywhere.
+/// Each change counts as one by the user, so the handlers run here as well.
 void frmoptions::copyTitle() {
     Check3.setChecked(parts.title.renaming());
     Text1.setText(toQString(parts.title.renameText()));
     Text1.setEnabled(parts.title.renaming());
-    if (!parts.title.renaming()) forgetTitle();
+    if (!parts.title.renaming()) resetTitle();
 }
 
-void frmoptions::forgetTitle() {
+void frmoptions::resetTitle() {
     parts.title.setText1(ForeignWindows::messengerTitle);
     Text1.setText(toQString(ForeignWindows::messengerTitle));
     Text1.setEnabled(false);
 }
 
 void frmoptions::show(const OptionValues& values) {
-    // The arrow keys go on from the entry that is shown; a text of no entry is shown all the same.
+    // The index is what the arrow keys start from; the text may be that of no entry.
     Combo1.setCurrentIndex(Combo1.findText(toQString(values.initialStatus)));
     Combo1.setEditText(toQString(values.initialStatus));
     Label1.setOn(values.useristyping);
@@ -152,7 +152,7 @@ void frmoptions::Check1_Click() {
     ti.setEnabled(Check1.isChecked());
 }
 
-/// Takes effect at once, and no Cancel takes it back.
+/// Takes effect at once; Cancel does not undo it.
 void frmoptions::Check3_Click() {
     parts.title.setCheck1(Check3.isChecked());
     parts.title.Check1_Click();
@@ -160,7 +160,7 @@ void frmoptions::Check3_Click() {
     if (parts.title.renaming()) {
         Text1.setEnabled(true);
     } else {
-        forgetTitle();
+        resetTitle();
     }
 }
 
@@ -173,7 +173,7 @@ void frmoptions::Text1_Change() {
 void frmoptions::Command1_Click() { close(); }
 
 void frmoptions::Command2_Click() {
-    // Assistive programs press buttons under a box as well.
+    // Assistive programs can press buttons while a box is open.
     if (isSaving) return;
     OptionValues values = shownValues();
     values.completePair();
@@ -185,7 +185,7 @@ void frmoptions::Command2_Click() {
     }
     isSaving = true;
     values.write(parts.settings);
-    // On a first run this is refused, and the user is told so before the client goes.
+    // On a first run the window refuses, and says so before the client is closed.
     close();
     if (RestartMessenger && !parts.messageBox.isEnding()) restartMessenger();
     RestartMessenger = false;
@@ -198,7 +198,7 @@ void frmoptions::restartMessenger() {
     parts.messageBox.information(
         "You are about to be signed out of MSN Messenger.\r\n\r\n"
         "Please click \"OK\" once you are fully signed out of MSN Messenger.");
-    // A client that is started now would find no proxy.
+    // The program ends, so a client that is started now would find no proxy.
     if (parts.messageBox.isEnding()) return;
     parts.client.start();
     if (parts.messageBox.question("This is your first time using Cobweave.\r\n\r\n"
@@ -217,19 +217,19 @@ void frmoptions::closeEvent(QCloseEvent* event) {
     PagedForm::closeEvent(event);
 }
 
-/// A key that no control has taken does nothing here: Escape may be pressed by accident, and there
-/// is much to lose.
+/// A key that no control has handled does nothing here: Escape may be pressed by accident, and all
+/// changes would be lost.
 void frmoptions::keyPressEvent(QKeyEvent* event) { event->accept(); }
 
 void frmoptions::keyReleaseEvent(QKeyEvent* event) { event->accept(); }
 
 bool frmoptions::eventFilter(QObject* control, QEvent* event) {
     auto* const place = static_cast<QWidget*>(control);
-    // One that is greyed out has no mouse over it: its page has.
+    // A disabled check box does not react to the mouse: its page does.
     if (event->type() != QEvent::MouseMove || !place->isEnabled()) return false;
     mwi.setVisible(place == &mw);
     tii.setVisible(place == &ti);
-    // What a check box has no use for would go on to the page.
+    // An event that a check box does not handle would go on to the page.
     const bool isHeld = static_cast<QMouseEvent*>(event)->buttons() != Qt::NoButton;
     return place != page(1) && !isHeld;
 }

@@ -18,7 +18,7 @@ class SettingsStore;
 class frmTitle;
 
 /// The window in which the user edits the settings. It reads them when it is made; OK writes them.
-/// What it says of the Messenger window's title takes effect at once.
+/// Changes to the title of Messenger's window take effect at once.
 class frmoptions final : public PagedForm {
 public:
     /// What the window works on.
@@ -35,8 +35,8 @@ public:
 
     explicit frmoptions(const Parts& parts);
 
-    /// On a first run the window does not close before OK was pressed, and OK starts the client
-    /// again, so that it comes back through the proxy.
+    /// A first run: the window cannot be closed until OK was pressed, and OK starts the client
+    /// again, so that it connects through the proxy.
     bool RestartMessenger = false;
 
 protected:
@@ -52,7 +52,7 @@ private:
     void copyTitle();
     void show(const OptionValues& values);
     [[nodiscard]] OptionValues shownValues() const;
-    void forgetTitle();
+    void resetTitle();
     void restartMessenger();
 
     void Check1_Click();
@@ -62,7 +62,7 @@ private:
     void Command2_Click();
 
     Parts parts;
-    /// OK is at work, perhaps under a box.
+    /// OK is being carried out; a message box may be open.
     bool isSaving = false;
 
     // General options.

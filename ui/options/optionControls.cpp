@@ -45,7 +45,7 @@ void Toggle::paintEvent(QPaintEvent* /*event*/) {
     ownFont.setUnderline(underMouse());
     painter.setFont(ownFont);
     painter.setPen(palette().color(QPalette::WindowText));
-    // As far from the left as the ring needs.
+    // Leaves room for the ring at the left.
     painter.drawText(rect().adjusted(5, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text());
     if (hasFocus()) look::paintFocusRing(painter, QRectF(rect()));
 }
@@ -61,7 +61,7 @@ StatusBox::StatusBox(QWidget* parent) : QComboBox(parent) {
 }
 
 void StatusBox::keyPressEvent(QKeyEvent* event) {
-    // A key that is a character is discarded, also one such as backspace or Ctrl+V.
+    // Keys that have a text are discarded, which backspace and Ctrl+V have as well.
     if (!event->text().isEmpty() && event->key() != Qt::Key_Delete) return;
     QComboBox::keyPressEvent(event);
 }

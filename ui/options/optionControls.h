@@ -3,13 +3,13 @@
 #include <QAbstractButton>
 #include <QComboBox>
 
-/// A word that is a switch: a click, or the space bar, changes it. Its state is nothing but the
-/// colour of its text.
+/// A switch that is one word: a click or the space bar changes it. Its state is the colour of its
+/// text and nothing else.
 class Toggle : public QAbstractButton {
 public:
     explicit Toggle(QWidget* parent);
 
-    /// What it switches, for assistive programs.
+    /// What it switches, as assistive programs read it out.
     void setHeading(const QString& newHeading);
 
     /// Black "Enabled", or red "Disabled".
@@ -27,14 +27,14 @@ private:
     QString heading;
 };
 
-/// A list to choose from. Its text can also be none of the list, as it was set or pasted; it cannot
-/// be typed.
+/// A list to choose from. Code and the clipboard can give it a text that is not in the list; typing
+/// cannot.
 class StatusBox : public QComboBox {
 public:
     explicit StatusBox(QWidget* parent);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    /// What an input method has put together is typed, too.
+    /// Letters that an input method composes are typed, too.
     void inputMethodEvent(QInputMethodEvent* event) override;
 };

@@ -8,7 +8,7 @@
 #include <span>
 #include <utility>
 
-/// What stands still in the options window.
+/// The texts of the options window that never change, and its pages with their buttons.
 namespace optionsDesign {
 
 inline constexpr std::array<PagedForm::Page, 5> pages{{

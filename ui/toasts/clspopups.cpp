@@ -21,8 +21,8 @@ std::int16_t clspopups::TaskbarHeight() {
     const QRect screen = screenPlace();
     int bottom = screen.height();
     if (const auto area = windows.workArea()) {
-        // The system counts its own pixels from the corner of the whole desktop, of which this
-        // screen may be a part.
+        // The area is in the system's own pixels, from the corner of the whole desktop; this screen
+        // may be a part of it.
         const double scale = QGuiApplication::primaryScreen()->devicePixelRatio();
         const int below = static_cast<int>((area->bottom - screen.top()) / scale);
         if (below > 0) bottom = std::min(bottom, below);
@@ -38,7 +38,7 @@ bool clspopups::popup(std::string_view text) {
         ++slot;
     if (slot > last) return false;
     if (slot < toastPlaces::slots) show(static_cast<std::size_t>(slot), text);
-    // Also when there was no place left.
+    // Also when no place was free.
     for (int time = 0; time < 2; ++time)
         others.giveFocusBack(lastForeground);
     return true;

@@ -11,8 +11,7 @@
 class EventLoop;
 class ForeignWindows;
 
-/// The toasts: finds a free place for each text and starts it there. The lowest free place wins;
-/// a text that finds none is lost.
+/// Shows texts as toasts, each in the lowest place that is free. A text that finds none is lost.
 class clspopups {
 public:
     clspopups(EventLoop& loop, OwnWindows& windows, ForeignWindows& others)
@@ -22,7 +21,7 @@ public:
     /// only on a screen too low to have as many places.
     bool popup(std::string_view text);
 
-    /// The height of a task bar at the bottom of the screen, in twips.
+    /// The height of a task bar at the bottom of the screen, in twips. Fails above 32,767.
     [[nodiscard]] std::int16_t TaskbarHeight();
 
 private:

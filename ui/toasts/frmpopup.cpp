@@ -58,7 +58,7 @@ frmpopup::frmpopup(EventLoop& loop, OwnWindows& windows)
 
     Label1.setMouseTracking(true);
     Label1.installEventFilter(this);
-    // Its room reaches below the upper edge of the text, its letters do not.
+    // The label overlaps the text below it; its letters, at the top, do not.
     Label2.setAlignment(Qt::AlignTop);
     Label2.setCursor(Qt::PointingHandCursor);
     Label2.setMouseTracking(true);
@@ -93,7 +93,7 @@ void frmpopup::Timer2_Timer() {
 }
 
 void frmpopup::FadeOut() {
-    // There is no step of 60, and never was.
+    // There is no step of 60.
     constexpr std::array<std::int16_t, 8> steps{90, 80, 70, 50, 40, 30, 20, 10};
     for (const std::int16_t percentage : steps)
         setOpacity(percentage);
@@ -104,7 +104,8 @@ void frmpopup::setOpacity(std::int16_t percentage) {
 }
 
 void frmpopup::Unload() {
-    // A second click may be on its way already; by then the place may be another toast's.
+    // A second click may come before the window is destroyed; by then the place may be another
+    // toast's.
     if (std::exchange(isUnloaded, true)) return;
     Timer1->disable();
     Timer2->disable();
@@ -121,13 +122,13 @@ void frmpopup::Label2_Click() {
 bool frmpopup::eventFilter(QObject* control, QEvent* event) {
     if (event->type() == QEvent::MouseMove) {
         if (control != &Label2) Image1.setHovered(control == &Image1);
-        // The form would take it for a move over itself.
+        // The form would handle it as a move over itself.
         return true;
     }
     if (event->type() == QEvent::MouseButtonRelease) {
         const auto& release = *static_cast<QMouseEvent*>(event);
         const QWidget& pressed = *static_cast<QWidget*>(control);
-        // Who drags the mouse off the control has thought better of it.
+        // Dragging the mouse off the control before letting go is no click.
         const bool isClick = release.button() == Qt::LeftButton &&
                              pressed.rect().contains(release.position().toPoint());
         if (isClick && control == &Image1) Unload();

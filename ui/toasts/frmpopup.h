@@ -13,11 +13,12 @@ class EventLoop;
 class OwnWindows;
 class Timer;
 
-/// The close box of a toast. Without a picture the ground of the toast shows through.
+/// The close box of a toast, which lights up under the mouse. The toast itself paints its cross.
 class CloseBox : public QWidget {
 public:
     using QWidget::QWidget;
 
+    /// Whether it is lit up.
     void setHovered(bool value);
     [[nodiscard]] bool hovered() const { return isHovered; }
 
@@ -28,11 +29,11 @@ private:
     bool isHovered = false;
 };
 
-/// A toast: a small window that shows one text for seven seconds above all others and never takes
-/// the keyboard.
+/// A toast: a small window that shows one text for seven seconds in front of all others and never
+/// takes the keyboard focus.
 class frmpopup final : public QWidget {
 public:
-    /// The window has faded out and is free. Destroy it later, since one of its own events runs.
+    /// The toast has ended. One of its own events is still running, so destroy it later.
     Event<> unloaded;
 
     frmpopup(EventLoop& loop, OwnWindows& windows);
@@ -44,9 +45,11 @@ public:
     std::unique_ptr<Timer> Timer1;
     std::unique_ptr<Timer> Timer2;
 
-    /// Stays invisible for 200 ms more and is there at once then.
+    /// Makes the window appear 200 ms from now, all at once.
     void FadeIn() const;
+    /// Makes the window invisible in eight steps, which take no time.
     void FadeOut();
+    /// Ends the toast: fades it out, hides it and raises `unloaded`. Does nothing the second time.
     void Unload();
 
 protected:

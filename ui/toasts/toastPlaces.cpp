@@ -6,7 +6,7 @@
 namespace toastPlaces {
 
 int lastPlace(int screenHeight) {
-    // Twips are divided by pixels here. Users have never had fewer toasts than slots for it.
+    // Twips divided by pixels: a screen of 768 lines has 98 places, of which six can be seen.
     constexpr int heightInPixels = pixels(height);
     return screenHeight / heightInPixels - 2;
 }

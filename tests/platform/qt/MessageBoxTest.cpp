@@ -1,46 +1,23 @@
 #include "platform/MessageBox.h"
 
+#include "tests/ui/windows.h"
+
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
-
 #include <functional>
-#include <optional>
 
 namespace {
-
-/// A box as it stood open.
-struct Seen {
-    QString title;
-    QString text;
-    QMessageBox::Icon icon = QMessageBox::NoIcon;
-    QMessageBox::StandardButtons buttons;
-    Qt::TextFormat format = Qt::AutoText;
-};
 
 class Boxes : public testing::Test {
 protected:
     std::unique_ptr<MessageBox> boxes = makeMessageBox();
 
     /// Presses a button of the box that opens meanwhile.
-    static Seen answer(QMessageBox::StandardButton button, const std::function<void()>& open) {
-        std::optional<Seen> seen;
-        QTimer::singleShot(0, [&] {
-            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            seen = Seen{box->windowTitle(), box->text(), box->icon(), box->standardButtons(),
-                        box->textFormat()};
-            if (button == QMessageBox::NoButton) {
-                box->close();
-            } else {
-                box->button(button)->click();
-            }
-        });
+    static Answers::Seen answer(QMessageBox::StandardButton button,
+                                const std::function<void()>& open) {
+        const Answers answers({button});
         open();
-        return seen.value();
+        return answers.boxes.at(0);
     }
 };
 
@@ -51,7 +28,7 @@ TEST_F(Boxes, HaveTheProgramsTitleTheirIconAndAnOk) {
         {[&](auto text) { boxes->information(text); }, QMessageBox::Information},
     };
     for (const auto& [show, icon] : kinds) {
-        const Seen seen = answer(QMessageBox::Ok, [&] { show("<b>text</b>"); });
+        const Answers::Seen seen = answer(QMessageBox::Ok, [&] { show("<b>text</b>"); });
         EXPECT_EQ(seen.title, "Cobweave");
         EXPECT_EQ(seen.text, "<b>text</b>");
         EXPECT_EQ(seen.format, Qt::PlainText);
@@ -65,7 +42,7 @@ TEST_F(Boxes, AQuestionIsAnsweredByYesAlone) {
         {QMessageBox::Yes, true}, {QMessageBox::No, false}, {QMessageBox::NoButton, false}};
     for (const auto& [button, expected] : answers) {
         bool said = !expected;
-        const Seen seen = answer(button, [&] { said = boxes->question("Sure?"); });
+        const Answers::Seen seen = answer(button, [&] { said = boxes->question("Sure?"); });
         EXPECT_EQ(said, expected);
         EXPECT_EQ(seen.icon, QMessageBox::Question);
         EXPECT_EQ(seen.buttons, QMessageBox::Yes | QMessageBox::No);

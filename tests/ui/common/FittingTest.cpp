@@ -1,14 +1,13 @@
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/FakeWinsock.h"
+#include "tests/ui/windows.h"
 #include "ui/log/frmlog.h"
 #include "ui/notes/frmnotes.h"
 #include "ui/toasts/frmpopup.h"
 
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QLabel>
 #include <QStyle>
 
@@ -28,19 +27,6 @@ void expectFits(QWidget& form) {
         const int frame = button->style()->pixelMetric(QStyle::PM_ButtonMargin);
         EXPECT_LE(needed.width() + frame, button->width()) << button->text().toStdString();
         EXPECT_LE(needed.height(), button->height()) << button->text().toStdString();
-    }
-}
-
-/// Fails for controls that overlap or leave the window.
-void expectApart(QWidget& form) {
-    const auto children = form.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-    for (const QWidget* const one : children) {
-        EXPECT_TRUE(form.rect().contains(one->geometry())) << one->objectName().toStdString();
-        for (const QWidget* const other : children) {
-            if (one == other) continue;
-            EXPECT_FALSE(one->geometry().intersects(other->geometry()))
-                << one->objectName().toStdString() << " and " << other->objectName().toStdString();
-        }
     }
 }
 

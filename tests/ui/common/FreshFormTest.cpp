@@ -1,11 +1,11 @@
-#include "tests/ui/options/OptionsDesk.h"
+#include "tests/ui/options/OptionsFixture.h"
 
 #include <QPointer>
 
 namespace {
 
 /// The windows that are made anew for each showing.
-using FreshWindow = OptionsDesk;
+using FreshWindow = OptionsFixture;
 
 TEST_F(FreshWindow, IsNotMadeBeforeItIsShown) { EXPECT_EQ(countOf("Cobweave - Options"), 0); }
 

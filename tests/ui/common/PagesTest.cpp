@@ -1,4 +1,4 @@
-#include "tests/ui/options/OptionsDesk.h"
+#include "tests/ui/options/OptionsFixture.h"
 #include "ui/help/frmhelp.h"
 
 #include <QFrame>
@@ -10,12 +10,7 @@
 namespace {
 
 /// What the pages of the options say and where, and that all of it can be read.
-class Pages : public OptionsDesk {
-protected:
-    [[nodiscard]] static QWidget& frame(QWidget& form, int page) {
-        return named<QFrame>(form, ("Frame2(" + std::to_string(page) + ')').c_str());
-    }
-};
+using Pages = OptionsFixture;
 
 constexpr std::tuple<int, const char*, const char*> texts[] = {
     {0, "Label22", "Disable \"User Is Typing\" message"},
@@ -60,9 +55,9 @@ constexpr std::array<int, 5> indices{0, 1, 2, 4, 5};
 TEST_F(Pages, SayWhatTheySayToTheLetter) {
     open();
     for (const auto& [page, name, text] : texts)
-        EXPECT_EQ(named<QLabel>(frame(window(), page), name).text(), text) << name;
+        EXPECT_EQ(named<QLabel>(pageOf(window(), page), name).text(), text) << name;
     for (const auto& [page, name, text] : buttonTexts)
-        EXPECT_EQ(named<QAbstractButton>(frame(window(), page), name).text(), text) << name;
+        EXPECT_EQ(named<QAbstractButton>(pageOf(window(), page), name).text(), text) << name;
     EXPECT_EQ(the<QPushButton>("Command2").text(), "&OK");
     EXPECT_EQ(the<QPushButton>("Command1").text(), "&Cancel");
 }
@@ -70,8 +65,8 @@ TEST_F(Pages, SayWhatTheySayToTheLetter) {
 TEST_F(Pages, HaveEachToggleUnderItsHeading) {
     open();
     for (const auto& [page, name, heading] : toggles) {
-        const auto& above = named<QLabel>(frame(window(), page), heading);
-        const auto& below = named<Toggle>(frame(window(), page), name);
+        const auto& above = named<QLabel>(pageOf(window(), page), heading);
+        const auto& below = named<Toggle>(pageOf(window(), page), name);
         EXPECT_GE(below.y(), above.y() + above.height()) << name;
         EXPECT_LT(below.y(), above.y() + above.height() + 10) << name;
     }
@@ -85,8 +80,7 @@ TEST_F(Pages, HaveTheirButtonsInTheirPlaces) {
                                                          {4, "   Alerts", 192},
                                                          {5, "   Window Rename", 232}};
     for (const auto& [index, caption, top] : buttons) {
-        const auto& button =
-            the<FlashButton>(("UserControl11(" + std::to_string(index) + ')').c_str());
+        const FlashButton& button = buttonOf(window(), index);
         EXPECT_EQ(button.Caption(), caption);
         EXPECT_EQ(button.geometry(), QRect(8, top, 171, 35));
     }
@@ -100,13 +94,13 @@ TEST_F(Pages, ShowOneAtATime) {
     open();
     const auto onlyShown = [](int page) {
         for (const int index : indices)
-            EXPECT_EQ(frame(window(), index).isVisible(), index == page) << index;
+            EXPECT_EQ(pageOf(window(), index).isVisible(), index == page) << index;
     };
     onlyShown(0);
     for (const int page : {1, 2, 4, 5, 0}) {
         goTo(page);
         onlyShown(page);
-        EXPECT_EQ(frame(window(), page).pos(), QPoint(192, 64));
+        EXPECT_EQ(pageOf(window(), page).pos(), QPoint(192, 64));
     }
     EXPECT_EQ(window().findChild<QWidget*>("Frame2(3)"), nullptr);
     EXPECT_EQ(window().findChild<QWidget*>("UserControl11(3)"), nullptr);
@@ -120,15 +114,14 @@ TEST_F(Pages, PlayTheMovieOfTheirSubject) {
                                                   {4, "alerts"},
                                                   {5, "windowrename"}};
     for (const auto& [page, name] : movies) {
-        const auto& movie = named<ShockwaveFlash>(frame(window(), page), name);
+        const auto& movie = named<ShockwaveFlash>(pageOf(window(), page), name);
         EXPECT_EQ(movie.Movie(), folders::movie((std::string(name) + ".swf").c_str()));
         EXPECT_TRUE(std::filesystem::exists(movie.Movie())) << name;
     }
-    EXPECT_EQ(named<ShockwaveFlash>(frame(window(), 0), "ShockwaveFlash1").Movie(), "");
+    EXPECT_EQ(named<ShockwaveFlash>(pageOf(window(), 0), "ShockwaveFlash1").Movie(), "");
 }
 
-/// Fails for text that has less room than it needs, and for controls that overlap or stand outside
-/// of their page.
+/// Fails for text that has less room than it needs.
 void expectReadable(QWidget& page) {
     for (const TextLabel* const label : page.findChildren<TextLabel*>()) {
         EXPECT_LE(label->heightForWidth(label->width()), label->height())
@@ -151,30 +144,12 @@ void expectReadable(QWidget& page) {
         EXPECT_LE(list->sizeHint().width(), list->width());
 }
 
-void expectApart(QWidget& page) {
-    const auto children = page.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-    const auto mayCover = [](const QWidget* control) {
-        // The title in its picture, and two pictures that take turns.
-        const QString name = control->objectName();
-        return name == "Label11" || name == "tii" || control->isWindow();
-    };
-    for (const QWidget* const one : children) {
-        if (mayCover(one)) continue;
-        EXPECT_TRUE(page.rect().contains(one->geometry())) << one->objectName().toStdString();
-        for (const QWidget* const other : children) {
-            if (one == other || mayCover(other)) continue;
-            EXPECT_FALSE(one->geometry().intersects(other->geometry()))
-                << one->objectName().toStdString() << " and " << other->objectName().toStdString();
-        }
-    }
-}
-
 TEST_F(Pages, OfTheOptionsCanBeRead) {
     open();
     for (const int page : indices) {
         goTo(page);
-        expectReadable(frame(window(), page));
-        expectApart(frame(window(), page));
+        expectReadable(pageOf(window(), page));
+        expectApart(pageOf(window(), page));
     }
     expectReadable(window());
 }
@@ -184,13 +159,13 @@ TEST_F(Pages, OfTheHelpCanBeReadAtEveryStep) {
     shownHelp.Show();
     QWidget& form = *windowOf("Cobweave - Help");
     for (const int page : {0, 5, 7, 2, 3, 1, 6}) {
-        click(named<FlashButton>(form, ("UserControl11(" + std::to_string(page) + ')').c_str()).b1);
-        expectReadable(frame(form, page));
-        expectApart(frame(form, page));
+        showPage(form, page);
+        expectReadable(pageOf(form, page));
+        expectApart(pageOf(form, page));
     }
     for (int step = 0; step < 4; ++step) {
         click(named<FlashButton>(form, "FlashButton1").b1);
-        expectReadable(frame(form, 1));
+        expectReadable(pageOf(form, 1));
     }
     expectReadable(form);
 }

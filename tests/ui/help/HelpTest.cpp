@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFrame>
-
 #include <array>
 #include <string>
 #include <utility>
@@ -47,13 +45,10 @@ protected:
         if (shown == nullptr) throw std::runtime_error("the help is not shown");
         return *shown;
     }
-    template <typename Control>
-    [[nodiscard]] static Control& numbered(const char* name, int index) {
-        return named<Control>(window(), (name + std::to_string(index) + ')').c_str());
-    }
-    static void goTo(int page) { click(numbered<FlashButton>("UserControl11(", page).b1); }
+    [[nodiscard]] static QWidget& page(int index) { return pageOf(window(), index); }
+    static void goTo(int index) { showPage(window(), index); }
     [[nodiscard]] static QString text(const char* name) {
-        return named<QLabel>(numbered<QFrame>("Frame2(", 1), name).text();
+        return named<QLabel>(page(1), name).text();
     }
     static void pressNext() { click(named<FlashButton>(window(), "FlashButton1").b1); }
     /// The page shows the rows of this step.
@@ -77,7 +72,7 @@ TEST_F(HelpWindow, HasSevenButtonsInTheirOrder) {
                                     "   Notes"};
     int top = 72;
     for (std::size_t row = 0; row < indices.size(); ++row) {
-        const auto& button = numbered<FlashButton>("UserControl11(", indices.at(row));
+        const auto& button = buttonOf(window(), indices.at(row));
         EXPECT_EQ(button.Caption(), captions[row]);
         EXPECT_EQ(button.geometry(), QRect(8, top, 171, 35));
         top += 40;
@@ -90,13 +85,13 @@ TEST_F(HelpWindow, HasSevenButtonsInTheirOrder) {
 TEST_F(HelpWindow, BeginsOnTheFirstPageAndShowsOneAtATime) {
     const auto onlyShown = [](int page) {
         for (const int index : indices)
-            EXPECT_EQ(numbered<QFrame>("Frame2(", index).isVisible(), index == page) << page;
+            EXPECT_EQ(pageOf(window(), index).isVisible(), index == page) << page;
     };
     onlyShown(0);
     for (const int page : indices) {
         goTo(page);
         onlyShown(page);
-        EXPECT_EQ(numbered<QFrame>("Frame2(", page).pos(), QPoint(200, 72));
+        EXPECT_EQ(pageOf(window(), page).pos(), QPoint(200, 72));
     }
 }
 
@@ -140,7 +135,7 @@ TEST_F(HelpWindow, AStepStaysUntilTheWindowIsClosed) {
     click(named<QPushButton>(window(), "Command1"));
     EXPECT_EQ(windowOf(caption), nullptr);
     help.Show();
-    EXPECT_TRUE(numbered<QFrame>("Frame2(", 0).isVisible());
+    EXPECT_TRUE(page(0).isVisible());
     goTo(1);
     EXPECT_TRUE(shows(0));
     pressNext();
@@ -159,7 +154,7 @@ TEST_F(HelpWindow, TheBulletOfTheColorsShowsThePageItStandsOn) {
     goTo(2);
     click(named<QWidget>(window(), "Image5"));
     for (const int index : indices)
-        EXPECT_EQ(numbered<QFrame>("Frame2(", index).isVisible(), index == 2);
+        EXPECT_EQ(page(index).isVisible(), index == 2);
 }
 
 TEST_F(HelpWindow, IsClosedByEscape) {
@@ -168,12 +163,12 @@ TEST_F(HelpWindow, IsClosedByEscape) {
 }
 
 TEST_F(HelpWindow, IsUsableByTheKeyboardAlone) {
-    auto& button = numbered<FlashButton>("UserControl11(", 1);
+    auto& button = buttonOf(window(), 1);
     for (int presses = 0; presses < 20 && !button.hasFocus(); ++presses)
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     ASSERT_TRUE(button.hasFocus());
     QTest::keyClick(&button, Qt::Key_Space);
-    EXPECT_TRUE(comesTrue([] { return numbered<QFrame>("Frame2(", 1).isVisible(); }));
+    EXPECT_TRUE(comesTrue([] { return page(1).isVisible(); }));
     auto& next = named<FlashButton>(window(), "FlashButton1");
     for (int presses = 0; presses < 20 && !next.hasFocus(); ++presses)
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What each page says, to the letter: users know these texts, mistakes included.
+/// What each page says, to the letter, spelling mistakes included: they are meant.
 constexpr std::tuple<int, const char*, const char*> pageTexts[] = {
     {0, "Label16", "To Enable:"},
     {0, "Label17",
@@ -72,8 +72,7 @@ constexpr std::tuple<int, const char*, const char*> pageTexts[] = {
 TEST(HelpTexts, AreToTheLetter) {
     frmhelp window;
     for (const auto& [page, name, text] : pageTexts) {
-        auto& frame = named<QWidget>(window, ("Frame2(" + std::to_string(page) + ')').c_str());
-        EXPECT_EQ(named<QLabel>(frame, name).text(), text) << page << ' ' << name;
+        EXPECT_EQ(named<QLabel>(pageOf(window, page), name).text(), text) << page << ' ' << name;
     }
 }
 
@@ -93,8 +92,7 @@ TEST(HelpTexts, StandFromTopToBottom) {
     int page = -1;
     int bottom = 0;
     for (const auto& [index, name, text] : pageTexts) {
-        auto& frame = named<QWidget>(window, ("Frame2(" + std::to_string(index) + ')').c_str());
-        const QWidget& label = named<QLabel>(frame, name);
+        const QWidget& label = named<QLabel>(pageOf(window, index), name);
         const bool besideTheOther = std::string(name) == "Label14";
         if (index == page && !besideTheOther) {
             EXPECT_GE(label.y(), bottom) << text;

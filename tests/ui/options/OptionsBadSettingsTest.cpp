@@ -1,9 +1,9 @@
-#include "tests/ui/options/OptionsDesk.h"
+#include "tests/ui/options/OptionsFixture.h"
 
 namespace {
 
 /// Settings that a hand has edited: the window opens, works, and OK or Cancel ends it.
-class OptionsBadSettings : public OptionsDesk {
+class OptionsBadSettings : public OptionsFixture {
 protected:
     void openAndLookAtAll() {
         open();

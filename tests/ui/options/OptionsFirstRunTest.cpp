@@ -1,4 +1,4 @@
-#include "tests/ui/options/OptionsDesk.h"
+#include "tests/ui/options/OptionsFixture.h"
 #include "ui/help/frmhelp.h"
 
 namespace {
@@ -12,7 +12,7 @@ constexpr const char* offer =
     "Would you like to view the help dialog to understand \r\nall of Cobweave's Features?";
 
 /// The window that opens by itself, and stays until OK.
-using OptionsFirstRun = OptionsDesk;
+using OptionsFirstRun = OptionsFixture;
 
 TEST_F(OptionsFirstRun, CannotBeClosedBeforeOk) {
     openFirst();

@@ -1,4 +1,4 @@
-#include "tests/ui/options/OptionsDesk.h"
+#include "tests/ui/options/OptionsFixture.h"
 
 #include <QClipboard>
 
@@ -7,7 +7,7 @@
 namespace {
 
 /// What OK writes, and when it does not.
-using OptionsOk = OptionsDesk;
+using OptionsOk = OptionsFixture;
 
 using Rows = std::map<std::string, std::string>;
 
@@ -29,7 +29,7 @@ const Rows defaults{{"initialStatus", "Online"},
                     {"tspostfix", "]"},
                     {"tscolor", "red"}};
 
-class OptionsRows : public OptionsDesk {
+class OptionsRows : public OptionsFixture {
 protected:
     [[nodiscard]] Rows rows() const {
         Rows found;

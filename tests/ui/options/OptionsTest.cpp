@@ -1,4 +1,4 @@
-#include "tests/ui/options/OptionsDesk.h"
+#include "tests/ui/options/OptionsFixture.h"
 
 #include <QAccessible>
 #include <QFrame>
@@ -8,7 +8,7 @@
 namespace {
 
 /// The window as it opens, what its controls do, and that none of it is kept before OK.
-using OptionsWindow = OptionsDesk;
+using OptionsWindow = OptionsFixture;
 
 constexpr const char* toggleNames[] = {"Label1", "Label21", "Label6", "Label12",
                                        "Label2", "Label3",  "Label4", "Label15"};

@@ -1,9 +1,9 @@
-#include "tests/ui/options/OptionsDesk.h"
+#include "tests/ui/options/OptionsFixture.h"
 
 namespace {
 
 /// The page that renames Messenger's window: it takes effect at once.
-class OptionsTitle : public OptionsDesk {
+class OptionsTitle : public OptionsFixture {
 protected:
     void openRenamed(const char* text = "Ann's") {
         set("windowrename", "1");

@@ -7,7 +7,6 @@
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/FakeWinsock.h"
 #include "tests/ui/windows.h"
-#include "ui/common/FlashButton.h"
 #include "ui/common/FormHolder.h"
 #include "ui/options/frmoptions.h"
 
@@ -25,13 +24,13 @@
 
 /// The options window and what it works on: the settings are a real file, all else keeps what it
 /// was asked for.
-class OptionsDesk : public testing::Test {
+class OptionsFixture : public testing::Test {
 protected:
-    OptionsDesk() {
+    OptionsFixture() {
         windows.messenger = 77;
         windows.asked = boxes.opened = [this](const std::string& call) { calls.push_back(call); };
     }
-    ~OptionsDesk() override { destroyClosed(); }
+    ~OptionsFixture() override { destroyClosed(); }
 
     /// What was asked of anything outside the window, in order.
     std::vector<std::string> calls;
@@ -98,10 +97,7 @@ protected:
     }
 
     /// Presses the button of a page.
-    static void goTo(int page) {
-        const std::string name = "UserControl11(" + std::to_string(page) + ')';
-        click(the<FlashButton>(name.c_str()).b1);
-    }
+    static void goTo(int page) { showPage(window(), page); }
     static void pressOk() { click(the<QPushButton>("Command2")); }
     static void pressCancel() { click(the<QPushButton>("Command1")); }
 };
