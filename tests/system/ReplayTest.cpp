@@ -28,7 +28,7 @@ std::string treated(const RecordedRead& read, const std::string& email) {
     if (!read.fromClient || !read.bytes.starts_with("MSG")) return read.bytes;
     std::string chunk = read.bytes;
     if (chunk.find("\r\n\r\n!nick ") != std::string::npos) {
-        const std::string number(word(chunk, 1));
+        const std::string number(word(chunk, 1).value());
         return "MSG " + number + " U " + std::to_string(73 + email.size()) +
                "\r\nMIME-Version: 1.0\r\nContent-Type: text/x-msmsgscontrol\r\nTypingUserx " +
                email + "\r\n\r\n\r\n";
@@ -66,7 +66,7 @@ TEST_P(Replay, OnlyCommandsAndTokensChangeWithDefaultSettings) {
     std::vector<std::string> expected;
     std::string email;
     for (const RecordedRead& read : reads) {
-        if (!read.fromClient && read.bytes.starts_with("USR")) email = word(read.bytes, 3);
+        if (!read.fromClient && read.bytes.starts_with("USR")) email = word(read.bytes, 3).value();
         expected.push_back(treated(read, email));
     }
     replayAndCompare(reads, expected);

@@ -2,7 +2,7 @@
 
 #include "ui/common/FlashButton.h"
 #include "ui/common/Form.h"
-#include "ui/common/headings.h"
+#include "ui/common/labels.h"
 
 #include <QFrame>
 

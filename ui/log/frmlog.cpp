@@ -5,10 +5,13 @@
 #include "ui/common/look.h"
 #include "ui/common/shownText.h"
 
+#include <QApplication>
+#include <QFontMetrics>
 #include <QPainter>
 #include <QResizeEvent>
 #include <QShortcut>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -52,6 +55,44 @@ void paintCross(QPainter& painter) {
 void moveTo(QWidget& control, int left, int top) { control.move(pixels(left), pixels(top)); }
 
 }  // namespace
+
+void LogLines::clear() {
+    beginResetModel();
+    lines.clear();
+    published = 0;
+    endResetModel();
+}
+
+void LogLines::publish() {
+    if (published == lines.size()) return;
+    beginInsertRows({}, static_cast<int>(published), static_cast<int>(lines.size()) - 1);
+    published = lines.size();
+    endInsertRows();
+}
+
+std::string LogLines::at(int index) const {
+    const auto place = static_cast<std::size_t>(index);
+    return index >= 0 && place < published ? lines[place] : std::string();
+}
+
+int LogLines::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(published);
+}
+
+QVariant LogLines::data(const QModelIndex& index, int role) const {
+    if (role != Qt::DisplayRole) return {};
+    return shownLine(at(index.row()));
+}
+
+void LogLineDelegate::makeRoomFor(const std::string& line) {
+    const QFontMetrics metrics(QApplication::font());
+    widest = std::max(widest, metrics.horizontalAdvance(shownLine(line)));
+}
+
+QSize LogLineDelegate::sizeHint(const QStyleOptionViewItem& option,
+                                const QModelIndex& /*index*/) const {
+    return {widest + 2 * look::gap, option.fontMetrics.height() + 3};
+}
 
 frmlog::frmlog(Clock& clock, MessageBox& messageBox)
     : Form("Cobweave - Log", 6360, 3210), clock(clock), messageBox(messageBox) {

@@ -43,9 +43,10 @@ void frmoptions::addTexts() {
     };
     for (const auto& [toggle, name] : headings)
         toggle.setHeading(findChild<QLabel*>(name)->text());
-    prefix.setAccessibleName("Prefix");
-    postfix.setAccessibleName("Postfix");
-    Combo1.setAccessibleName("Inital Sign In Status");
+    const std::pair<QWidget&, const char*> boxes[] = {
+        {Combo1, "Label9"}, {prefix, "Label8"}, {postfix, "Label16"}};
+    for (const auto& [box, name] : boxes)
+        box.setAccessibleName(findChild<QLabel*>(name)->text());
     Text1.setAccessibleName("Window Caption");
     for (const std::string_view status : statusNames)
         Combo1.addItem(toQString(status));

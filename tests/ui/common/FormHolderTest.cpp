@@ -4,7 +4,7 @@
 
 namespace {
 
-/// The windows that are made anew for each showing.
+/// A window that is made anew for each showing.
 using FreshWindow = OptionsFixture;
 
 TEST_F(FreshWindow, IsNotMadeBeforeItIsShown) { EXPECT_EQ(countOf("Cobweave - Options"), 0); }
