@@ -30,17 +30,17 @@ void setHandler(void (*handler)(int)) {
 
 }  // namespace
 
-EndSignals::EndSignals(Reactor& reactor, Event<> arrived)
-    : reactor(reactor), arrived(std::move(arrived)) {
+EndSignals::EndSignals(Readiness& readiness, Event<> arrived)
+    : readiness(readiness), arrived(std::move(arrived)) {
     raised = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
     if (raised < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
-    reactor.add(raised, {.receiving = true}, *this);
+    readiness.add(raised, {.receiving = true}, *this);
     setHandler(handleSignal);
 }
 
 EndSignals::~EndSignals() {
     setHandler(SIG_DFL);
-    reactor.remove(raised, *this);
+    readiness.remove(raised, *this);
     close(std::exchange(raised, -1));
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "base/Event.h"
-#include "platform/linux/Reactor.h"
+#include "platform/shared/Readiness.h"
 
-/// SIGINT and SIGTERM as an event of the reactor. One object at a time.
+/// SIGINT and SIGTERM as an event. One object at a time.
 class EndSignals final : private Readiness::Watched {
 public:
-    EndSignals(Reactor& reactor, Event<> arrived);
+    EndSignals(Readiness& readiness, Event<> arrived);
     ~EndSignals();
     EndSignals(const EndSignals&) = delete;
     EndSignals& operator=(const EndSignals&) = delete;
@@ -14,6 +14,6 @@ public:
 private:
     void ready(Readiness::Ready now) override;
 
-    Reactor& reactor;
+    Readiness& readiness;
     Event<> arrived;
 };

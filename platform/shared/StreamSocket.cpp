@@ -28,31 +28,31 @@ bool isFailure(const Outcome& outcome) {
     throw Failure(systemSockets::troubleOf(outcome.error).description);
 }
 
-/// A part of a dotted address, which is taken off its front. Fails when there is none.
-std::uint32_t takeByte(std::string_view& dotted) {
+/// The number at the front of a dotted address, which is taken off.
+std::optional<std::uint32_t> takeByte(std::string_view& dotted) {
     std::uint8_t value = 0;
     const char* const end = dotted.data() + dotted.size();
     const auto [stop, error] = std::from_chars(dotted.data(), end, value);
+    if (error != std::errc()) return std::nullopt;
     const auto digits = static_cast<std::size_t>(stop - dotted.data());
     // A zero ahead of others would be the sign of an octal number to some.
-    if (error != std::errc() || (digits > 1 && dotted.front() == '0')) {
-        throw Failure("not an address");
-    }
+    if (digits > 1 && dotted.front() == '0') return std::nullopt;
     dotted.remove_prefix(digits);
     return value;
 }
 
-/// Fails when it is no dotted IPv4 address.
-std::uint32_t parsedAddress(std::string_view dotted) {
+/// The dotted IPv4 address that `dotted` is.
+std::optional<std::uint32_t> addressIn(std::string_view dotted) {
     constexpr unsigned bitsPerByte = 8;
-    std::uint32_t address = takeByte(dotted);
-    for (int part = 1; part < 4; ++part) {
-        if (!dotted.starts_with('.')) throw Failure("not an address");
+    auto address = takeByte(dotted);
+    for (int part = 1; address && part < 4; ++part) {
+        if (!dotted.starts_with('.')) return std::nullopt;
         dotted.remove_prefix(1);
-        address = address << bitsPerByte | takeByte(dotted);
+        const auto byte = takeByte(dotted);
+        if (!byte) return std::nullopt;
+        address = *address << bitsPerByte | *byte;
     }
-    if (!dotted.empty()) throw Failure("not an address");
-    return address;
+    return dotted.empty() ? address : std::nullopt;
 }
 
 }  // namespace
@@ -103,7 +103,7 @@ void StreamSocket::Accept(RequestId requestID) {
 
 void StreamSocket::Connect(std::string_view remoteHost, std::int32_t remotePort) {
     failUnlessClosed();
-    const std::uint32_t host = parsedAddress(remoteHost);
+    const std::uint32_t host = need(addressIn(remoteHost));
     const auto port = need(checked<std::uint16_t>(remotePort));
     const NewSocket opened = systemSockets::open();
     if (opened.socket == noSocket) fail(opened.outcome);

@@ -1,6 +1,6 @@
 #include "stores/NotesStore.h"
 
-#include "tests/platform/linux/forked.h"
+#include "tests/support/linux/forked.h"
 #include "tests/stores/NotesFile.h"
 
 #include <gmock/gmock.h>

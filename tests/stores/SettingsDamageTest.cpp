@@ -1,6 +1,6 @@
 #include "stores/SettingsStore.h"
 
-#include "tests/platform/linux/forked.h"
+#include "tests/support/linux/forked.h"
 #include "tests/stores/StoreFolder.h"
 
 #include <gmock/gmock.h>

@@ -1,88 +1,63 @@
 #include "tests/support/Peer.h"
 
+#include "tests/support/system.h"
+
 #include <array>
-#include <cerrno>
-#include <cstring>
 #include <random>
+#include <span>
 #include <stdexcept>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
-#include <poll.h>
-#include <sys/socket.h>
+using testSystem::Direction;
 
 namespace {
 
-[[noreturn]] void fail(const std::string& what) {
-    throw std::runtime_error(what + ": " + std::strerror(errno));
-}
-
-sockaddr_in loopback(std::uint16_t port) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(port);
-    return address;
-}
-
-const sockaddr* generic(const sockaddr_in& address) {
-    return reinterpret_cast<const sockaddr*>(&address);
-}
-
-void waitUntil(int descriptor, short events, const char* what) {
-    pollfd entry{descriptor, events, 0};
-    const auto limit = std::chrono::milliseconds(waitLimit).count();
-    if (poll(&entry, 1, static_cast<int>(limit)) != 1) {
+void waitUntilPossible(SocketHandle socket, Direction direction, const char* what) {
+    if (!testSystem::becomesPossible(socket, direction, waitLimit)) {
         throw std::runtime_error(std::string("waited in vain to ") + what);
+    }
+}
+
+/// How many bytes one read gives, once there is something to read.
+std::size_t receiveSome(SocketHandle socket, std::span<char> buffer) {
+    for (;;) {
+        waitUntilPossible(socket, Direction::Receiving, "receive");
+        if (const auto count = testSystem::receiveSome(socket, buffer)) return *count;
     }
 }
 
 }  // namespace
 
-Peer::Peer(Descriptor connected) : descriptor(std::move(connected)) {
-    const int one = 1;
-    setsockopt(handle(), IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
+void TestSocket::close() {
+    const SocketHandle closed = std::exchange(number, systemSockets::noSocket);
+    if (closed != systemSockets::noSocket) testSystem::closeSocket(closed);
 }
 
-Peer Peer::connectedTo(std::uint16_t port) {
-    Descriptor descriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    const sockaddr_in address = loopback(port);
-    if (connect(descriptor.get(), generic(address), sizeof address) != 0) fail("connect");
-    return Peer(std::move(descriptor));
-}
+Peer Peer::connectedTo(std::uint16_t port) { return Peer(TestSocket(testSystem::connectTo(port))); }
 
 void Peer::send(std::string_view bytes) {
     while (!bytes.empty()) {
-        waitUntil(handle(), POLLOUT, "send");
-        const ssize_t sent =
-            ::send(handle(), bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-        if (sent < 0 && errno != EAGAIN) fail("send");
-        if (sent > 0) bytes.remove_prefix(static_cast<std::size_t>(sent));
+        waitUntilPossible(handle(), Direction::Sending, "send");
+        bytes.remove_prefix(sendNow(bytes));
     }
 }
 
+std::size_t Peer::sendNow(std::string_view bytes) { return testSystem::sendSome(handle(), bytes); }
+
 std::string Peer::receiveOnce() {
-    waitUntil(handle(), POLLIN, "receive");
     std::array<char, 65536> buffer;
-    const ssize_t count = recv(handle(), buffer.data(), buffer.size(), 0);
-    if (count < 0 && errno != ECONNRESET) fail("recv");
-    return {buffer.data(), static_cast<std::size_t>(count < 0 ? 0 : count)};
+    return {buffer.data(), receiveSome(handle(), buffer)};
 }
 
 std::string Peer::receive(std::size_t count) {
     std::string received(count, '\0');
-    std::size_t have = 0;
-    while (have < count) {
-        waitUntil(handle(), POLLIN, "receive");
-        const ssize_t more = recv(handle(), received.data() + have, count - have, 0);
-        if (more < 0) fail("recv");
+    for (std::size_t have = 0; have < count;) {
+        const std::size_t more = receiveSome(handle(), std::span(received).subspan(have));
         if (more == 0) {
             received.resize(have);
             throw std::runtime_error("closed after " + std::to_string(have) + " of " +
                                      std::to_string(count) + " bytes: " + escaped(received));
         }
-        have += static_cast<std::size_t>(more);
+        have += more;
     }
     return received;
 }
@@ -94,36 +69,41 @@ std::string Peer::receiveToEnd() {
     return all;
 }
 
-bool Peer::isSilent() const {
-    pollfd entry{handle(), POLLIN, 0};
-    return poll(&entry, 1, 0) == 0;
+std::string Peer::receiveNow() {
+    std::string all;
+    std::array<char, 65536> buffer;
+    for (;;) {
+        const std::size_t count = testSystem::receiveSome(handle(), buffer).value_or(0);
+        if (count == 0) return all;
+        all.append(buffer.data(), count);
+    }
 }
 
-void Peer::finishSending() { shutdown(handle(), SHUT_WR); }
+bool Peer::isSilent() const {
+    return !testSystem::becomesPossible(handle(), Direction::Receiving, {});
+}
+
+void Peer::finishSending() { testSystem::finishSending(handle()); }
 
 void Peer::breakOff() {
-    const linger atOnce{1, 0};
-    setsockopt(handle(), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+    testSystem::prepareToBreakOff(handle());
     close();
 }
 
-Server::Server() : descriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+Server::Server() {
     std::random_device random;
     std::uniform_int_distribution<int> anyPort(20000, 32767);
     for (int tries = 0; tries < 1000; ++tries) {
         boundPort = static_cast<std::uint16_t>(anyPort(random));
-        const sockaddr_in address = loopback(boundPort);
-        if (bind(descriptor.get(), generic(address), sizeof address) == 0 &&
-            listen(descriptor.get(), SOMAXCONN) == 0) {
-            return;
-        }
+        socket = TestSocket(testSystem::listenOn(boundPort));
+        if (socket.handle() != systemSockets::noSocket) return;
     }
-    fail("no free port for a server");
+    throw std::runtime_error("no free port for a server");
 }
 
 Peer Server::accept() {
-    waitUntil(descriptor.get(), POLLIN, "accept");
-    return Peer(Descriptor(::accept4(descriptor.get(), nullptr, nullptr, SOCK_CLOEXEC)));
+    waitUntilPossible(socket.handle(), Direction::Receiving, "accept");
+    return Peer(TestSocket(testSystem::acceptOne(socket.handle())));
 }
 
 std::string escaped(std::string_view bytes) {

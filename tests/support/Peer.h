@@ -1,22 +1,40 @@
 #pragma once
 
-#include "platform/linux/Descriptor.h"
+#include "platform/shared/systemSockets.h"
+#include "tests/support/waiting.h"
 
-#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <thread>
+#include <utility>
 
-/// How long a test waits for what must come. Nothing that goes well takes anywhere near it.
-constexpr std::chrono::seconds waitLimit{20};
+/// A socket of the tests that is closed with its owner.
+class TestSocket {
+public:
+    TestSocket() = default;
+    explicit TestSocket(SocketHandle number) : number(number) {}
+    TestSocket(TestSocket&& other) noexcept
+        : number(std::exchange(other.number, systemSockets::noSocket)) {}
+    TestSocket& operator=(TestSocket&& other) noexcept {
+        std::swap(number, other.number);
+        return *this;
+    }
+    ~TestSocket() { close(); }
+
+    void close();
+    [[nodiscard]] SocketHandle handle() const { return number; }
+
+private:
+    SocketHandle number = systemSockets::noSocket;
+};
 
 /// One end of a TCP connection on loopback, as a client or a server has it. Its calls wait, at most
 /// for the common limit, and throw `std::runtime_error` when that runs out.
 class Peer {
 public:
     Peer() = default;
-    explicit Peer(Descriptor connected);
+    explicit Peer(TestSocket connected) : socket(std::move(connected)) {}
 
     [[nodiscard]] static Peer connectedTo(std::uint16_t port);
 
@@ -30,18 +48,23 @@ public:
     /// Nothing has arrived and is waiting to be read, and the other end is still there.
     [[nodiscard]] bool isSilent() const;
 
+    /// Sends as much as is taken without waiting, and returns how much that was.
+    [[nodiscard]] std::size_t sendNow(std::string_view bytes);
+    /// What has arrived by now.
+    [[nodiscard]] std::string receiveNow();
+
     /// Waits until the other end has closed or broken the connection.
     void waitForEnd() { (void)receiveToEnd(); }
     /// No more bytes from this end; the other direction goes on.
     void finishSending();
     /// Closes so that the other end sees a broken connection.
     void breakOff();
-    void close() { descriptor.reset(); }
+    void close() { socket.close(); }
 
-    [[nodiscard]] int handle() const { return descriptor.get(); }
+    [[nodiscard]] SocketHandle handle() const { return socket.handle(); }
 
 private:
-    Descriptor descriptor;
+    TestSocket socket;
 };
 
 /// A listening socket on a free port of loopback.
@@ -52,24 +75,14 @@ public:
 
     [[nodiscard]] std::uint16_t port() const { return boundPort; }
     [[nodiscard]] Peer accept();
-    void close() { descriptor.reset(); }
-    [[nodiscard]] int handle() const { return descriptor.get(); }
+    void close() { socket.close(); }
+
+    [[nodiscard]] SocketHandle handle() const { return socket.handle(); }
 
 private:
-    Descriptor descriptor;
+    TestSocket socket;
     std::uint16_t boundPort = 0;
 };
-
-/// Waits for a condition to become true; false when the limit runs out before.
-template <typename Condition>
-[[nodiscard]] bool becomesTrue(Condition condition) {
-    const auto deadline = std::chrono::steady_clock::now() + waitLimit;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline) return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return true;
-}
 
 /// The bytes with all that cannot be printed written as "\xNN", for failures to be read.
 [[nodiscard]] std::string escaped(std::string_view bytes);

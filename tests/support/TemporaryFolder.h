@@ -1,18 +1,20 @@
 #pragma once
 
 #include <filesystem>
-#include <stdexcept>
+#include <random>
 #include <string>
+#include <system_error>
 
-#include <stdlib.h>
-
-/// A folder that is gone with its owner.
+/// A folder that is gone with its owner, for this user alone.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "cobweave-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        folder = name;
+        std::random_device random;
+        do {
+            folder = std::filesystem::temp_directory_path() /
+                     ("cobweave-" + std::to_string(random()) + std::to_string(random()));
+        } while (!std::filesystem::create_directory(folder));
+        std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
     }
     ~TemporaryFolder() {
         std::error_code ignored;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/system.h"
+
 #include <cstdlib>
 #include <optional>
 #include <string>
@@ -18,11 +20,7 @@ public:
 
 private:
     void set(const std::optional<std::string>& value) const {
-        if (value) {
-            setenv(name.c_str(), value->c_str(), 1);
-        } else {
-            unsetenv(name.c_str());
-        }
+        testSystem::setVariable(name, value);
     }
 
     std::string name;

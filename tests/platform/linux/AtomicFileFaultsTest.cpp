@@ -1,7 +1,7 @@
 #include "platform/AtomicFile.h"
 
-#include "tests/platform/shared/ReplacedFile.h"
-#include "tests/platform/shared/descriptors.h"
+#include "tests/platform/linux/GuardedFile.h"
+#include "tests/support/system.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -48,7 +48,7 @@ using testing::ElementsAre;
 using testing::StartsWith;
 namespace fs = std::filesystem;
 
-class FaultyDisk : public ReplacedFile {
+class FaultyDisk : public GuardedFile {
 protected:
     ~FaultyDisk() override { onSync = nullptr; }
 
@@ -74,7 +74,7 @@ TEST_F(FaultyDisk, HasTheNewContentBeforeItTakesThePlaceOfTheOldAndThenTheFolder
 
 TEST_F(FaultyDisk, LeavesTheOldFileWhenItDoesNotTakeTheNewContent) {
     failOnce(false, EIO);
-    EXPECT_THAT(replaceFile(path, "new"), fails(EIO));
+    EXPECT_THAT(replaceFile(path, "new"), failsWith(EIO));
     expectUntouched();
     EXPECT_THAT(replaceFile(path, "new"), succeeds());
     EXPECT_EQ(read(), "new");
@@ -82,7 +82,7 @@ TEST_F(FaultyDisk, LeavesTheOldFileWhenItDoesNotTakeTheNewContent) {
 
 TEST_F(FaultyDisk, IsToldOfWhenItMayForgetTheChange) {
     failOnce(true, EIO);
-    EXPECT_THAT(replaceFile(path, "new"), fails(EIO));
+    EXPECT_THAT(replaceFile(path, "new"), failsWith(EIO));
     EXPECT_EQ(read(), "new");
     EXPECT_THAT(names(), ElementsAre("file"));
 }
@@ -103,7 +103,7 @@ TEST_F(FaultyDisk, IsAskedAgainAfterASignal) {
 }
 
 /// A process whose files may not grow beyond some size, as on a disk that is nearly full.
-class FullDisk : public ReplacedFile {
+class FullDisk : public GuardedFile {
 protected:
     static void limit(rlim_t size) {
         rlimit limit{};
@@ -124,9 +124,9 @@ protected:
 TEST_F(FullDisk, LeavesTheOldFile) {
     for (const rlim_t room : {0, 1, 4096, 9999}) {
         EXPECT_TRUE(passesForked([&] {
-            const std::size_t descriptors = countDescriptors();
-            EXPECT_THAT(replaceWithin(room, path), fails(EFBIG));
-            EXPECT_EQ(countDescriptors(), descriptors);
+            const std::size_t descriptors = testSystem::countDescriptors();
+            EXPECT_THAT(replaceWithin(room, path), failsWith(EFBIG));
+            EXPECT_EQ(testSystem::countDescriptors(), descriptors);
         }));
         expectUntouched();
     }
@@ -134,7 +134,7 @@ TEST_F(FullDisk, LeavesTheOldFile) {
 
 TEST_F(FullDisk, LeavesNothingWhereNoFileWas) {
     fs::remove(path);
-    EXPECT_TRUE(passesForked([this] { EXPECT_THAT(replaceWithin(4096, path), fails(EFBIG)); }));
+    EXPECT_TRUE(passesForked([this] { EXPECT_THAT(replaceWithin(4096, path), failsWith(EFBIG)); }));
     EXPECT_TRUE(fs::is_empty(folder));
 }
 
@@ -143,14 +143,14 @@ TEST_F(FullDisk, TakesTheFileThatJustFits) {
     EXPECT_EQ(read(), std::string(10'000, 'x'));
 }
 
-class ClosedPlace : public ReplacedFile {
+class ClosedPlace : public GuardedFile {
 protected:
     ClosedPlace() { giveAway(); }
 
     [[nodiscard]] bool failsForNobody(int error) const {
         return passesForked([=, this] {
             becomeNobody();
-            EXPECT_THAT(replaceFile(path, "new"), fails(error));
+            EXPECT_THAT(replaceFile(path, "new"), failsWith(error));
         });
     }
 };
@@ -183,18 +183,18 @@ TEST_F(ClosedPlace, IsLeftAloneWhenTheFolderCannotBeMade) {
 }
 
 TEST_F(ClosedPlace, IsLeftAloneWhenTheFolderIsAFile) {
-    EXPECT_THAT(replaceFile(path / "file", "new"), fails(ENOTDIR));
-    EXPECT_THAT(replaceFile(path / "deeper" / "file", "new"), fails(ENOTDIR));
+    EXPECT_THAT(replaceFile(path / "file", "new"), failsWith(ENOTDIR));
+    EXPECT_THAT(replaceFile(path / "deeper" / "file", "new"), failsWith(ENOTDIR));
     expectUntouched();
 }
 
 TEST_F(ClosedPlace, IsLeftAloneWhenTheNameIsTooLong) {
-    EXPECT_THAT(replaceFile(folder / std::string(256, 'x'), "new"), fails(ENAMETOOLONG));
+    EXPECT_THAT(replaceFile(folder / std::string(256, 'x'), "new"), failsWith(ENAMETOOLONG));
     expectUntouched();
 }
 
 TEST_F(ClosedPlace, IsLeftAloneWhenItIsAFolder) {
-    EXPECT_THAT(replaceFile(folder, "new"), fails(EISDIR));
+    EXPECT_THAT(replaceFile(folder, "new"), failsWith(EISDIR));
     expectUntouched();
 }
 
@@ -227,7 +227,7 @@ private:
     pid_t process;
 };
 
-TEST_F(ReplacedFile, IsWholeAtEachLookWhileItsWriterWritesAndIsKilled) {
+TEST_F(GuardedFile, IsWholeAtEachLookWhileItsWriterWritesAndIsKilled) {
     // Of other lengths, so that neither covers the other.
     const std::string first(100'000, 'a');
     const std::string second(300'000, 'b');

@@ -1,7 +1,8 @@
 #include "platform/shared/StreamSocket.h"
 
-#include "tests/platform/linux/forked.h"
+#include "platform/linux/Descriptor.h"
 #include "tests/platform/shared/Sockets.h"
+#include "tests/support/linux/forked.h"
 
 #include <gtest/gtest.h>
 
@@ -15,42 +16,11 @@
 
 namespace {
 
-using Descriptors = Sockets;
+using SystemSocket = Sockets;
 
-TEST_F(Descriptors, GoBackWhenTheOtherEndClosesThoughTheSocketLivesOn) {
-    const std::size_t before = countDescriptors();
-    Accepted pair(*this);
-    EXPECT_EQ(countDescriptors(), before + 2);
-    pair.peer.close();
-    ASSERT_TRUE(loop.runUntil([&] { return !pair.socket.events.empty(); }));
-    EXPECT_EQ(pair.socket->State(), SocketState::Closing);
-    EXPECT_EQ(countDescriptors(), before);
-}
-
-TEST_F(Descriptors, GoBackWhenTheConnectionBreaksThoughTheSocketLivesOn) {
-    const std::size_t before = countDescriptors();
-    Accepted pair(*this);
-    pair.peer.breakOff();
-    ASSERT_TRUE(loop.runUntil([&] { return !pair.socket.events.empty(); }));
-    EXPECT_EQ(countDescriptors(), before);
-}
-
-TEST_F(Descriptors, GoBackAtClose) {
-    Accepted pair(*this);
-    const std::size_t before = countDescriptors();
-    pair.socket->Close();
-    EXPECT_EQ(countDescriptors(), before - 1);
-}
-
-TEST_F(Descriptors, GoBackWithTheSocket) {
-    const std::size_t before = countDescriptors();
-    { const Accepted pair(*this); }
-    EXPECT_EQ(countDescriptors(), before);
-}
-
-TEST_F(Descriptors, AreNotPassedOnToPrograms) {
+TEST_F(SystemSocket, IsNotPassedOnToPrograms) {
     const Accepted pair(*this);
-    EXPECT_NE(fcntl(pair.descriptor(), F_GETFD) & FD_CLOEXEC, 0);
+    EXPECT_NE(fcntl(pair.handle(), F_GETFD) & FD_CLOEXEC, 0);
 }
 
 rlimit descriptorLimit() {
@@ -67,9 +37,9 @@ void setSoftLimit(rlim_t descriptors) {
 
 TEST(StreamNetwork, RaisesTheLimitOfDescriptors) {
     EXPECT_TRUE(passesForked([] {
-        PollLoop loop;
+        SocketLoop loop;
         setSoftLimit(64);
-        const StreamNetwork network(loop.reactor, loop);
+        const StreamNetwork network(loop.readiness, loop);
         EXPECT_EQ(descriptorLimit().rlim_cur, descriptorLimit().rlim_max);
     }));
 }
@@ -80,7 +50,7 @@ public:
     CrowdedListener() {
         EXPECT_EQ((*listener)->Listen(0), std::nullopt);
         (*listener)->ConnectionRequest = [this](RequestId requestID) {
-            accepted.push_back(std::make_unique<ToldSocket>(network));
+            accepted.push_back(std::make_unique<RecordedSocket>(network));
             (*accepted.back())->Accept(requestID);
         };
         serveOnceWithPlenty();
@@ -97,10 +67,10 @@ public:
         EXPECT_EQ(accepted.size(), count);
     }
 
-    PollLoop loop;
-    StreamNetwork network{loop.reactor, loop};
-    std::optional<ToldSocket> listener{std::in_place, network};
-    std::vector<std::unique_ptr<ToldSocket>> accepted;
+    SocketLoop loop;
+    StreamNetwork network{loop.readiness, loop};
+    std::optional<RecordedSocket> listener{std::in_place, network};
+    std::vector<std::unique_ptr<RecordedSocket>> accepted;
     Peer first;
     Peer second;
     Descriptor spare;
@@ -127,7 +97,7 @@ TEST(CrowdedListener, TakesTheNextClientWhenAConnectionGivesADescriptorBack) {
         crowd.waitForClients(1);
         (*crowd.accepted.front())->Close();
         // At once, and not when it would have looked by itself.
-        crowd.loop.reactor.dispatch();
+        crowd.loop.readiness.dispatch();
         ASSERT_EQ(crowd.accepted.size(), 2U);
         (*crowd.accepted.back())->SendData("x");
         EXPECT_EQ(crowd.second.receive(1), "x");
@@ -149,8 +119,7 @@ TEST(CrowdedListener, IsNotAskedAgainAndAgain) {
         crowd.waitForClients(1);
         // A client waits, and yet there is nothing to do before the next look.
         EXPECT_TRUE(crowd.loop.timers.nextDue().has_value());
-        pollfd entry{crowd.loop.reactor.descriptor(), POLLIN, 0};
-        EXPECT_EQ(poll(&entry, 1, 0), 0);
+        EXPECT_FALSE(crowd.loop.isReady());
         // The look itself finds no descriptor, and the next one is waited for.
         const auto due = crowd.loop.timers.nextDue();
         ASSERT_TRUE(crowd.loop.runUntil([&] { return crowd.loop.timers.nextDue() != due; }));

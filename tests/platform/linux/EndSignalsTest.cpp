@@ -1,6 +1,6 @@
 #include "platform/linux/EndSignals.h"
 
-#include "tests/platform/shared/PollLoop.h"
+#include "tests/platform/shared/SocketLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -10,12 +10,12 @@ namespace {
 
 class EndRequest : public testing::TestWithParam<int> {
 protected:
-    PollLoop loop;
+    SocketLoop loop;
     int count = 0;
 };
 
 TEST_P(EndRequest, ArrivesAsAnEvent) {
-    const EndSignals signals(loop.reactor, [this] { ++count; });
+    const EndSignals signals(loop.readiness, [this] { ++count; });
     raise(GetParam());
     EXPECT_EQ(count, 0);
     EXPECT_TRUE(loop.runUntil([this] { return count > 0; }));
@@ -23,7 +23,7 @@ TEST_P(EndRequest, ArrivesAsAnEvent) {
 }
 
 TEST_P(EndRequest, ArrivesAgain) {
-    const EndSignals signals(loop.reactor, [this] { ++count; });
+    const EndSignals signals(loop.readiness, [this] { ++count; });
     raise(GetParam());
     ASSERT_TRUE(loop.runUntil([this] { return count == 1; }));
     raise(GetParam());
@@ -31,7 +31,7 @@ TEST_P(EndRequest, ArrivesAgain) {
 }
 
 TEST_P(EndRequest, ArrivesOnceWhenItIsRepeatedBeforeTheLoopHasLooked) {
-    const EndSignals signals(loop.reactor, [this] { ++count; });
+    const EndSignals signals(loop.readiness, [this] { ++count; });
     raise(GetParam());
     raise(GetParam());
     ASSERT_TRUE(loop.runUntil([this] { return count > 0; }));
@@ -41,7 +41,7 @@ TEST_P(EndRequest, ArrivesOnceWhenItIsRepeatedBeforeTheLoopHasLooked) {
 
 TEST_P(EndRequest, EndsTheProcessAgainWhenNobodyListensAnyMore) {
     {
-        const EndSignals signals(loop.reactor, [] {});
+        const EndSignals signals(loop.readiness, [] {});
     }
     EXPECT_EXIT(raise(GetParam()), testing::KilledBySignal(GetParam()), "");
 }

@@ -1,5 +1,4 @@
 #include "platform/Clock.h"
-#include "tests/support/Variable.h"
 
 #include <gtest/gtest.h>
 
@@ -9,64 +8,39 @@
 
 namespace {
 
-class LocalClock : public testing::Test {
-protected:
-    /// What the system's own clock gives by this form, in the language of the process, which is C.
-    [[nodiscard]] static std::string now(const char* form) {
-        const std::time_t moment = std::time(nullptr);
-        char text[64];
-        return {text, std::strftime(text, sizeof text, form, std::localtime(&moment))};
-    }
-
-    /// The time in a zone so far east, by a way that no zone changes.
-    [[nodiscard]] static std::string fiveHoursAnd47MinutesOn() {
-        const std::time_t moment = std::time(nullptr) + (5 * 60 + 47) * 60;
-        char text[64];
-        return {text, std::strftime(text, sizeof text, "%H:%M:%S", std::gmtime(&moment))};
-    }
-
-    /// `text()` was right at one moment of the call.
-    template <typename Text>
-    [[nodiscard]] static bool isNow(const char* form, Text text) {
-        const std::string before = now(form);
-        const std::string given = text();
-        return given == before || given == now(form);
-    }
-
-    Variable language{"LC_ALL", "C"};
-    Variable zone{"TZ", std::nullopt};
-};
-
-TEST_F(LocalClock, WritesTheTimeWithHoursMinutesAndSeconds) {
-    const auto clock = makeClock();
-    EXPECT_TRUE(isNow("%H:%M:%S", [&] { return clock->timeText(); })) << clock->timeText();
+/// The local time now by this form, in the language of the process, which is C.
+std::string now(const char* form) {
+    const std::time_t moment = std::time(nullptr);
+    char text[64];
+    return {text, std::strftime(text, sizeof text, form, std::localtime(&moment))};
 }
 
-TEST_F(LocalClock, WritesTheDateWithMonthDayAndYear) {
-    const auto clock = makeClock();
-    EXPECT_TRUE(isNow("%m/%d/%y", [&] { return clock->dateText(); })) << clock->dateText();
+/// Whether `text()` has within it what the form gave at one moment of the call. How the user's
+/// language orders and separates the parts is its own matter.
+template <typename Text>
+bool hasNow(const char* form, Text text) {
+    const std::string before = now(form);
+    const std::string given = text();
+    return given.find(before) != std::string::npos || given.find(now(form)) != std::string::npos;
 }
 
-TEST_F(LocalClock, FollowsTheTimeZoneWhileItRuns) {
+TEST(SystemClock, WritesTheTimeWithMinutesAndSeconds) {
     const auto clock = makeClock();
-    const Variable here("TZ", "Here0");
-    ASSERT_TRUE(isNow("%H:%M:%S", [&] { return clock->timeText(); }));
-    const Variable elsewhere("TZ", "Elsewhere-5:47");
-    const std::string before = fiveHoursAnd47MinutesOn();
-    const std::string given = clock->timeText();
-    EXPECT_TRUE(given == before || given == fiveHoursAnd47MinutesOn()) << given;
+    EXPECT_TRUE(hasNow("%M", [&] { return clock->timeText(); })) << clock->timeText();
+    EXPECT_TRUE(hasNow("%S", [&] { return clock->timeText(); })) << clock->timeText();
 }
 
-TEST_F(LocalClock, WritesInTheFormOfCWhereTheLanguageIsNotInstalled) {
-    const Variable unknown("LC_ALL", "xx_XX.UTF-8");
+TEST(SystemClock, WritesTheDateWithDayAndYear) {
     const auto clock = makeClock();
-    EXPECT_TRUE(isNow("%H:%M:%S", [&] { return clock->timeText(); })) << clock->timeText();
+    EXPECT_TRUE(hasNow("%d", [&] { return clock->dateText(); })) << clock->dateText();
+    EXPECT_TRUE(hasNow("%y", [&] { return clock->dateText(); })) << clock->dateText();
 }
 
-TEST_F(LocalClock, LeavesTheLanguageOfTheProcessAsItIs) {
+TEST(SystemClock, LeavesTheLanguageOfTheProcessAsItIs) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
-    const Variable other("LC_ALL", "C.UTF-8");
-    (void)makeClock()->timeText();
+    const auto clock = makeClock();
+    (void)clock->timeText();
+    (void)clock->dateText();
     EXPECT_EQ(std::setlocale(LC_ALL, nullptr), before);
 }
 

@@ -76,4 +76,37 @@ TEST_F(Connection, CanBeClosedWithinAnArrival) {
     EXPECT_THAT(socket.events, IsEmpty());
 }
 
+using Descriptors = Sockets;
+
+TEST_F(Descriptors, GoBackWhenTheOtherEndClosesThoughTheSocketLivesOn) {
+    const std::size_t before = testSystem::countDescriptors();
+    Accepted pair(*this);
+    EXPECT_EQ(testSystem::countDescriptors(), before + 2);
+    pair.peer.close();
+    ASSERT_TRUE(loop.runUntil([&] { return !pair.socket.events.empty(); }));
+    EXPECT_EQ(pair.socket->State(), SocketState::Closing);
+    EXPECT_EQ(testSystem::countDescriptors(), before);
+}
+
+TEST_F(Descriptors, GoBackWhenTheConnectionBreaksThoughTheSocketLivesOn) {
+    const std::size_t before = testSystem::countDescriptors();
+    Accepted pair(*this);
+    pair.peer.breakOff();
+    ASSERT_TRUE(loop.runUntil([&] { return !pair.socket.events.empty(); }));
+    EXPECT_EQ(testSystem::countDescriptors(), before);
+}
+
+TEST_F(Descriptors, GoBackAtClose) {
+    Accepted pair(*this);
+    const std::size_t before = testSystem::countDescriptors();
+    pair.socket->Close();
+    EXPECT_EQ(testSystem::countDescriptors(), before - 1);
+}
+
+TEST_F(Descriptors, GoBackWithTheSocket) {
+    const std::size_t before = testSystem::countDescriptors();
+    { const Accepted pair(*this); }
+    EXPECT_EQ(testSystem::countDescriptors(), before);
+}
+
 }  // namespace

@@ -6,33 +6,32 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <netinet/in.h>
-#include <netinet/tcp.h>
-#include <sys/socket.h>
+#include <utility>
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-void expectNoDelay(int descriptor) {
-    ASSERT_GE(descriptor, 0);
-    int noDelay = 0;
-    socklen_t size = sizeof noDelay;
-    ASSERT_EQ(getsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &noDelay, &size), 0);
-    EXPECT_NE(noDelay, 0);
+TEST(SocketState, HasTheNumbersThatTheProgramKnows) {
+    EXPECT_EQ(static_cast<int>(SocketState::Closed), 0);
+    EXPECT_EQ(static_cast<int>(SocketState::Listening), 2);
+    EXPECT_EQ(static_cast<int>(SocketState::Connecting), 6);
+    EXPECT_EQ(static_cast<int>(SocketState::Connected), 7);
+    EXPECT_EQ(static_cast<int>(SocketState::Closing), 8);
+    EXPECT_EQ(static_cast<int>(SocketState::Error), 9);
 }
 
 using Socket = Sockets;
 
 TEST_F(Socket, IsClosedAtFirst) {
-    const ToldSocket socket(network);
+    const RecordedSocket socket(network);
     EXPECT_EQ(socket->State(), SocketState::Closed);
     EXPECT_EQ(socket->LocalPort(), 0);
 }
 
 TEST_F(Socket, ListensOnAPortOfItsOwn) {
-    const ToldSocket listener(network);
+    const RecordedSocket listener(network);
     EXPECT_EQ(listener->Listen(0), std::nullopt);
     EXPECT_EQ(listener->State(), SocketState::Listening);
     EXPECT_NE(listener->LocalPort(), 0);
@@ -43,14 +42,14 @@ TEST_F(Socket, ListensOnAPortOfItsOwn) {
 
 TEST_F(Socket, TellsWhenThePortIsInUse) {
     const Server other;
-    const std::size_t before = countDescriptors();
-    const ToldSocket listener(network);
+    const std::size_t before = testSystem::countDescriptors();
+    const RecordedSocket listener(network);
     const auto trouble = listener->Listen(other.port());
     ASSERT_TRUE(trouble.has_value());
     EXPECT_EQ(trouble->number, 10048);
     EXPECT_NE(trouble->description, "");
     EXPECT_EQ(listener->State(), SocketState::Closed);
-    EXPECT_EQ(countDescriptors(), before);
+    EXPECT_EQ(testSystem::countDescriptors(), before);
 }
 
 TEST_F(Socket, ListensOnAPortWhoseOldConnectionsAreNotForgottenYet) {
@@ -71,13 +70,13 @@ TEST_F(Socket, IsConnectedOnceItHasAcceptedARequest) {
 }
 
 TEST_F(Socket, DropsARequestThatNobodyAccepts) {
-    const std::size_t before = countDescriptors();
+    const std::size_t before = testSystem::countDescriptors();
     Peer peer = Peer::connectedTo(listener->LocalPort());
     ASSERT_TRUE(loop.runUntil([&] { return !listener.events.empty(); }));
     EXPECT_THAT(listener.events, ElementsAre("request"));
     EXPECT_EQ(peer.receiveOnce(), "");
     peer.close();
-    EXPECT_EQ(countDescriptors(), before);
+    EXPECT_EQ(testSystem::countDescriptors(), before);
 }
 
 TEST_F(Socket, CannotAcceptARequestAfterItsEvent) {
@@ -85,14 +84,14 @@ TEST_F(Socket, CannotAcceptARequestAfterItsEvent) {
     listener->ConnectionRequest = [&](RequestId requestID) { announced = requestID; };
     const Peer peer = Peer::connectedTo(listener->LocalPort());
     ASSERT_TRUE(loop.runUntil([&] { return announced != 0; }));
-    const ToldSocket socket(network);
+    const RecordedSocket socket(network);
     EXPECT_THROW(socket->Accept(announced), Failure);
     EXPECT_EQ(socket->State(), SocketState::Closed);
 }
 
 TEST_F(Socket, CannotAcceptARequestTwice) {
-    const ToldSocket first(network);
-    const ToldSocket second(network);
+    const RecordedSocket first(network);
+    const RecordedSocket second(network);
     int failures = 0;
     listener->ConnectionRequest = [&](RequestId requestID) {
         first->Accept(requestID);
@@ -106,7 +105,7 @@ TEST_F(Socket, CannotAcceptARequestTwice) {
 }
 
 TEST_F(Socket, CannotAcceptWhatIsNoRequest) {
-    const ToldSocket socket(network);
+    const RecordedSocket socket(network);
     EXPECT_THROW(socket->Accept(0), Failure);
     EXPECT_EQ(socket->State(), SocketState::Closed);
 }
@@ -126,7 +125,7 @@ TEST_F(Socket, StopsTakingRequestsWhenItIsClosedWithinOne) {
 
 TEST_F(Socket, IsConnectingUntilTheOtherEndHasAnswered) {
     const Server server;
-    const ToldSocket socket(network);
+    const RecordedSocket socket(network);
     socket->Connect("127.0.0.1", server.port());
     EXPECT_EQ(socket->State(), SocketState::Connecting);
     EXPECT_THROW(socket->SendData("early"), Failure);
@@ -136,30 +135,30 @@ TEST_F(Socket, IsConnectingUntilTheOtherEndHasAnswered) {
 }
 
 TEST_F(Socket, IsInErrorWithoutConnectedWhenTheConnectionIsRefused) {
-    const std::size_t before = countDescriptors();
+    const std::size_t before = testSystem::countDescriptors();
     Server server;
     server.close();
-    const ToldSocket socket(network);
+    const RecordedSocket socket(network);
     socket->Connect("127.0.0.1", server.port());
     ASSERT_TRUE(loop.runUntil([&] { return !socket.events.empty(); }));
     EXPECT_EQ(socket->State(), SocketState::Error);
     EXPECT_THAT(socket.events, ElementsAre("lost"));
-    EXPECT_EQ(countDescriptors(), before);
+    EXPECT_EQ(testSystem::countDescriptors(), before);
 }
 
 TEST_F(Socket, IsInErrorAtOnceWhereNoConnectionCanBegin) {
-    const std::size_t before = countDescriptors();
-    const ToldSocket socket(network);
+    const std::size_t before = testSystem::countDescriptors();
+    const RecordedSocket socket(network);
     EXPECT_THROW(socket->Connect("255.255.255.255", 1863), Failure);
     EXPECT_EQ(socket->State(), SocketState::Error);
-    EXPECT_EQ(countDescriptors(), before);
+    EXPECT_EQ(testSystem::countDescriptors(), before);
 }
 
 class NoDestination : public Sockets,
                       public testing::WithParamInterface<std::pair<const char*, std::int32_t>> {};
 
 TEST_P(NoDestination, FailsAndLeavesTheSocketClosed) {
-    const ToldSocket socket(network);
+    const RecordedSocket socket(network);
     EXPECT_THROW(socket->Connect(GetParam().first, GetParam().second), Failure);
     EXPECT_EQ(socket->State(), SocketState::Closed);
 }
@@ -177,21 +176,81 @@ INSTANTIATE_TEST_SUITE_P(Table, NoDestination,
 
 TEST_F(Socket, HasNoDelayWhenItHasAccepted) {
     const Accepted pair = accept();
-    expectNoDelay(pair.descriptor());
+    EXPECT_TRUE(testSystem::sendsAtOnce(pair.handle()));
 }
 
 TEST_F(Socket, HasNoDelayWhenItHasConnected) {
     const Server server;
-    const ToldSocket socket(network);
+    const RecordedSocket socket(network);
     socket->Connect("127.0.0.1", server.port());
     ASSERT_TRUE(loop.runUntil([&] { return !socket.events.empty(); }));
-    expectNoDelay(descriptorTo(server.port()));
+    EXPECT_TRUE(testSystem::sendsAtOnce(testSystem::socketTo(server.port())));
 }
 
 TEST_F(Socket, SendsNothingWhenClosed) {
-    const ToldSocket socket(network);
+    const RecordedSocket socket(network);
     EXPECT_THROW(socket->SendData("x"), Failure);
     EXPECT_THROW(socket->SendData(""), Failure);
 }
+
+/// Brings a socket into each of the states in which it is not closed.
+class SocketInUse : public Sockets, public testing::WithParamInterface<SocketState> {
+protected:
+    Server server;
+    RecordedSocket used{network};
+
+    void SetUp() override {
+        if (GetParam() == SocketState::Listening) {
+            ASSERT_EQ(used->Listen(0), std::nullopt);
+        } else {
+            if (GetParam() == SocketState::Error) server.close();
+            used->Connect("127.0.0.1", server.port());
+        }
+        if (GetParam() == SocketState::Closing) server.accept().close();
+        ASSERT_TRUE(loop.runUntil([&] { return used->State() == GetParam(); }));
+    }
+};
+
+TEST_P(SocketInUse, NeitherListensNorAcceptsNorConnects) {
+    bool tried = false;
+    listener->ConnectionRequest = [&](RequestId requestID) {
+        EXPECT_THROW(used->Accept(requestID), Failure);
+        tried = true;
+    };
+    EXPECT_THROW(used->Connect("127.0.0.1", listener->LocalPort()), Failure);
+    EXPECT_THROW((void)used->Listen(0), Failure);
+    EXPECT_EQ(used->State(), GetParam());
+    const SocketState state = used->State();
+    Peer peer = Peer::connectedTo(listener->LocalPort());
+    ASSERT_TRUE(loop.runUntil([&] { return tried; }));
+    EXPECT_EQ(peer.receiveOnce(), "");
+    if (state != SocketState::Connecting) {
+        EXPECT_EQ(used->State(), state);
+    }
+}
+
+TEST_P(SocketInUse, SendsOnlyWhenConnected) {
+    if (GetParam() == SocketState::Connected) {
+        EXPECT_NO_THROW(used->SendData("x"));
+    } else {
+        EXPECT_THROW(used->SendData("x"), Failure);
+        EXPECT_THAT(used.progress, IsEmpty());
+    }
+}
+
+TEST_P(SocketInUse, CanBeUsedAgainAfterClose) {
+    used->Close();
+    EXPECT_EQ(used->State(), SocketState::Closed);
+    used.events.clear();
+    const Server other;
+    used->Connect("127.0.0.1", other.port());
+    ASSERT_TRUE(loop.runUntil([&] { return used->State() == SocketState::Connected; }));
+    EXPECT_THAT(used.events, ElementsAre("connected"));
+}
+
+INSTANTIATE_TEST_SUITE_P(States, SocketInUse,
+                         testing::Values(SocketState::Listening, SocketState::Connecting,
+                                         SocketState::Connected, SocketState::Closing,
+                                         SocketState::Error));
 
 }  // namespace

@@ -5,11 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cerrno>
+#include <cstddef>
 #include <string>
-
-#include <sys/socket.h>
+#include <string_view>
 
 namespace {
 
@@ -30,25 +28,13 @@ std::string pattern(std::size_t size) {
     return bytes;
 }
 
-/// Adds to `bytes` what has arrived at the other end by now.
-void take(const Peer& peer, std::string& bytes) {
-    std::array<char, 65536> buffer;
-    for (;;) {
-        const ssize_t count = recv(peer.handle(), buffer.data(), buffer.size(), MSG_DONTWAIT);
-        if (count <= 0) return;
-        bytes.append(buffer.data(), static_cast<std::size_t>(count));
-    }
-}
-
 /// Sends as long as somebody takes it, and returns how much that was.
-std::size_t sendUntilFull(const Peer& peer) {
+std::size_t sendUntilFull(Peer& peer) {
     const std::string block(65536, 'x');
-    for (std::size_t sum = 0;;) {
-        const ssize_t count =
-            send(peer.handle(), block.data(), block.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
-        if (count <= 0) return sum;
-        sum += static_cast<std::size_t>(count);
-    }
+    std::size_t sum = 0;
+    for (std::size_t sent = peer.sendNow(block); sent > 0; sent = peer.sendNow(block))
+        sum += sent;
+    return sum;
 }
 
 using Transfer = Connection;
@@ -71,9 +57,7 @@ TEST_F(Transfer, OfManyBytesArrivesInReadsOf64KilobytesAtMost) {
     const std::string bytes = pattern(2 * megabyte);
     std::size_t sent = 0;
     ASSERT_TRUE(loop.runUntil([&] {
-        const ssize_t count = send(peer.handle(), bytes.data() + sent, bytes.size() - sent,
-                                   MSG_DONTWAIT | MSG_NOSIGNAL);
-        if (count > 0) sent += static_cast<std::size_t>(count);
+        sent += peer.sendNow(std::string_view(bytes).substr(sent));
         return socket.received.size() == bytes.size();
     }));
     EXPECT_TRUE(socket.received == bytes);
@@ -116,7 +100,7 @@ TEST_F(Transfer, KeepsWhatTheSystemDoesNotTakeAndSendsItLaterInOrder) {
     std::string received;
     EXPECT_TRUE(loop.runUntil(
         [&] {
-            take(peer, received);
+            received += peer.receiveNow();
             return received.size() >= all.size();
         },
         peer.handle()));
@@ -133,7 +117,7 @@ TEST_F(Transfer, CanBeGoneOnWithAfterWaitingBytesHaveGone) {
     std::string received;
     ASSERT_TRUE(loop.runUntil(
         [&] {
-            take(peer, received);
+            received += peer.receiveNow();
             return received.size() == first;
         },
         peer.handle()));

@@ -1,24 +1,61 @@
 #pragma once
 
 #include "platform/shared/StreamSocket.h"
-#include "tests/platform/shared/PollLoop.h"
-#include "tests/platform/shared/ToldSocket.h"
-#include "tests/platform/shared/descriptors.h"
+#include "tests/platform/shared/SocketLoop.h"
 #include "tests/support/Peer.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
-#include <poll.h>
+/// A socket that records its events.
+class RecordedSocket {
+public:
+    explicit RecordedSocket(Network& network) : socket(network.makeWinsock()) {
+        socket->ConnectionRequest = [this](RequestId) { events.emplace_back("request"); };
+        socket->Connected = [this] { events.emplace_back("connected"); };
+        socket->ConnectionLost = [this] { events.emplace_back("lost"); };
+        socket->SendProgress = [this](std::size_t sent, std::size_t remaining) {
+            progress.emplace_back(sent, remaining);
+        };
+        socket->DataArrival = [this](std::size_t bytesTotal) {
+            arrivals.push_back(bytesTotal);
+            received += socket->GetData();
+        };
+    }
+
+    RecordedSocket(const RecordedSocket&) = delete;
+    RecordedSocket& operator=(const RecordedSocket&) = delete;
+
+    [[nodiscard]] Winsock* operator->() const { return socket.get(); }
+
+    /// How many bytes have gone to the system.
+    [[nodiscard]] std::size_t sent() const {
+        std::size_t sum = 0;
+        for (const auto& [now, remaining] : progress)
+            sum += now;
+        return sum;
+    }
+
+    std::vector<std::string> events;
+    std::vector<std::pair<std::size_t, std::size_t>> progress;
+    std::vector<std::size_t> arrivals;
+    std::string received;
+
+private:
+    std::unique_ptr<Winsock> socket;
+};
 
 /// Real sockets on loopback, one of which listens.
 class Sockets : public testing::Test {
 protected:
     /// A connection that was requested and accepted: our end and the other one.
     struct Accepted {
-        ToldSocket socket;
+        RecordedSocket socket;
         Peer peer;
 
         explicit Accepted(Sockets& test)
@@ -31,12 +68,15 @@ protected:
             test.listener->ConnectionRequest = before;
         }
 
-        [[nodiscard]] int descriptor() const { return descriptorTo(localPortOf(peer.handle())); }
+        /// Our end, as the system numbers it.
+        [[nodiscard]] SocketHandle handle() const {
+            return testSystem::socketTo(testSystem::localPortOf(peer.handle()));
+        }
     };
 
-    PollLoop loop;
-    StreamNetwork network{loop.reactor, loop};
-    ToldSocket listener{network};
+    SocketLoop loop;
+    StreamNetwork network{loop.readiness, loop};
+    RecordedSocket listener{network};
 
     Sockets() { EXPECT_EQ(listener->Listen(0), std::nullopt); }
 
@@ -47,14 +87,13 @@ protected:
 class Connection : public Sockets {
 protected:
     Accepted pair{*this};
-    ToldSocket& socket = pair.socket;
+    RecordedSocket& socket = pair.socket;
     Peer& peer = pair.peer;
 
     /// Waits until bytes, or the end, have come in at our end, whether they are read or not.
     void waitUntilReadable() const {
-        pollfd entry{pair.descriptor(), POLLIN, 0};
-        const auto limit = std::chrono::milliseconds(waitLimit).count();
-        ASSERT_EQ(poll(&entry, 1, static_cast<int>(limit)), 1);
+        ASSERT_TRUE(testSystem::becomesPossible(pair.handle(), testSystem::Direction::Receiving,
+                                                waitLimit));
     }
     /// Lets everything happen that is due: what arrives later on another connection has.
     void serveWhatIsDue() {

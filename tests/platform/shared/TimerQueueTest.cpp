@@ -1,6 +1,6 @@
 #include "platform/shared/TimerQueue.h"
 
-#include "tests/platform/shared/Timers.h"
+#include "tests/platform/shared/SocketLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +13,29 @@ namespace {
 
 using namespace std::chrono_literals;
 using Clock = TimerQueue::Clock;
+
+/// Timers that count their ticks, in a loop.
+class Timers : public testing::Test {
+protected:
+    SocketLoop loop;
+    TimerQueue& queue = loop.timers;
+
+    [[nodiscard]] std::unique_ptr<Timer> makeTimer() {
+        auto timer = queue.makeTimer();
+        timer->tick = [this] { ++ticks; };
+        return timer;
+    }
+    /// Runs until so many ticks have come.
+    [[nodiscard]] bool runUntilTicks(int count) {
+        return loop.runUntil([&] { return ticks >= count; });
+    }
+    [[nodiscard]] TimerQueue::Clock::time_point due() const {
+        EXPECT_TRUE(queue.nextDue().has_value());
+        return queue.nextDue().value_or(TimerQueue::Clock::time_point());
+    }
+
+    int ticks = 0;
+};
 
 TEST_F(Timers, ThatAreNotEnabledNeverTick) {
     const auto timer = makeTimer();
@@ -153,6 +176,70 @@ TEST_F(Timers, GoOnUnderABoxThatATickHasOpened) {
     ASSERT_TRUE(loop.runUntil([&] { return boxes > 0; }));
     // The tick that opened the box has not come a second time under it.
     EXPECT_EQ(boxes, 1);
+}
+
+TEST_F(Timers, AreNotWaitedForDuringARest) {
+    const auto timer = makeTimer();
+    timer->enable(1ms);
+    timer->rest();
+    EXPECT_EQ(queue.nextDue(), std::nullopt);
+}
+
+TEST_F(Timers, GoOnAfterARestAtTheBeatThatTheyHadBefore) {
+    const auto timer = makeTimer();
+    timer->enable(1h);
+    const auto first = due();
+    timer->rest();
+    timer->wake();
+    EXPECT_EQ(due(), first);
+    timer->enable(3ms);
+    const auto beat = due();
+    timer->rest();
+    const auto later = beat + 5ms;
+    while (Clock::now() < later) {
+    }
+    timer->wake();
+    EXPECT_GT(due(), beat);
+    EXPECT_EQ((due() - beat) % 3ms, 0ns);
+}
+
+TEST_F(Timers, MayRestWithinTheirTickAndBeWokenLater) {
+    const auto timer = makeTimer();
+    timer->tick = [&] {
+        ++ticks;
+        timer->rest();
+    };
+    timer->enable(1ms);
+    ASSERT_TRUE(runUntilTicks(1));
+    EXPECT_EQ(queue.nextDue(), std::nullopt);
+    timer->wake();
+    EXPECT_TRUE(runUntilTicks(2));
+}
+
+TEST_F(Timers, MayRestAndWakeWithinTheirTick) {
+    const auto timer = makeTimer();
+    timer->tick = [&] {
+        ++ticks;
+        timer->rest();
+        timer->wake();
+    };
+    timer->enable(1ms);
+    EXPECT_TRUE(runUntilTicks(3));
+}
+
+TEST_F(Timers, KeepTheirNextTickWhenWokenWithoutARest) {
+    const auto timer = makeTimer();
+    timer->enable(1h);
+    const auto first = due();
+    timer->wake();
+    EXPECT_EQ(due(), first);
+}
+
+TEST_F(Timers, AreNoLongerAtRestWhenEnabled) {
+    const auto timer = makeTimer();
+    timer->rest();
+    timer->enable(1ms);
+    EXPECT_TRUE(runUntilTicks(1));
 }
 
 TEST(TimerQueue, TellsOfEveryChangeOfWhatIsDueNext) {

@@ -1,5 +1,5 @@
 #include "platform/Client.h"
-#include "tests/platform/shared/ProgramFolder.h"
+#include "tests/support/linux/ProgramFolder.h"
 
 #include <gtest/gtest.h>
 

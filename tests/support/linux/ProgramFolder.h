@@ -1,15 +1,15 @@
 #pragma once
 
-#include "tests/support/Peer.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Variable.h"
+#include "tests/support/readFile.h"
+#include "tests/support/waiting.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <utility>
 
@@ -24,13 +24,12 @@ public:
         std::ofstream(file) << "#!/bin/sh\nout='" << path().string() << "'\n" << lines;
         std::filesystem::permissions(file, std::filesystem::perms::owner_all);
     }
-    /// What the program has left under this name, once it has.
+    /// What the program has left under this name, once it has. Waits for that.
     [[nodiscard]] std::string left(const std::string& name) const {
         EXPECT_TRUE(becomesTrue([&] { return has(name); })) << name;
-        std::ostringstream text;
-        text << std::ifstream(path() / name).rdbuf();
-        return text.str();
+        return readFile(path() / name);
     }
+    /// There is something of this name now.
     [[nodiscard]] bool has(const std::string& name) const {
         return std::filesystem::exists(path() / name);
     }

@@ -1,4 +1,4 @@
-#include "tests/platform/linux/forked.h"
+#include "tests/support/linux/forked.h"
 
 #include <gtest/gtest.h>
 
