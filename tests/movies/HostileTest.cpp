@@ -1,5 +1,6 @@
 #include "tests/fuzz/playMovie.h"
 #include "tests/movies/MovieFile.h"
+#include "tests/support/readFile.h"
 
 #include <QByteArray>
 
@@ -7,19 +8,12 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <random>
 #include <vector>
 
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string contentOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 std::vector<fs::path> filesOf(const fs::path& folder, const std::string& ending) {
     std::vector<fs::path> files;
@@ -32,7 +26,7 @@ std::vector<fs::path> filesOf(const fs::path& folder, const std::string& ending)
 
 /// A movie of ours with its content laid open.
 std::string unpacked(const fs::path& path) {
-    const std::string file = contentOf(path);
+    const std::string file = readFile(path);
     QByteArray size(4, '\0');
     const QByteArray body =
         qUncompress(QByteArray("\0\1\0\0", 4) + QByteArray::fromStdString(file.substr(8)));
@@ -50,7 +44,7 @@ TEST_P(HostileMovie, MayEndAtEveryByte) {
     for (std::size_t end = 0; end < plain.size(); end += 1 + end / 60) {
         playMovie(std::string_view(plain).substr(0, end));
     }
-    const std::string file = contentOf(fs::path(COBWEAVE_MOVIES) / (GetParam() + ".swf"));
+    const std::string file = readFile(fs::path(COBWEAVE_MOVIES) / (GetParam() + ".swf"));
     for (std::size_t end = 0; end < file.size(); end += 1 + end / 40) {
         playMovie(std::string_view(file).substr(0, end));
     }
@@ -77,7 +71,7 @@ TEST(FuzzCorpus, IsPlayedToItsEnd) {
     const auto files = filesOf(COBWEAVE_CORPUS, "");
     ASSERT_GT(files.size(), 20U);
     for (const fs::path& file : files)
-        playMovie(contentOf(file));
+        playMovie(readFile(file));
 }
 
 }  // namespace

@@ -1,19 +1,18 @@
 #include "tests/movies/Screening.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/readFile.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <fstream>
-#include <iterator>
 
 namespace {
 
 /// A disc, a gradient, a line, text and a picture, drawn by us with a writer of movies that has
 /// nothing to do with ours (FreeHEP's, as Debian has it).
 TEST(MovieOfAnotherWriter, IsShown) {
-    std::ifstream file(COBWEAVE_DRAWING, std::ios::binary);
-    Screening screen(std::string(std::istreambuf_iterator<char>(file), {}));
+    Screening screen(readFile(COBWEAVE_DRAWING));
     EXPECT_EQ(screen.movie->frame.width(), 300 * 20);
     EXPECT_EQ(screen.at(60, 50), 0xC81E1EU);
     EXPECT_EQ(screen.at(5, 5), white);

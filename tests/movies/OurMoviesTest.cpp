@@ -1,24 +1,18 @@
 #include "movies/qt/ShockwaveFlash.h"
 #include "tests/movies/Screening.h"
 #include "tests/support/comesTrue.h"
+#include "tests/support/readFile.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace {
 
 std::filesystem::path pathOf(const std::string& name) {
     return std::filesystem::path(COBWEAVE_MOVIES) / (name + ".swf");
-}
-
-std::string contentOf(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 /// How bright a colour is, as guidelines for contrast count it.
@@ -41,7 +35,7 @@ constexpr QRgb captions = 0x000040;
 
 class PageMovie : public testing::TestWithParam<std::string> {
 protected:
-    Screening screen{contentOf(pathOf(GetParam()))};
+    Screening screen{readFile(pathOf(GetParam()))};
 };
 
 TEST_P(PageMovie, FillsItsPlaceOnThePage) {
@@ -93,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(Ours, PageMovie,
 
 class ButtonMovie : public testing::Test {
 protected:
-    Screening screen{contentOf(pathOf("button"))};
+    Screening screen{readFile(pathOf("button"))};
     void mouse(bool held) { screen.player.mouse({1700, 340}, held); }
     void rest() {
         for (int frame = 0; screen.player.moves() && frame < 60; ++frame)
@@ -177,7 +171,7 @@ std::string foundByAnother(const std::filesystem::path& path) {
 
 TEST(OurMovies, AreReadByOthersAsWell) {
     for (const char* name : all) {
-        const auto movie = swf::readMovie(contentOf(pathOf(name)));
+        const auto movie = swf::readMovie(readFile(pathOf(name)));
         const std::string frames = std::to_string(movie->timeline.frameCount());
         EXPECT_EQ(foundByAnother(pathOf(name)),
                   std::string(name) + ".swf 6 " + frames + ' ' + frames + '\n');

@@ -2,12 +2,12 @@
 
 #include "stores/NotesStore.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/readFile.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,8 +35,5 @@ protected:
         notes.savenotes();
     }
     void write(std::string_view bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
-    [[nodiscard]] std::string read() const {
-        std::ifstream stream(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
+    [[nodiscard]] std::string read() const { return readFile(path); }
 };

@@ -1,7 +1,7 @@
 #include "stores/SettingsStore.h"
 
-#include "tests/support/linux/forked.h"
 #include "tests/stores/StoreFolder.h"
+#include "tests/support/linux/forked.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -57,14 +57,14 @@ protected:
 
 TEST_F(ClosedFile, ThatIsReadOnlyIsReadAndWritesStayInMemory) {
     EXPECT_TRUE(passesWith(0700, 0400, [this] {
-        const std::string before = read(path);
+        const std::string before = readFile(path);
         {
             SettingsStore store = open();
             EXPECT_EQ(option(store, "callby"), "e");
             EXPECT_THAT(told, IsEmpty());
             expectToGoOnInMemory(store);
         }
-        EXPECT_TRUE(read(path) == before);
+        EXPECT_TRUE(readFile(path) == before);
         EXPECT_THAT(told, tellsOnceWhatToDo());
     }));
 }

@@ -1,7 +1,7 @@
 #include "stores/SettingsStore.h"
 
-#include "tests/support/linux/forked.h"
 #include "tests/stores/StoreFolder.h"
+#include "tests/support/linux/forked.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -49,12 +49,12 @@ protected:
     void expectNewFileBesideThe(const std::string& damaged) {
         {
             SettingsStore store = open();
-            EXPECT_TRUE(read(kept) == damaged);
+            EXPECT_TRUE(readFile(kept) == damaged);
             store.WriteSetting("Options", "callby", "fn");
             EXPECT_EQ(option(store, "callby"), "fn");
             EXPECT_EQ(other().get("callby"), "fn");
         }
-        EXPECT_TRUE(read(kept) == damaged);
+        EXPECT_TRUE(readFile(kept) == damaged);
         EXPECT_THAT(told, ElementsAre(AllOf(HasSubstr(path.string()), HasSubstr(kept.string()))));
         told.clear();
         SettingsStore next = open();
@@ -76,7 +76,7 @@ TEST_F(DamagedFile, OfAFewBytesIsKept) {
 
 TEST_F(DamagedFile, WhoseHeadAloneIsDamagedIsKept) {
     makeLargeFile();
-    std::string damaged = read(path);
+    std::string damaged = readFile(path);
     damaged.replace(0, 16, 16, '\0');
     write(path, damaged);
     expectNewFileBesideThe(damaged);
@@ -85,7 +85,7 @@ TEST_F(DamagedFile, WhoseHeadAloneIsDamagedIsKept) {
 TEST_F(DamagedFile, CutInHalfIsKept) {
     makeLargeFile();
     std::filesystem::resize_file(path, std::filesystem::file_size(path) / 2);
-    expectNewFileBesideThe(read(path));
+    expectNewFileBesideThe(readFile(path));
 }
 
 /// What a page may come to hold instead of its own bytes, given the whole file and its place.
@@ -95,7 +95,7 @@ class TornPage : public DamagedFile, public testing::WithParamInterface<Tear> {}
 
 TEST_P(TornPage, AnywhereLosesNothingInSilence) {
     makeLargeFile();
-    const std::string whole = read(path);
+    const std::string whole = readFile(path);
     for (std::size_t page = 1; page < whole.size() / pageSize; ++page) {
         std::string damaged = whole;
         damaged.replace(page * pageSize, pageSize, GetParam()(whole, page));
@@ -106,7 +106,7 @@ TEST_P(TornPage, AnywhereLosesNothingInSilence) {
             // What could be read is there; what was lost is told of.
             EXPECT_TRUE(countRead(store) == contacts || told.size() == 1) << "page " << page;
             if (!told.empty()) {
-                EXPECT_TRUE(read(kept) == damaged);
+                EXPECT_TRUE(readFile(kept) == damaged);
                 EXPECT_THAT(told.front(), HasSubstr(kept.string()));
             }
             store.WriteSetting("Options", "callby", "fn");
@@ -133,7 +133,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(DamagedFile, CutAnywhereLosesNothingInSilence) {
     makeLargeFile();
-    const std::string whole = read(path);
+    const std::string whole = readFile(path);
     for (std::size_t size = 2; size < whole.size(); size += 2039) {
         write(path, whole.substr(0, size));
         told.clear();
@@ -149,7 +149,7 @@ TEST_F(DamagedFile, CutAnywhereLosesNothingInSilence) {
 
 TEST_F(DamagedFile, HandsOnWhatCouldBeRead) {
     makeLargeFile();
-    std::string damaged = read(path);
+    std::string damaged = readFile(path);
     damaged.replace(damaged.size() / 2, pageSize, pageSize, '\0');
     write(path, damaged);
     int count = 0;
@@ -171,7 +171,7 @@ TEST_F(DamagedFile, ThatComesWhileTheProgramRunsLosesNothing) {
     write(folder / "garbage", damaged);
     std::filesystem::rename(folder / "garbage", path);
     EXPECT_EQ(countRead(store), contacts);
-    EXPECT_TRUE(read(kept) == damaged);
+    EXPECT_TRUE(readFile(kept) == damaged);
     EXPECT_EQ(told.size(), 1U);
     EXPECT_EQ(other().query("SELECT count(*) FROM settings"), std::to_string(contacts));
 }
@@ -183,7 +183,7 @@ TEST_F(DamagedFile, ThatIsOverwrittenInPlaceWhileTheProgramRunsLosesNothing) {
     const std::string damaged(5000, 'g');
     write(path, damaged);
     EXPECT_EQ(countRead(store), contacts);
-    EXPECT_TRUE(read(kept) == damaged);
+    EXPECT_TRUE(readFile(kept) == damaged);
     EXPECT_EQ(other().query("SELECT count(*) FROM settings"), std::to_string(contacts));
 }
 
@@ -192,8 +192,8 @@ TEST_F(DamagedFile, IsKeptBesideTheEarlierOnes) {
     { SettingsStore store = open(); }
     write(path, std::string(5000, 'b'));
     { SettingsStore store = open(); }
-    EXPECT_TRUE(read(kept) == std::string(5000, 'a'));
-    EXPECT_TRUE(read(folder / "settings.db.damaged-2") == std::string(5000, 'b'));
+    EXPECT_TRUE(readFile(kept) == std::string(5000, 'a'));
+    EXPECT_TRUE(readFile(folder / "settings.db.damaged-2") == std::string(5000, 'b'));
     EXPECT_EQ(told.size(), 2U);
 }
 
@@ -204,7 +204,7 @@ TEST_F(DamagedFile, IsKeptASecondTimeInTheSameRun) {
     write(folder / "garbage", std::string(5000, 'b'));
     std::filesystem::rename(folder / "garbage", path);
     EXPECT_EQ(option(store, "callby"), "fn");
-    EXPECT_TRUE(read(folder / "settings.db.damaged-2") == std::string(5000, 'b'));
+    EXPECT_TRUE(readFile(folder / "settings.db.damaged-2") == std::string(5000, 'b'));
     EXPECT_EQ(other().get("callby"), "fn");
     EXPECT_THAT(told, ElementsAre(HasSubstr(".damaged-1"), HasSubstr(".damaged-2")));
 }
@@ -216,7 +216,7 @@ TEST_F(DamagedFile, TakesItsJournalAlong) {
     write(path, damaged);
     write(folder / "settings.db-journal", journal);
     expectNewFileBesideThe(damaged);
-    EXPECT_TRUE(read(folder / "settings.db.damaged-1-journal") == journal);
+    EXPECT_TRUE(readFile(folder / "settings.db.damaged-1-journal") == journal);
     EXPECT_FALSE(std::filesystem::exists(folder / "settings.db-journal"));
 }
 
@@ -231,7 +231,7 @@ TEST_F(DamagedFile, ThatCannotBePutAsideIsLeftAlone) {
         store.WriteSetting("Options", "callby", "fn");
         EXPECT_EQ(option(store, "callby"), "fn");
         EXPECT_THAT(told, ElementsAre(AllOf(HasSubstr(path.string()), HasSubstr("writable"))));
-        EXPECT_TRUE(read(path) == damaged);
+        EXPECT_TRUE(readFile(path) == damaged);
     }));
     std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
 }

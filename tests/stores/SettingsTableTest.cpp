@@ -16,7 +16,7 @@ class ForeignTable : public StoreFolder, public testing::WithParamInterface<cons
 
 TEST_P(ForeignTable, IsToldOfAndTheProgramGoesOn) {
     other().run(GetParam());
-    const std::string before = read(path);
+    const std::string before = readFile(path);
     {
         SettingsStore store = open();
         EXPECT_EQ(option(store, "callby"), "");
@@ -27,7 +27,7 @@ TEST_P(ForeignTable, IsToldOfAndTheProgramGoesOn) {
         EXPECT_EQ(option(store, "timestamp"), "True");
     }
     EXPECT_THAT(told, ElementsAre(HasSubstr(path.string())));
-    EXPECT_TRUE(read(path) == before);
+    EXPECT_TRUE(readFile(path) == before);
 }
 
 INSTANTIATE_TEST_SUITE_P(

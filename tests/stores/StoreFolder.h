@@ -3,13 +3,13 @@
 #include "stores/SettingsStore.h"
 #include "tests/stores/Database.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/readFile.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,10 +37,6 @@ protected:
         std::filesystem::last_write_time(path, now - std::chrono::hours{1});
     }
 
-    [[nodiscard]] static std::string read(const std::filesystem::path& file) {
-        std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
     static void write(const std::filesystem::path& file, std::string_view bytes) {
         std::filesystem::create_directories(file.parent_path());
         std::ofstream(file, std::ios::binary) << bytes;

@@ -2,11 +2,11 @@
 
 #include "stores/SettingsStore.h"
 #include "tests/support/Peer.h"
+#include "tests/support/readFile.h"
 
 #include <array>
 #include <csignal>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 #include <thread>
 
@@ -116,11 +116,7 @@ bool Program::isRunning() {
     return process > 0;
 }
 
-std::string Program::errors() const {
-    std::ostringstream text;
-    text << std::ifstream(folder.path() / "errors").rdbuf();
-    return text.str();
-}
+std::string Program::errors() const { return readFile(folder.path() / "errors"); }
 
 std::size_t Program::openDescriptors() const {
     const auto entries =

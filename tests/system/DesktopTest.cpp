@@ -7,12 +7,12 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Variable.h"
 #include "tests/support/messages.h"
+#include "tests/support/readFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <sstream>
 
 namespace {
 
@@ -189,11 +189,7 @@ protected:
         display.waitForWindow(options);
     }
     [[nodiscard]] std::filesystem::path started() const { return tools.path() / "started"; }
-    [[nodiscard]] std::string commandOfTheClient() const {
-        std::ostringstream text;
-        text << std::ifstream(started()).rdbuf();
-        return text.str();
-    }
+    [[nodiscard]] std::string commandOfTheClient() const { return readFile(started()); }
     void clickIn(const char* title, int left, int top) const {
         ASSERT_TRUE(display.runs(std::string("xdotool search --onlyvisible --name '^") + title +
                                  "$' windowactivate --sync mousemove --window %1 " +
@@ -311,9 +307,7 @@ TEST_F(WithATray, NotesComeByCommandAndAreShownByCommand) {
     display.waitForWindow("Cobweave - Notes");
     display.press("Cobweave - Notes", "Escape");
     EXPECT_TRUE(becomesTrue([&] { return !isShown("Cobweave - Notes"); }));
-    std::ostringstream file;
-    file << std::ifstream(program->notes(), std::ios::binary).rdbuf();
-    EXPECT_EQ(file.str(), "buy milk\r\n\r\n");
+    EXPECT_EQ(readFile(program->notes()), "buy milk\r\n\r\n");
 }
 
 }  // namespace

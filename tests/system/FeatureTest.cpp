@@ -2,12 +2,12 @@
 #include "tests/support/Program.h"
 #include "tests/support/Relay.h"
 #include "tests/support/messages.h"
+#include "tests/support/readFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <sstream>
 
 namespace {
 
@@ -15,12 +15,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::StartsWith;
-
-std::string contentOf(const std::filesystem::path& file) {
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 std::string cover(const std::string& number, const std::string& email) {
     return "MSG " + number + " U " + std::to_string(73 + email.size()) +
@@ -86,7 +80,7 @@ TEST_F(FeaturesOfMSNP9, ANickNameByCommandReachesTheNotificationServerInItsOwnFo
 
 TEST_F(Features, ANoteIsInTheFileWhenItsCommandHasBeenCovered) {
     command("!note buy milk\r\nand bread");
-    EXPECT_EQ(contentOf(program.notes()), "buy milk" + std::string(55, ' ') + "and bread\r\n\r\n");
+    EXPECT_EQ(readFile(program.notes()), "buy milk" + std::string(55, ' ') + "and bread\r\n\r\n");
 }
 
 TEST_F(Features, ConstantsAreExpandedForTheContactWithATrueLength) {
@@ -215,8 +209,8 @@ protected:
 TEST_F(Searches, OpenExactlyWhatWasTyped) {
     Relay relay = Relay::through(Program::port);
     EXPECT_THAT(relay.up(clientText("!google a  b & 100% \"c\" $(d)")), HasSubstr("TypingUserx"));
-    EXPECT_TRUE(becomesTrue([&] { return contentOf(opened()).ends_with('|'); }));
-    EXPECT_THAT(contentOf(opened()), EndsWith("/search?q=a%20%20b%20&%20100%%20\"c\"%20$(d)|"));
+    EXPECT_TRUE(becomesTrue([&] { return readFile(opened()).ends_with('|'); }));
+    EXPECT_THAT(readFile(opened()), EndsWith("/search?q=a%20%20b%20&%20100%%20\"c\"%20$(d)|"));
 }
 
 }  // namespace

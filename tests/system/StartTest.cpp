@@ -1,6 +1,7 @@
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
 #include "tests/support/Relay.h"
+#include "tests/support/readFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -104,9 +105,7 @@ TEST(Store, ThatIsDamagedIsKeptAndTheProgramGoesOn) {
     program.waitUntilReady();
     EXPECT_THAT(program.errors(), HasSubstr("are damaged"));
     EXPECT_EQ(Relay::through(Program::port).up("CHG 9 NLN 0\r\n"), "CHG 9 NLN 0\r\n");
-    std::ostringstream kept;
-    kept << std::ifstream(program.store().string() + ".damaged-1").rdbuf();
-    EXPECT_EQ(kept.str(), garbage);
+    EXPECT_EQ(readFile(program.store().string() + ".damaged-1"), garbage);
 }
 
 TEST(Store, ThatCannotBeMadeIsToldAndTheProgramGoesOn) {

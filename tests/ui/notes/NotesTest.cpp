@@ -1,5 +1,6 @@
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeFacilities.h"
+#include "tests/support/readFile.h"
 #include "ui/common/FormHolder.h"
 #include "ui/notes/frmnotes.h"
 
@@ -8,9 +9,6 @@
 
 #include <QApplication>
 #include <QTest>
-
-#include <fstream>
-#include <sstream>
 
 namespace {
 
@@ -60,9 +58,7 @@ protected:
         return texts;
     }
     [[nodiscard]] std::string file() const {
-        std::ostringstream content;
-        content << std::ifstream(facilities.folder.path() / "notes.cwv", std::ios::binary).rdbuf();
-        return content.str();
+        return readFile(facilities.folder.path() / "notes.cwv");
     }
 };
 
