@@ -16,24 +16,33 @@
 #include <algorithm>
 #include <utility>
 
-using namespace std::string_view_literals;
-
 namespace {
 
-/// What the user typed, and the conversation it was typed in.
+struct Command;
+
+/// A command as the user typed it, and the conversation it was typed in.
 struct Typed {
-    std::string_view message;
-    std::string_view fullmessage;
+    const Command& command;
+    /// The first line, or the whole text for a command that takes it.
+    std::string_view text;
     Conversation& conversation;
 };
 
-/// `text` without the command and the blank behind it, where they stand together.
-std::string behind(std::string_view command, std::string_view text) {
-    return replaceFirst(std::string(text), std::string(command) + " ", "");
+/// One row for each command.
+struct Command {
+    std::string_view word;
+    void (*act)(const Typed& typed);
+    /// It takes the whole text and not its first line alone.
+    bool takesFullText = false;
+};
+
+/// The text without the command and the blank behind it, where they stand together.
+std::string argumentOf(const Typed& typed) {
+    return replaceFirst(std::string(typed.text), std::string(typed.command.word) + " ", "");
 }
 
 void changeNick(const Typed& typed) {
-    std::string nick = behind("!nick", typed.message);
+    std::string nick = argumentOf(typed);
     const std::string asTyped = nick;
     typed.conversation.services.program.ApplyNickTemplate(nick);
     typed.conversation.showPopup("Changed Nick Name To:\r\n" + asTyped);
@@ -41,7 +50,7 @@ void changeNick(const Typed& typed) {
 
 void addNote(const Typed& typed) {
     NotesStore& notes = typed.conversation.services.notes;
-    notes.add(behind("!note", typed.fullmessage));
+    notes.add(argumentOf(typed));
     typed.conversation.showPopup("Note added.");
     notes.savenotes();
 }
@@ -54,10 +63,9 @@ void toggleRandomColors(const Typed& typed) {
     typed.conversation.showPopup(on ? "Random Message Colors On." : "Random Message Colors Off.");
 }
 
-template <auto Search, char const* Command>
-void search(const Typed& typed) {
-    std::string text = behind(Command, typed.message);
-    Search(text, typed.conversation.services.browser);
+void search(const Typed& typed, void (*site)(std::string& text, Browser& browser)) {
+    std::string text = argumentOf(typed);
+    site(text, typed.conversation.services.browser);
 }
 
 void forceExit(const Typed& typed) { typed.conversation.services.program.ForceExit(); }
@@ -72,17 +80,15 @@ void speak(const Typed& typed, const std::string& words) {
     injection::InjectMessage(typed.conversation, words, "000000", "B");
 }
 
-void makeMeSay(const Typed& typed) { speak(typed, behind("!makemesay", typed.message)); }
+void makeMeSay(const Typed& typed) { speak(typed, argumentOf(typed)); }
 
-void preview(const Typed& typed) {
-    speak(typed, "Message Preview: \r\n\r\n" + behind("!preview", typed.fullmessage));
-}
+void preview(const Typed& typed) { speak(typed, "Message Preview: \r\n\r\n" + argumentOf(typed)); }
 
 void nickFollowsPlayer(const Typed& typed) {
     Services& services = typed.conversation.services;
     ProcessValues& values = services.values;
     values.prewinampnickName = values.nickname;
-    values.winampPrefix = behind("!winamp", typed.message);
+    values.winampPrefix = argumentOf(typed);
     values.winampOn = true;
     std::string nick = values.winampPrefix + " " + winamp::CurrentSong(services.player);
     services.program.ApplyNickTemplate(nick);
@@ -98,7 +104,7 @@ void nickComesBack(const Typed& typed) {
 
 void followOrSteerPlayer(const Typed& typed) {
     Services& services = typed.conversation.services;
-    if (const int number = winamp::transportCommand(typed.message); number != 0) {
+    if (const int number = winamp::transportCommand(typed.text); number != 0) {
         services.player.command(services.player.WinampWindow(), number);
     } else if (services.values.winampOn) {
         nickComesBack(typed);
@@ -107,38 +113,25 @@ void followOrSteerPlayer(const Typed& typed) {
     }
 }
 
-constexpr char google[] = "!google";
-constexpr char dictionary[] = "!dictionary";
-constexpr char thesaurus[] = "!thesaurus";
-constexpr char acronym[] = "!acronym";
-
-struct Command {
-    std::string_view word;
-    void (*act)(const Typed& typed);
-    /// It takes the whole text and not its first line alone.
-    bool takesFullText = false;
-};
-
 constexpr Command commands[] = {
     {"!nick", changeNick},
     {"!note", addNote, true},
     {"!notes", showNotes},
     {"!rancolor", toggleRandomColors},
     {"!rancolour", toggleRandomColors},
-    {google, search<webSearch::SearchGoogle, google>},
-    {dictionary, search<webSearch::SearchDictionary, dictionary>},
+    {"!google", [](const Typed& typed) { search(typed, webSearch::SearchGoogle); }},
+    {"!dictionary", [](const Typed& typed) { search(typed, webSearch::SearchDictionary); }},
     {"!forceexit", forceExit},
-    {thesaurus, search<webSearch::SearchThesaurus, thesaurus>},
+    {"!thesaurus", [](const Typed& typed) { search(typed, webSearch::SearchThesaurus); }},
     {"!makemesay", makeMeSay},
     {"!preview", preview, true},
-    {acronym, search<webSearch::SearchAcronym, acronym>},
+    {"!acronym", [](const Typed& typed) { search(typed, webSearch::SearchAcronym); }},
     {"!winamp", followOrSteerPlayer},
 };
 
-const Command* commandOf(std::string_view first) {
-    const auto* const found =
-        std::find_if(std::begin(commands), std::end(commands),
-                     [&](const Command& known) { return known.word == first; });
+/// The row of a word; null for what is no command.
+const Command* commandOf(std::string_view word) {
+    const auto* const found = std::ranges::find(commands, word, &Command::word);
     return found == std::end(commands) ? nullptr : found;
 }
 
@@ -164,45 +157,48 @@ void tellUnknown(std::string_view typedWord, Conversation& conversation) {
                              "ff", "");
 }
 
+/// Carries out the command in `message`, whose place a cover takes.
+void filterCommand(std::string& message, Conversation& conversation) {
+    Services& services = conversation.services;
+    const std::string_view text = messageTools::textAndRest(message).value_or("");
+    const std::string_view typed = firstLine(text);
+    const auto typedWord = word(typed, 0);
+    if (!typedWord) return;
+    const bool known = commandOf(*typedWord) != nullptr;
+    if (!known && !typed.starts_with('!')) return;
+    if (!known && !isOn(services.settings, options::preventtypo)) return;
+    std::string cover = injection::MakeCoverMessage(message, services.values.email);
+    if (known) {
+        (void)chatCommands::parse(typed, text, conversation);
+    } else {
+        tellUnknown(*typedWord, conversation);
+    }
+    message = std::move(cover);
+}
+
 }  // namespace
 
-std::string chatCommands::FilterOutgoing(std::string& message, Conversation& conversation) {
+void chatCommands::FilterOutgoing(std::string& message, Conversation& conversation) {
     Services& services = conversation.services;
     if (need(messageTools::HasTrailingData(message))) {
         message = SplitTrailingData(message, conversation);
     }
     if (services.values.rancolorOn && need(messageTools::IsTextMessage(message))) {
         auto colored = messageTools::ApplyRandomColor(message, services.chance);
-        if (!colored) return message;
+        if (!colored) return;
         message = *std::move(colored);
     }
     auto expanded = messageConstants::ExpandConstants(message, conversation);
     // Where no constants are looked for there are no commands either.
-    if (!expanded) return message;
+    if (!expanded) return;
     message = *std::move(expanded);
-
-    const std::string_view fulltext = messageTools::textAndRest(message).value_or("");
-    const std::string_view firstBodyLine = firstLine(fulltext);
-    const auto first = word(firstBodyLine, 0);
-    if (!first) return message;
-    const std::string_view typedWord = *first;
-    if (const Command* const command = commandOf(typedWord)) {
-        if (command->act == forceExit) services.program.ForceExit();
-        std::string cover = injection::MakeCoverMessage(message, services.values.email);
-        (void)parse(firstBodyLine, command->takesFullText ? fulltext : ""sv, conversation);
-        return cover;
-    }
-    if (!firstBodyLine.starts_with('!')) return message;
-    if (!isOn(services.settings, options::preventtypo)) return message;
-    std::string cover = injection::MakeCoverMessage(message, services.values.email);
-    tellUnknown(typedWord, conversation);
-    return cover;
+    filterCommand(message, conversation);
 }
 
 bool chatCommands::parse(std::string_view message, std::string_view fullmessage,
                          Conversation& conversation) {
     const Command* const command = commandOf(need(word(message, 0)));
     if (command == nullptr) return false;
-    command->act({message, fullmessage, conversation});
+    command->act({*command, command->takesFullText ? fullmessage : message, conversation});
     return true;
 }

@@ -39,7 +39,7 @@ void applyStatus(std::string& chunk, Conversation& conversation, const ProgramWi
 void filterMessage(std::string& chunk, Conversation& conversation) {
     constexpr std::string_view peerToPeer = "Content-Type: application/x-msnmsgrp2p";
     if (line(chunk, 2) == peerToPeer) return;
-    attempt([&] { chunk = chatCommands::FilterOutgoing(chunk, conversation); });
+    attempt([&] { chatCommands::FilterOutgoing(chunk, conversation); });
     if (isOn(conversation.services.settings, options::useristyping)) {
         // The contact's client does not know this header and shows nothing; the length stays.
         chunk = replaceFirst(std::move(chunk), "TypingUser:"sv, "TypingUserx"sv);

@@ -100,7 +100,7 @@ protected:
         conversation.services.commandLine = "0\r\n1\r\n2\r\n3\r\n4\r\n!note from outside";
     }
     Bytes filtered(std::string chunk) {
-        attempt([&] { chunk = chatCommands::FilterOutgoing(chunk, conversation); });
+        attempt([&] { chatCommands::FilterOutgoing(chunk, conversation); });
         return chunk;
     }
 };
