@@ -1,7 +1,6 @@
 #pragma once
 
-#include "conversation/ConnectionRecord.h"
-
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -13,7 +12,44 @@ class MediaPlayer;
 class NotesStore;
 class Registry;
 class SettingsStore;
-struct ProcessValues;
+
+/// What belongs to the whole process and not to one connection. In memory only; all connections
+/// read and write it, in the order in which their chunks come.
+struct ProcessValues {
+    /// Number of the instance that is the notification-server connection; 0 when there is none.
+    std::int16_t serverID = 0;
+    /// The signed-in account's address.
+    std::string email;
+    /// The second word of the last chunk from a client, on any connection. What the program sends
+    /// of its own borrows it as it stands.
+    std::string tranID;
+    /// The account's nick name, percent-decoded.
+    std::string nickname;
+    /// The nick name to go back to when it no longer follows the player.
+    std::string prewinampnickName;
+    /// What followed the status code in the client's first status command, line end and all.
+    std::string statusPostfix;
+    bool rancolorOn = false;
+    bool winampOn = false;
+    /// What goes before the song in the nick name.
+    std::string winampPrefix;
+    /// The user is signed in.
+    bool loggedin = false;
+};
+
+/// What is known of one connection, beyond its sockets.
+struct ConnectionRecord {
+    /// "9" or "10" once the client has named its dialect; empty before.
+    std::string protocolVersion;
+    /// The contact who was named last on this connection, in whose name words are injected: the
+    /// address, and the nick name still percent-encoded. Empty before the first.
+    std::string contactEmail;
+    std::string contactNick;
+    /// The number of the instance.
+    std::int16_t formID = 0;
+    /// The chosen sign-in status has been put in.
+    bool statusApplied = false;
+};
 
 /// What a conversation can ask of the program as a whole.
 class ProgramActions {

@@ -3,7 +3,6 @@
 #include "base/Failure.h"
 #include "base/text.h"
 #include "conversation/Conversation.h"
-#include "conversation/ProcessValues.h"
 #include "conversation/messageTools.h"
 #include "desktop/mdlFunctions.h"
 #include "desktop/winamp.h"

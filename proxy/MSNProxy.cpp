@@ -2,12 +2,9 @@
 
 #include "base/Failure.h"
 #include "base/text.h"
-#include "conversation/ProcessValues.h"
 #include "desktop/mdlFunctions.h"
 #include "proxy/ProgramWindows.h"
-#include "proxy/ProxyHost.h"
-#include "proxy/clientFilter.h"
-#include "proxy/serverFilter.h"
+#include "proxy/filters.h"
 
 #include <algorithm>
 #include <optional>

@@ -12,7 +12,15 @@
 #include <string>
 #include <string_view>
 
-struct ProxyHost;
+struct ProgramWindows;
+
+/// What a connection asks of the program around it.
+struct ProxyHost {
+    Services& services;
+    const ProgramWindows& windows;
+    Network& network;
+    EventLoop& loop;
+};
 
 /// One connection of the client: the pair of sockets, how the server side is opened, and what
 /// happens to each chunk that passes. A chunk is what one read delivers; it is taken for one

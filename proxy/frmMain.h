@@ -2,11 +2,9 @@
 
 #include "base/Event.h"
 #include "conversation/Conversation.h"
-#include "conversation/ProcessValues.h"
 #include "platform/Winsock.h"
 #include "proxy/MSNProxy.h"
 #include "proxy/ProgramWindows.h"
-#include "proxy/ProxyHost.h"
 
 #include <cstdint>
 #include <map>

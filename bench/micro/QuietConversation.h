@@ -1,7 +1,6 @@
 #pragma once
 
 #include "conversation/Conversation.h"
-#include "conversation/ProcessValues.h"
 #include "platform/Clock.h"
 #include "platform/MachineFacts.h"
 #include "platform/Registry.h"

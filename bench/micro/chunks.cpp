@@ -2,8 +2,7 @@
 
 #include "conversation/messageConstants.h"
 #include "proxy/ProgramWindows.h"
-#include "proxy/clientFilter.h"
-#include "proxy/serverFilter.h"
+#include "proxy/filters.h"
 #include "tests/support/messages.h"
 
 #include <benchmark/benchmark.h>

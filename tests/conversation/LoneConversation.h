@@ -2,7 +2,6 @@
 
 #include "base/Failure.h"
 #include "conversation/Conversation.h"
-#include "conversation/ProcessValues.h"
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/Spine.h"
 
