@@ -6,6 +6,7 @@
 /// at.
 class FileStamp {
 public:
+    /// Watches the file at `path`, which need not be there.
     explicit FileStamp(std::filesystem::path path);
 
     /// False only when the file is surely what it was at the last call. File systems count the time

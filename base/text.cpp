@@ -4,7 +4,7 @@
 
 namespace {
 
-/// What stands behind the occurrence number `count` of `separator`.
+/// What follows the occurrence number `count` of `separator`.
 std::optional<std::string_view> behind(std::string_view text, std::string_view separator,
                                        std::size_t count) {
     for (; count > 0; --count) {

@@ -21,13 +21,13 @@ struct ProcessValues {
     /// The signed-in account's address.
     std::string email;
     /// The second word of the last chunk from a client, on any connection. What the program sends
-    /// of its own borrows it as it stands.
+    /// of its own carries it unchanged.
     std::string tranID;
     /// The account's nick name, percent-decoded.
     std::string nickname;
     /// The nick name to go back to when it no longer follows the player.
     std::string prewinampnickName;
-    /// What followed the status code in the client's first status command, line end and all.
+    /// What followed the status code in the client's first status command, with its line end.
     std::string statusPostfix;
     bool rancolorOn = false;
     bool winampOn = false;
@@ -56,15 +56,17 @@ class ProgramActions {
 public:
     virtual ~ProgramActions() = default;
 
-    /// Fills the tokens in `text`, in place, and makes it the user's nick name, if there is a
-    /// notification-server connection to tell it to.
+    /// Fills the tokens in `text`, in place, and asks the server to make it the user's nick name,
+    /// if there is a notification-server connection. Abandons the step where a token has no value
+    /// or the server is gone.
     virtual void ApplyNickTemplate(std::string& text) = 0;
+    /// Opens the window of the notes.
     virtual void ShowNotes() = 0;
     /// Takes the tray icon away and ends the process at once.
     [[noreturn]] virtual void ForceExit() = 0;
 };
 
-/// What the machine and the stores have for the features of a conversation.
+/// What the machine and the stores offer to the features of a conversation.
 struct Facilities {
     SettingsStore& settings;
     MachineFacts& machine;
@@ -95,7 +97,7 @@ public:
     Conversation& operator=(const Conversation&) = delete;
     virtual ~Conversation() = default;
 
-    /// Sends bytes to the client. Fails when it is gone.
+    /// Sends bytes to the client. Abandons the step when it is gone.
     virtual void sendToClient(std::string_view bytes) = 0;
     /// Shows a toast.
     virtual void showPopup(std::string_view text) = 0;

@@ -44,8 +44,8 @@ std::optional<std::string> contactName(Conversation& conversation) {
     return mdlFunctions::UrlDecode(conversation.connection.contactNick);
 }
 
-/// Speaks in the conversation; a client that is gone misses it.
-void speak(Conversation& conversation, const std::string& words, std::string_view color) {
+/// Shows words in the conversation; nothing happens when the client is gone.
+void inject(Conversation& conversation, const std::string& words, std::string_view color) {
     attempt([&] { injection::InjectMessage(conversation, words, color, noEffects); });
 }
 
@@ -71,7 +71,7 @@ void alerts::join(Conversation& conversation) {
     const auto contact = contactName(conversation);
     if (!contact) return;
     const std::string name = injection::boldName(*contact, conversation);
-    speak(conversation, name + " has joined the conversation window.", alertColor);
+    inject(conversation, name + " has joined the conversation window.", alertColor);
 }
 
 void alerts::lastWords(Conversation& conversation) {
@@ -81,7 +81,7 @@ void alerts::lastWords(Conversation& conversation) {
     if (!isOn(conversation, options::lastthing)) return;
     const std::string words = mdlEncode::Base64Decode(kept).value_or(kept);
     const std::string name = injection::boldName(contact, conversation);
-    speak(conversation, "Last thing " + name + " said:\r\n\r\n" + words, "");
+    inject(conversation, "Last thing " + name + " said:\r\n\r\n" + words, "");
 }
 
 void alerts::closeWindow(std::string_view chunk, Conversation& conversation) {
@@ -91,11 +91,11 @@ void alerts::closeWindow(std::string_view chunk, Conversation& conversation) {
     const std::string leaver = removeAll(word(chunk, 1).value_or(""), lineEnd);
     constexpr std::string_view left = " has left your conversation window.";
     // The words come in the contact's own name, so another one who leaves has to be named.
-    speak(conversation,
-          leaver == conversation.connection.contactEmail
-              ? "I have left your conversation window."
-              : injection::boldName(leaver, conversation).append(left),
-          alertColor);
+    inject(conversation,
+           leaver == conversation.connection.contactEmail
+               ? "I have left your conversation window."
+               : injection::boldName(leaver, conversation).append(left),
+           alertColor);
     conversation.addToLog(leaver + std::string(left));
 }
 

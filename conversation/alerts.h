@@ -4,22 +4,23 @@
 
 class Conversation;
 
-/// Tells the user what contacts do, each as far as its option is "True". They take the chunk of the
-/// server and run statement by statement; nothing fails.
+/// What the user is told of contacts when the option for it is on. Each is raised by a command of
+/// the server, whose chunk it takes (`filterServerChunk` in proxy/filters.cpp). What cannot be read
+/// out of the chunk, or not be sent, is left out; none abandons its caller.
 namespace alerts {
 
 /// "RNG": toast and log.
 void openWindow(std::string_view chunk, Conversation& conversation);
-/// "JOI": words in the conversation, in the name of the contact who has just been recorded.
+/// "JOI": words in the conversation, about the contact who has just been recorded.
 void join(Conversation& conversation);
-/// The last thing that this contact said, at any time before.
+/// "JOI" too: the last thing that this contact said, however long ago.
 void lastWords(Conversation& conversation);
 /// "BYE": words in the conversation, and log.
 void closeWindow(std::string_view chunk, Conversation& conversation);
 /// "FLN": toast and log.
 void offline(std::string_view chunk, Conversation& conversation);
 
-/// Keeps what a contact has said.
+/// Keeps what a contact has said, unless it is blank, in place of what was kept before.
 void rememberWords(std::string_view sender, std::string_view text, Conversation& conversation);
 
 }  // namespace alerts

@@ -69,8 +69,8 @@ void search(const Typed& typed, void (*site)(std::string& text, Browser& browser
 
 void forceExit(const Typed& typed) { typed.conversation.services.program.ForceExit(); }
 
-/// Speaks in the contact's name, once there is a contact.
-void speak(const Typed& typed, const std::string& words) {
+/// Shows words in the contact's name, once there is a contact.
+void inject(const Typed& typed, const std::string& words) {
     const ConnectionRecord& connection = typed.conversation.connection;
     if (connection.contactEmail.empty() || connection.contactNick.empty()) {
         typed.conversation.showPopup("No user in conversation.");
@@ -79,9 +79,9 @@ void speak(const Typed& typed, const std::string& words) {
     injection::InjectMessage(typed.conversation, words, "000000", "B");
 }
 
-void makeMeSay(const Typed& typed) { speak(typed, argumentOf(typed)); }
+void makeMeSay(const Typed& typed) { inject(typed, argumentOf(typed)); }
 
-void preview(const Typed& typed) { speak(typed, "Message Preview: \r\n\r\n" + argumentOf(typed)); }
+void preview(const Typed& typed) { inject(typed, "Message Preview: \r\n\r\n" + argumentOf(typed)); }
 
 void nickFollowsPlayer(const Typed& typed) {
     Services& services = typed.conversation.services;
@@ -149,8 +149,8 @@ std::string SplitTrailingData(std::string_view message, Conversation& conversati
     return chatCommands::parse(secondCommand, text, conversation) ? first : std::string(message);
 }
 
-/// Tells the user, in the contact's name, of a command that does not exist.
-void tellUnknown(std::string_view typedWord, Conversation& conversation) {
+/// Shows, in the contact's name, that there is no such command.
+void reportUnknown(std::string_view typedWord, Conversation& conversation) {
     injection::InjectMessage(conversation,
                              injection::boldName(typedWord, conversation) + " command not known.",
                              "ff", "");
@@ -170,7 +170,7 @@ void filterCommand(std::string& message, Conversation& conversation) {
     if (known) {
         (void)chatCommands::parse(typed, text, conversation);
     } else {
-        tellUnknown(*typedWord, conversation);
+        reportUnknown(*typedWord, conversation);
     }
     message = std::move(cover);
 }

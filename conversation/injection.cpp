@@ -6,13 +6,6 @@
 #include "conversation/messageTools.h"
 #include "desktop/mdlFunctions.h"
 
-namespace {
-
-/// The control character that switches bold on and off in the Messenger Plus add-on.
-constexpr char boldCode = '\x02';
-
-}  // namespace
-
 std::string injection::BuildFakeMessage(std::string_view contactNick, std::string_view contactEmail,
                                         std::string_view message, std::string_view color,
                                         std::string_view effects) {

@@ -11,7 +11,10 @@ class Conversation;
 /// borrow the number that a client used last.
 namespace injection {
 
-/// A message as the server delivers one of a contact: the program speaks in the contact's name.
+/// Switches bold on and off in a text, for those who have the Messenger Plus add-on.
+inline constexpr char boldCode = '\x02';
+
+/// A message as the server delivers one of a contact: its words appear as the contact's.
 /// `color` is a colour code, "0" when empty; `effects` is "B" for bold.
 [[nodiscard]] std::string BuildFakeMessage(std::string_view contactNick,
                                            std::string_view contactEmail, std::string_view message,

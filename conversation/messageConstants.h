@@ -9,7 +9,7 @@ struct Services;
 
 namespace messageConstants {
 
-/// `message` with the tokens that the user typed replaced by what they stand for, anywhere in the
+/// `message` with the tokens that the user typed replaced by their values, anywhere in the
 /// chunk, and with its true length. Nothing when the option is off, or when the declared length is
 /// above 1640 or not there. Abandons the step where a token has no value.
 [[nodiscard]] std::optional<std::string> ExpandConstants(std::string_view message,

@@ -41,7 +41,7 @@ std::optional<std::int32_t> integerPart(std::string_view text) {
     return static_cast<std::int32_t>(value);
 }
 
-/// What stands between the first "CO=" of the colour field and the semicolon behind it.
+/// The text between the first "CO=" of the colour field and the semicolon behind it.
 std::optional<std::string_view> oldColor(std::string_view field) {
     constexpr std::string_view mark = "CO=";
     const std::size_t found = field.find(mark);

@@ -1,5 +1,6 @@
 #include "conversation/timestamps.h"
 
+#include "conversation/injection.h"
 #include "conversation/messageTools.h"
 #include "platform/Clock.h"
 #include "stores/options.h"
@@ -8,11 +9,10 @@
 
 namespace {
 
-/// The formatting codes of the Messenger Plus add-on.
-constexpr char boldCode = '\x02';
+/// Stands before a colour's number in a text, for those who have the Messenger Plus add-on.
 constexpr char colorMark = '\x03';
 
-/// What stands around the time: the first characters of the two options.
+/// What surrounds the time: the first characters of the two options.
 struct Brackets {
     std::string prefix;
     std::string postfix;
@@ -56,6 +56,6 @@ std::optional<std::string> timestamps::StampFormatted(std::string_view message,
     // Two colour marks, a colour of one character, the code of bold, a blank and the two brackets.
     const auto stamped = lengthened(message, 7, clock);
     if (!stamped) return std::nullopt;
-    return *stamped + colorMark + colorMark + color + boldCode + " " + brackets.prefix +
+    return *stamped + colorMark + colorMark + color + injection::boldCode + " " + brackets.prefix +
            clock.timeText() + brackets.postfix;
 }

@@ -15,8 +15,8 @@ using namespace std::string_view_literals;
 
 namespace {
 
-/// What memory sizes are divided by. It is not the 1048576 that the unit promises, and users know
-/// their machines by the figures that it gives.
+/// What memory sizes are divided by: a little less than the 1048576 of the unit, so that 536870912
+/// bytes are shown as "514.2 Mb".
 constexpr double bytesPerMb = 1044032.0;
 
 /// Memory in tenths of a Mb, rounded half up. Sizes are counts of 32 bits with a sign, and a

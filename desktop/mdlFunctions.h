@@ -11,9 +11,9 @@
 class MachineFacts;
 class Registry;
 
-/// Small free-standing functions: facts about the machine, the percent coding of nick names,
-/// readers of byte text, window helpers and the table of status words. None holds state. What
-/// cannot be computed is nothing.
+/// Small functions without a state: facts about the machine, the percent coding of nick names,
+/// readers of byte text, window helpers and the table of status words. What cannot be computed
+/// is nothing.
 namespace mdlFunctions {
 
 /// Physical memory that is free, as in "127.4 Mb".

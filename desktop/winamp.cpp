@@ -1,6 +1,7 @@
 #include "desktop/winamp.h"
 
 #include "base/Failure.h"
+#include "base/text.h"
 #include "platform/MediaPlayer.h"
 
 #include <algorithm>
@@ -41,8 +42,7 @@ std::string winamp::CurrentSong(MediaPlayer& player) {
 }
 
 int winamp::transportCommand(std::string_view message) {
-    const std::size_t end = message.find_last_not_of(' ');
-    message = message.substr(0, end == std::string_view::npos ? 0 : end + 1);
+    message = trimmed(message);
     for (const auto& [ending, number] : transportCommands) {
         if (message.ends_with(ending)) return number;
     }

@@ -8,7 +8,7 @@ class MediaPlayer;
 /// The song in the player's title, and the player's five transport commands.
 namespace winamp {
 
-/// What stands between the track number and " - Winamp" in the player's title: exact for a track
+/// The text between the track number and " - Winamp" in the player's title: exact for a track
 /// number of one or two digits, and for others what the same positions give. A title without that
 /// name is the song.
 [[nodiscard]] std::string songInTitle(std::string title);

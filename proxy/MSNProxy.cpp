@@ -16,13 +16,13 @@ namespace {
 
 constexpr std::chrono::milliseconds watchInterval{100};
 
-/// A peer that does not take what it is sent makes the other one wait: reading stops above the
-/// first mark and goes on below the second.
-constexpr std::size_t mostWaitingBytes = std::size_t{8} * 1024 * 1024;
-constexpr std::size_t fewWaitingBytes = mostWaitingBytes / 2;
+/// A peer that does not take what it is sent makes the other one wait: with more bytes than the
+/// high mark to be sent reading stops, with fewer than the low one it goes on.
+constexpr std::size_t highWaterMark = std::size_t{8} * 1024 * 1024;
+constexpr std::size_t lowWaterMark = highWaterMark / 2;
 
 /// The reply to a SOCKS request begins with these; the port and address follow. The first byte is
-/// 4 on purpose, where the standard has 0: it is what the client has always been answered.
+/// 4, where SOCKS 4 has 0: Messenger and `nc -X 4` take it, curl and proxychains do not.
 constexpr std::string_view requestGranted = "\x04\x5A";
 constexpr std::string_view connectRequest = "\x04\x01";
 
@@ -109,13 +109,13 @@ void MSNProxy::ChangeNick(std::string_view strcommand) {
     std::string command = connection.protocolVersion == "9"
                               ? "REA " + values.tranID + " " + values.email + " "
                               : "PRP " + values.tranID + " MFN ";
-    command.append(strcommand).append("\r\n");
+    command.append(strcommand).append(lineEnd);
     Winsock1[serverSide]->SendData(command);
 }
 
 void MSNProxy::ChangeStatus(std::string_view strstatus) {
     std::string command = "CHG " + services.values.tranID + " ";
-    command.append(strstatus).append(" ").append(services.values.statusPostfix).append("\r\n");
+    command.append(strstatus).append(" ").append(services.values.statusPostfix).append(lineEnd);
     Winsock1[serverSide]->SendData(command);
 }
 
@@ -148,8 +148,8 @@ void MSNProxy::Timer1_Timer() {
 void MSNProxy::Winsock1_SendProgress(int Index, std::size_t bytesRemaining) {
     Label1 = bytesRemaining;
     Winsock& otherSide = *Winsock1[1 - Index];
-    if (bytesRemaining > mostWaitingBytes) otherSide.SetReading(false);
-    if (bytesRemaining < fewWaitingBytes) otherSide.SetReading(true);
+    if (bytesRemaining > highWaterMark) otherSide.SetReading(false);
+    if (bytesRemaining < lowWaterMark) otherSide.SetReading(true);
 }
 
 void MSNProxy::Winsock1_DataArrival(int Index) {
@@ -158,25 +158,25 @@ void MSNProxy::Winsock1_DataArrival(int Index) {
     if (stream.blocked) return;
     std::string& buffer = stream.receiveBuffer;
     buffer += Winsock1[Index]->GetData();
-    if (eventEndsAtForeignFrame(stream)) return;
-    if (!eventEndsAtSocksRequest(buffer) && !eventEndsAtDirectConnect(Index, buffer)) {
+    if (takesForeignFrames(stream)) return;
+    if (!takesSocksRequest(buffer) && !dropsDirectConnect(Index, buffer)) {
         relay(Index, buffer);
     }
     empty(buffer);
 }
 
 /// Takes whole frames of another protocol off the head of the buffer; they are sent nowhere. True
-/// when what is left waits there for more.
-bool MSNProxy::eventEndsAtForeignFrame(Stream& stream) {
+/// when what is left is kept until more of it arrives.
+bool MSNProxy::takesForeignFrames(Stream& stream) {
     std::string_view rest = stream.receiveBuffer;
-    const bool ends = endsAfterFrames(stream, rest);
+    const bool ends = takesFrames(stream, rest);
     // Once and not frame by frame, which would cost the square of what one read can hold.
     stream.receiveBuffer.erase(0, stream.receiveBuffer.size() - rest.size());
     return ends;
 }
 
-/// Takes the frames off `rest`.
-bool MSNProxy::endsAfterFrames(Stream& stream, std::string_view& rest) {
+/// The same for `rest`, which is the buffer.
+bool MSNProxy::takesFrames(Stream& stream, std::string_view& rest) {
     while (beginsLikeForeignFrame(rest)) {
         if (!stream.frameWaiting) {
             if (const auto payload = twoByteNumber(characters(rest, 5, 6))) {
@@ -201,8 +201,8 @@ bool MSNProxy::endsAfterFrames(Stream& stream, std::string_view& rest) {
     return false;
 }
 
-/// Opens the server side when the client asks for it. The answer comes when that has connected.
-bool MSNProxy::eventEndsAtSocksRequest(std::string_view buffer) {
+/// Opens the server side when the client asks for it. The answer is sent when that has connected.
+bool MSNProxy::takesSocksRequest(std::string_view buffer) {
     if (!buffer.starts_with(connectRequest)) return false;
     if (const auto port = twoByteNumber(characters(buffer, 3, 4))) destinationPort = *port;
     if (auto address = dottedAddress(buffer)) destinationAddress = *std::move(address);
@@ -211,14 +211,14 @@ bool MSNProxy::eventEndsAtSocksRequest(std::string_view buffer) {
     return true;
 }
 
-/// A direct-connection header of the same foreign protocol is dropped while much waits to be sent.
-bool MSNProxy::eventEndsAtDirectConnect(int Index, const std::string& buffer) {
+/// True for a direct-connection header of the same foreign protocol while much waits to be sent.
+bool MSNProxy::dropsDirectConnect(int Index, const std::string& buffer) {
     if (!buffer.starts_with("ODC2"sv)) return false;
     if (Index == serverSide) {
         directConnectName = removeAll(characters(buffer, 45, 60), "\0"sv);
     }
-    // The codes give the loop a turn, in which the buffer may change: what is compared is what
-    // stood there before, and what is read afterwards is what stands there then.
+    // The codes give the loop a turn, in which the buffer may change: the bytes are those from
+    // before it, the codes those from after it.
     const std::string bytes(characters(buffer, 29, 30));
     const bool nuls = bytes == mdlFunctions::CodesToText("0 0", [this] { host.loop.turn(); });
     const auto first = code(buffer, 31);

@@ -34,20 +34,22 @@ public:
     /// The connection is over, and so is the use of this instance.
     Event<> FreePort;
 
+    /// Not connected yet. What `host` names outlives the instance.
     explicit MSNProxy(ProxyHost& host);
 
-    /// Takes over the requested connection as the client side. Statement by statement.
+    /// Takes over the requested connection as the client side, if it is still there.
     void Connect(RequestId requestID);
-    /// Tells the instance its number. Fails for one that has no 16 bits.
+    /// Gives the instance its number. Abandons the step for one of more than 16 bits.
     void SetFormID(std::int32_t FormIDStart);
 
-    /// `ThePort` as two characters, most significant first. Fails below 0 and above 65,535.
+    /// `ThePort` as two characters, most significant first. Abandons the step below 0 and
+    /// above 65,535.
     [[nodiscard]] static std::string IntegerToBase256(std::int32_t ThePort);
 
-    /// Asks the server for a nick name, percent-encoded, in the client's dialect. Fails when the
-    /// server is gone.
+    /// Asks the server for a nick name, percent-encoded, in the client's dialect. Abandons the step
+    /// when the server is gone.
     void ChangeNick(std::string_view strcommand);
-    /// Asks the server for a status, by its code. Fails when the server is gone.
+    /// Asks the server for a status, by its code. Abandons the step when the server is gone.
     void ChangeStatus(std::string_view strstatus);
 
     /// Ends the connection: the sockets close at once and nothing ticks any more.
@@ -55,6 +57,7 @@ public:
     /// An event of this instance is running, so it must not be destroyed yet.
     [[nodiscard]] bool isInEvent() const { return runningEvents > 0; }
 
+    /// What is known of the connection.
     [[nodiscard]] const ConnectionRecord& record() const { return connection; }
 
 private:
@@ -70,7 +73,7 @@ private:
         /// The whole length of the foreign frame that is being received, while `frameWaiting`.
         std::int32_t frameLength = 0;
         bool frameWaiting = false;
-        /// A foreign frame whose length makes no sense stands at the head. Nothing gets past it.
+        /// A foreign frame of an impossible length has arrived. Nothing gets past it.
         bool blocked = false;
     };
 
@@ -79,10 +82,10 @@ private:
     void Winsock1_SendProgress(int Index, std::size_t bytesRemaining);
     void Timer1_Timer();
 
-    [[nodiscard]] static bool eventEndsAtForeignFrame(Stream& stream);
-    [[nodiscard]] static bool endsAfterFrames(Stream& stream, std::string_view& rest);
-    [[nodiscard]] bool eventEndsAtSocksRequest(std::string_view buffer);
-    [[nodiscard]] bool eventEndsAtDirectConnect(int Index, const std::string& buffer);
+    [[nodiscard]] static bool takesForeignFrames(Stream& stream);
+    [[nodiscard]] static bool takesFrames(Stream& stream, std::string_view& rest);
+    [[nodiscard]] bool takesSocksRequest(std::string_view buffer);
+    [[nodiscard]] bool dropsDirectConnect(int Index, const std::string& buffer);
     void relay(int Index, std::string& buffer);
 
     void sendToClient(std::string_view bytes) override;

@@ -154,14 +154,14 @@ INSTANTIATE_TEST_SUITE_P(Sites, SearchCommand,
 
 TEST_F(ChatCommand, MakeMeSaySpeaksInTheContactsNameBoldAndBlack) {
     expectConsumed("!makemesay hello there\r\ndropped");
-    EXPECT_THAT(heard(), ElementsAre(Bytes(spoken("hello there", "000000", "B"))));
+    EXPECT_THAT(newToClient(), ElementsAre(Bytes(spoken("hello there", "000000", "B"))));
     EXPECT_THAT(toasts(), IsEmpty());
 }
 
 TEST_F(ChatCommand, PreviewShowsTheWholeTextWithItsConstants) {
     expectConsumed("!preview <t>\r\nsecond");
     EXPECT_THAT(
-        heard(),
+        newToClient(),
         ElementsAre(Bytes(spoken("Message Preview: \r\n\r\n12:30:05\r\nsecond", "000000", "B"))));
 }
 
@@ -187,7 +187,7 @@ TEST_P(SpeakingCommand, NeedsAContactWithAddressAndNick) {
     EXPECT_EQ(typed(GetParam() + " hello"), cover("12", ""));
     join(" Bob");
     EXPECT_EQ(typed(GetParam() + " hello"), cover("12", ""));
-    EXPECT_THAT(heard(), IsEmpty());
+    EXPECT_THAT(newToClient(), IsEmpty());
     EXPECT_THAT(toasts(), testing::Each("No user in conversation."));
     EXPECT_EQ(toasts().size(), 3U);
 }

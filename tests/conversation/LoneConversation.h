@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-/// What a conversation stands on where there is no host.
+/// What a conversation needs, without a host.
 class LoneProgram : public ProgramActions {
 public:
     FakeFacilities facilities;

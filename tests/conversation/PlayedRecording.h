@@ -96,7 +96,7 @@ protected:
         client.sent.clear();
         server.sent.clear();
         (read.fromClient ? client : server).arrive(read.bytes);
-        return {told(server), told(client), toasts(), logged()};
+        return {sentBy(server), sentBy(client), toasts(), logged()};
     }
     /// Plays the recording. `change` makes of what is expected otherwise what it is with the
     /// feature, and says whether it did; `changes` is how often it does in each recording, none in

@@ -33,7 +33,7 @@ struct Bytes {
     return head + " " + std::to_string(payload.size()) + "\r\n" + payload;
 }
 
-/// The payload by which a client tells that `email` is typing.
+/// The payload of a notice that `email` is typing.
 [[nodiscard]] inline std::string typingPayload(const std::string& email = "ann@example.com") {
     return "MIME-Version: 1.0\r\nContent-Type: text/x-msmsgscontrol\r\nTypingUser: " + email +
            "\r\n\r\n\r\n";
@@ -79,13 +79,13 @@ protected:
     std::vector<Bytes> toServer(const std::string& chunk, std::size_t connection = 1) {
         spine.server(connection).sent.clear();
         spine.client(connection).arrive(chunk);
-        return told(spine.server(connection));
+        return sentBy(spine.server(connection));
     }
     /// All that the client is sent for one read of the server.
     std::vector<Bytes> toClient(const std::string& chunk, std::size_t connection = 1) {
         spine.client(connection).sent.clear();
         spine.server(connection).arrive(chunk);
-        return told(spine.client(connection));
+        return sentBy(spine.client(connection));
     }
     /// What became of a text that the user typed: the one chunk that the server is sent.
     Bytes typed(const std::string& text, const std::string& number = "12") {
@@ -107,15 +107,15 @@ protected:
     }
 
     /// What the client was sent since it was last looked at.
-    std::vector<Bytes> heard(std::size_t connection = 1) {
-        auto chunks = told(spine.client(connection));
+    std::vector<Bytes> newToClient(std::size_t connection = 1) {
+        auto chunks = sentBy(spine.client(connection));
         spine.client(connection).sent.clear();
         return chunks;
     }
     std::vector<std::string>& toasts() { return spine.windows.toasts; }
     std::vector<std::string>& logged() { return spine.windows.logged; }
 
-    static std::vector<Bytes> told(const FakeWinsock& socket) {
+    static std::vector<Bytes> sentBy(const FakeWinsock& socket) {
         return {socket.sent.begin(), socket.sent.end()};
     }
     static Bytes only(const std::vector<Bytes>& chunks) {

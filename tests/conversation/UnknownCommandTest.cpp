@@ -26,7 +26,7 @@ class Typos : public UnknownCommand, public testing::WithParamInterface<Typo> {}
 
 TEST_P(Typos, AreToldInTheContactsNameAndNotSent) {
     EXPECT_EQ(typed(GetParam().text), cover("12"));
-    EXPECT_THAT(heard(),
+    EXPECT_THAT(newToClient(),
                 ElementsAre(Bytes(spoken(std::string(GetParam().word) + " command not known."))));
     EXPECT_THAT(toasts(), IsEmpty());
 }
@@ -34,15 +34,15 @@ TEST_P(Typos, AreToldInTheContactsNameAndNotSent) {
 TEST_P(Typos, AreToldInBoldWithTheAddOn) {
     spine.facilities.registry.hasAddOn = true;
     EXPECT_EQ(typed(GetParam().text), cover("12"));
-    EXPECT_THAT(heard(), ElementsAre(Bytes(spoken("\x02" + std::string(GetParam().word) +
-                                                  "\x02 command not known."))));
+    EXPECT_THAT(newToClient(), ElementsAre(Bytes(spoken("\x02" + std::string(GetParam().word) +
+                                                        "\x02 command not known."))));
 }
 
 TEST_P(Typos, GoToTheContactWithoutTheOption) {
     for (const std::string value : {"", "False", "true", "1"}) {
         set("preventtypo", value);
         EXPECT_EQ(typed(GetParam().text), clientText(GetParam().text));
-        EXPECT_THAT(heard(), IsEmpty());
+        EXPECT_THAT(newToClient(), IsEmpty());
     }
 }
 
@@ -57,7 +57,7 @@ class NoCommand : public UnknownCommand, public testing::WithParamInterface<std:
 
 TEST_P(NoCommand, GoesToTheContact) {
     EXPECT_EQ(typed(GetParam()), clientText(GetParam()));
-    EXPECT_THAT(heard(), IsEmpty());
+    EXPECT_THAT(newToClient(), IsEmpty());
     EXPECT_THAT(toasts(), IsEmpty());
 }
 
@@ -69,7 +69,8 @@ INSTANTIATE_TEST_SUITE_P(Texts, NoCommand,
 TEST_F(UnknownCommand, IsToldWithEmptyNamesWhileThereIsNoContact) {
     spine.relay();
     EXPECT_EQ(only(toServer(clientText("!typo"), 2)), cover("12"));
-    EXPECT_THAT(heard(2), ElementsAre(Bytes(spoken("!typo command not known.", "ff", "", " "))));
+    EXPECT_THAT(newToClient(2),
+                ElementsAre(Bytes(spoken("!typo command not known.", "ff", "", " "))));
 }
 
 TEST_F(UnknownCommand, GoesToTheContactWhereTheUserCannotBeTold) {
