@@ -99,7 +99,9 @@ void frmMain::MSNProxy1_FreePort(std::int16_t Index) {
     windows.changetraycaption(caption);
 }
 
-void frmMain::MSNProxy1_log(std::string_view text) { windows.addToLog(removeAll(text, "\r\n"sv)); }
+void frmMain::MSNProxy1_log(std::string_view text) const {
+    windows.addToLog(removeAll(text, "\r\n"sv));
+}
 
 void frmMain::ChangeSong_Timer() {
     // Nothing changes until the player does.

@@ -61,7 +61,7 @@ private:
     [[nodiscard]] std::vector<MenuEntry> mnupopup();
     void Winsock1_ConnectionRequest(RequestId requestID);
     void MSNProxy1_FreePort(std::int16_t Index);
-    void MSNProxy1_log(std::string_view text);
+    void MSNProxy1_log(std::string_view text) const;
     void loadInstance(std::int16_t Index);
     void destroyUnloaded();
 

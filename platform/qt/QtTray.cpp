@@ -48,8 +48,8 @@ private:
         }
     }
 
-    // Not before there is a place: Qt settles at the first icon, for good, what kind of place it
-    // looks for.
+    // Not before there is a place: with the first icon Qt decides, for the whole run, which kind of
+    // place it uses.
     void show() {
         icon = std::make_unique<QSystemTrayIcon>(QApplication::windowIcon());
         icon->setContextMenu(&menu);

@@ -6,8 +6,7 @@
 
 /// How long a window lives.
 enum class FormLife {
-    UntilClosed,  ///< it is made anew for each showing, and destroyed after the event that closed
-                  ///< it
+    UntilClosed,  ///< made anew for each showing, destroyed after the event that closed it
     WholeRun,     ///< closing only hides it, so that what it holds stays
 };
 
@@ -24,7 +23,7 @@ public:
     FormHolder& operator=(const FormHolder&) = delete;
     ~FormHolder() = default;
 
-    /// The window, shown or not.
+    /// The window, shown or not. It is made where there is none.
     [[nodiscard]] Window& load() {
         if (form) return *form;
         form = make();

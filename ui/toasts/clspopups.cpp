@@ -1,6 +1,5 @@
 #include "ui/toasts/clspopups.h"
 
-#include "base/Failure.h"
 #include "desktop/mdlFunctions.h"
 #include "platform/ForeignWindows.h"
 
@@ -17,7 +16,7 @@ int screenHeight() { return screenPlace().height() * twipsPerPixel; }
 
 }  // namespace
 
-std::int16_t clspopups::TaskbarHeight() {
+std::optional<std::int16_t> clspopups::TaskbarHeight() {
     const QRect screen = screenPlace();
     int bottom = screen.height();
     if (const auto area = windows.workArea()) {
@@ -47,10 +46,10 @@ bool clspopups::popup(std::string_view text) {
 void clspopups::show(std::size_t slot, std::string_view text) {
     frmpopup& window = load(slot);
     window.Label1.setText(text);
-    attempt([&] {
-        const int top = toastPlaces::top(static_cast<int>(slot), screenHeight(), TaskbarHeight());
+    if (const auto taskbar = TaskbarHeight()) {
+        const int top = toastPlaces::top(static_cast<int>(slot), screenHeight(), *taskbar);
         window.move(screenPlace().topLeft() + QPoint(pixels(toastPlaces::left), pixels(top)));
-    });
+    }
     mdlFunctions::SetTopMost("Enabled", window.winId(), windows);
     std::int16_t invisible = 0;
     mdlFunctions::SetWindowOpacity(window.winId(), invisible, windows);

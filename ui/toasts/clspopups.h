@@ -6,6 +6,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 class EventLoop;
@@ -21,8 +22,8 @@ public:
     /// only on a screen too low to have as many places.
     bool popup(std::string_view text);
 
-    /// The height of a task bar at the bottom of the screen, in twips. Fails above 32,767.
-    [[nodiscard]] std::int16_t TaskbarHeight();
+    /// The height of a task bar at the bottom of the screen, in twips. Nothing above 32,767.
+    [[nodiscard]] std::optional<std::int16_t> TaskbarHeight();
 
 private:
     void show(std::size_t slot, std::string_view text);

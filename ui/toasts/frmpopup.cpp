@@ -1,6 +1,5 @@
 #include "ui/toasts/frmpopup.h"
 
-#include "base/Failure.h"
 #include "desktop/mdlFunctions.h"
 #include "platform/EventLoop.h"
 #include "ui/common/look.h"
@@ -86,9 +85,9 @@ frmpopup::~frmpopup() = default;
 void frmpopup::FadeIn() const { Timer2->enable(fadeDelay); }
 
 void frmpopup::Timer2_Timer() {
-    for (std::int16_t step = 1; step <= 10; ++step) {
-        setOpacity(need(checked<std::int16_t>(10 * step)));
-    }
+    constexpr std::array<std::int16_t, 10> steps{10, 20, 30, 40, 50, 60, 70, 80, 90, 100};
+    for (const std::int16_t percentage : steps)
+        setOpacity(percentage);
     Timer2->disable();
 }
 

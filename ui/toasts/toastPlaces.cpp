@@ -11,8 +11,8 @@ int lastPlace(int screenHeight) {
     return screenHeight / heightInPixels - 2;
 }
 
-std::int16_t TaskbarHeight(int screenHeight, int workBottom) {
-    return need(checked<std::int16_t>((pixels(screenHeight) - workBottom) * twipsPerPixel));
+std::optional<std::int16_t> TaskbarHeight(int screenHeight, int workBottom) {
+    return checked<std::int16_t>((pixels(screenHeight) - workBottom) * twipsPerPixel);
 }
 
 int top(int slot, int screenHeight, int taskbarHeight) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 /// The places of toasts: at the bottom left of the screen, one above the other. All measures are
 /// twips where they do not say otherwise.
@@ -19,8 +20,8 @@ constexpr int slots = 11;
 [[nodiscard]] int lastPlace(int screenHeight);
 
 /// How much of the screen a task bar at its bottom takes, when the work area ends at `workBottom`
-/// pixels. Fails above 32,767.
-[[nodiscard]] std::int16_t TaskbarHeight(int screenHeight, int workBottom);
+/// pixels. Nothing above 32,767.
+[[nodiscard]] std::optional<std::int16_t> TaskbarHeight(int screenHeight, int workBottom);
 
 /// The upper edge of the toast in a slot, counted from 0. It may be above the screen.
 [[nodiscard]] int top(int slot, int screenHeight, int taskbarHeight);
