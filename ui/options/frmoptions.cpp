@@ -1,6 +1,5 @@
 #include "ui/options/frmoptions.h"
 
-#include "base/Failure.h"
 #include "desktop/frmTitle.h"
 #include "desktop/mdlFunctions.h"
 #include "platform/Client.h"
