@@ -1,0 +1,17 @@
+# Read by ctest, through cmake/suites.cmake.
+if(NOT EXISTS ${program})
+    add_test(${target}${suffix}_IS_NOT_BUILT ${program})
+    return()
+endif()
+set(listing ${program}.suites)
+if(${program} IS_NEWER_THAN ${listing})
+    execute_process(COMMAND ${program} --gtest_list_tests
+        OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
+    file(WRITE ${listing} "${text}")
+endif()
+file(STRINGS ${listing} suites REGEX "^[A-Za-z0-9_/]+\\.( |$)")
+foreach(suite IN LISTS suites)
+    string(REGEX REPLACE "\\..*" "" suite "${suite}")
+    add_test(${suite}${suffix} ${program} --gtest_filter=${suite}.*)
+    set_tests_properties(${suite}${suffix} PROPERTIES ${properties})
+endforeach()
