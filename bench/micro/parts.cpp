@@ -41,12 +41,10 @@ void writeSetting(benchmark::State& state) {
     }
 }
 
-constexpr int kilobyte = 1024;
-
-BENCHMARK(base64Encode)->Arg(kilobyte)->Arg(1024 * kilobyte)->Complexity(benchmark::oN);
-BENCHMARK(base64Decode)->Arg(kilobyte)->Arg(1024 * kilobyte)->Complexity(benchmark::oN);
-BENCHMARK(urlEncode)->Arg(kilobyte)->Arg(16 * kilobyte)->Complexity(benchmark::oN);
-BENCHMARK(urlDecode)->Arg(kilobyte)->Arg(16 * kilobyte)->Complexity(benchmark::oN);
+BENCHMARK(base64Encode)->Arg(1024)->Arg(1024 * 1024)->Complexity(benchmark::oN);
+BENCHMARK(base64Decode)->Arg(1024)->Arg(1024 * 1024)->Complexity(benchmark::oN);
+BENCHMARK(urlEncode)->Arg(1024)->Arg(16 * 1024)->Complexity(benchmark::oN);
+BENCHMARK(urlDecode)->Arg(1024)->Arg(16 * 1024)->Complexity(benchmark::oN);
 BENCHMARK(readSetting);
 BENCHMARK(writeSetting);
 

@@ -10,36 +10,37 @@ namespace {
 
 using testing::Values;
 
-struct Title {
+struct TitleCase {
     const char* title;
     const char* song;
 };
 
-void PrintTo(const Title& title, std::ostream* out) { *out << escaped(title.title); }
+void PrintTo(const TitleCase& title, std::ostream* out) { *out << escaped(title.title); }
 
-class SongInTitle : public testing::TestWithParam<Title> {};
+class SongInTitle : public testing::TestWithParam<TitleCase> {};
 
 TEST_P(SongInTitle, StandsBetweenTheFirstDotAndTheNameOfThePlayer) {
     EXPECT_EQ(winamp::songInTitle(GetParam().title), GetParam().song);
 }
 
 INSTANTIATE_TEST_SUITE_P(Titles, SongInTitle,
-                         Values(Title{"7. Artist - Title - Winamp", "Artist - Title"},
-                                Title{"12. Artist - Title - Winamp", "Artist - Title"},
-                                Title{"123. Artist - Title - Winamp", "Artist - Title -"},
-                                Title{"12. Artist - Title - Winamp [Paused]", "Artist - Title"},
-                                Title{"3. Dr. Who - Theme - Winamp", "Dr. Who - Theme"},
-                                Title{"Artist - Title - Winamp", "rtist - Tit"},
-                                Title{"Winamp 2.91", "Winamp 2.91"}, Title{"abc - Winamp", ""},
-                                Title{"", ""}));
+                         Values(TitleCase{"7. Artist - Title - Winamp", "Artist - Title"},
+                                TitleCase{"12. Artist - Title - Winamp", "Artist - Title"},
+                                TitleCase{"123. Artist - Title - Winamp", "Artist - Title -"},
+                                TitleCase{"12. Artist - Title - Winamp [Paused]", "Artist - Title"},
+                                TitleCase{"3. Dr. Who - Theme - Winamp", "Dr. Who - Theme"},
+                                TitleCase{"Artist - Title - Winamp", "rtist - Tit"},
+                                TitleCase{"Winamp 2.91", "Winamp 2.91"},
+                                TitleCase{"abc - Winamp", ""}, TitleCase{"", ""}));
 
 INSTANTIATE_TEST_SUITE_P(
     Odd, SongInTitle,
-    Values(Title{"7. artist - title - winamp", "7. artist - title - winamp"},
-           Title{"ab - Winamp", "ab - Winamp"}, Title{" - Winamp", " - Winamp"},
-           Title{"7. A - Winamp - B - Winamp", "A"}, Title{"no player at all ", "no player at all"},
-           Title{"two blanks  ", "two blanks "}, Title{" ", ""},
-           Title{"Artist - Title - Winamp.", ""}, Title{"7.  Two - Winamp", " Two"}));
+    Values(TitleCase{"7. artist - title - winamp", "7. artist - title - winamp"},
+           TitleCase{"ab - Winamp", "ab - Winamp"}, TitleCase{" - Winamp", " - Winamp"},
+           TitleCase{"7. A - Winamp - B - Winamp", "A"},
+           TitleCase{"no player at all ", "no player at all"},
+           TitleCase{"two blanks  ", "two blanks "}, TitleCase{" ", ""},
+           TitleCase{"Artist - Title - Winamp.", ""}, TitleCase{"7.  Two - Winamp", " Two"}));
 
 TEST(SongInTitle, IsTheWholeTitleWhereThePlayersNameStandsTooFarBehind) {
     const std::string last = "1. " + std::string(32767 - 4, 's');

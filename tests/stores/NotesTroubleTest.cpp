@@ -1,7 +1,7 @@
 #include "stores/NotesStore.h"
 
-#include "tests/support/linux/forked.h"
 #include "tests/stores/NotesFile.h"
+#include "tests/support/linux/forked.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -261,7 +261,7 @@ TEST_F(WithATray, EachWindowOpensByItsMenuEntryAndClosesByEscape) {
         choose(key);
         display.waitForWindow(title);
         display.press(title, "Escape");
-        EXPECT_TRUE(becomesTrue([&] { return !isShown(title); })) << title;
+        EXPECT_TRUE(becomesTrue([this, &title = title] { return !isShown(title); })) << title;
     }
     EXPECT_TRUE(program->isRunning());
 }

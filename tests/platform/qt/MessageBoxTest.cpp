@@ -28,7 +28,7 @@ TEST_F(Boxes, HaveTheProgramsTitleTheirIconAndAnOk) {
         {[&](auto text) { boxes->information(text); }, QMessageBox::Information},
     };
     for (const auto& [show, icon] : kinds) {
-        const Answers::Seen seen = answer(QMessageBox::Ok, [&] { show("<b>text</b>"); });
+        const Answers::Seen seen = answer(QMessageBox::Ok, [&show = show] { show("<b>text</b>"); });
         EXPECT_EQ(seen.title, "Cobweave");
         EXPECT_EQ(seen.text, "<b>text</b>");
         EXPECT_EQ(seen.format, Qt::PlainText);

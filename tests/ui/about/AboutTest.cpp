@@ -10,12 +10,12 @@
 
 namespace {
 
-constexpr const char* caption = "Cobweave - About";
+constexpr const char* aboutCaption = "Cobweave - About";
 
 TEST(AboutWindow, PlaysItsMovieAndClosesByItsButton) {
     FormHolder<frmabout> about(FormLife::UntilClosed);
     about.Show();
-    QPointer<QWidget> window(windowOf(caption));
+    QPointer<QWidget> window(windowOf(aboutCaption));
     ASSERT_NE(window, nullptr);
     EXPECT_EQ(window->size(), QSize(494, 271));
     EXPECT_EQ(window->minimumSize(), window->maximumSize());
@@ -26,20 +26,20 @@ TEST(AboutWindow, PlaysItsMovieAndClosesByItsButton) {
     EXPECT_EQ(button.geometry(), QRect(416, 240, 73, 25));
     EXPECT_EQ(button.text(), "&OK");
     about.Show();
-    EXPECT_EQ(windowOf(caption), window);
+    EXPECT_EQ(windowOf(aboutCaption), window);
     click(button);
-    EXPECT_EQ(windowOf(caption), nullptr);
+    EXPECT_EQ(windowOf(aboutCaption), nullptr);
     EXPECT_TRUE(comesTrue([&] { return window.isNull(); }));
 }
 
 TEST(AboutWindow, ClosesByEscapeAndByEnterOnItsButton) {
     FormHolder<frmabout> about(FormLife::UntilClosed);
     about.Show();
-    QTest::keyClick(windowOf(caption), Qt::Key_Escape);
-    EXPECT_EQ(windowOf(caption), nullptr);
+    QTest::keyClick(windowOf(aboutCaption), Qt::Key_Escape);
+    EXPECT_EQ(windowOf(aboutCaption), nullptr);
     about.Show();
-    QTest::keyClick(&named<QPushButton>(*windowOf(caption), "Command1"), Qt::Key_Return);
-    EXPECT_EQ(windowOf(caption), nullptr);
+    QTest::keyClick(&named<QPushButton>(*windowOf(aboutCaption), "Command1"), Qt::Key_Return);
+    EXPECT_EQ(windowOf(aboutCaption), nullptr);
 }
 
 }  // namespace

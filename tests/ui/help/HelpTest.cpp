@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr const char* caption = "Cobweave - Help";
-constexpr std::array indices{0, 5, 7, 2, 3, 1, 6};
+constexpr const char* helpCaption = "Cobweave - Help";
+constexpr std::array helpPages{0, 5, 7, 2, 3, 1, 6};
 
 using Row = std::pair<const char*, const char*>;
 constexpr std::array<std::array<Row, 3>, 4> steps{{
@@ -41,7 +41,7 @@ protected:
     ~HelpWindow() override { destroyClosed(); }
 
     [[nodiscard]] static QWidget& window() {
-        QWidget* const shown = windowOf(caption);
+        QWidget* const shown = windowOf(helpCaption);
         if (shown == nullptr) throw std::runtime_error("the help is not shown");
         return *shown;
     }
@@ -71,8 +71,8 @@ TEST_F(HelpWindow, HasSevenButtonsInTheirOrder) {
                                     "   Message Constants",
                                     "   Notes"};
     int top = 72;
-    for (std::size_t row = 0; row < indices.size(); ++row) {
-        const auto& button = buttonOf(window(), indices.at(row));
+    for (std::size_t row = 0; row < helpPages.size(); ++row) {
+        const auto& button = buttonOf(window(), helpPages.at(row));
         EXPECT_EQ(button.Caption(), captions[row]);
         EXPECT_EQ(button.geometry(), QRect(8, top, 171, 35));
         top += 40;
@@ -84,11 +84,11 @@ TEST_F(HelpWindow, HasSevenButtonsInTheirOrder) {
 
 TEST_F(HelpWindow, BeginsOnTheFirstPageAndShowsOneAtATime) {
     const auto onlyShown = [](int page) {
-        for (const int index : indices)
+        for (const int index : helpPages)
             EXPECT_EQ(pageOf(window(), index).isVisible(), index == page) << page;
     };
     onlyShown(0);
-    for (const int page : indices) {
+    for (const int page : helpPages) {
         goTo(page);
         onlyShown(page);
         EXPECT_EQ(pageOf(window(), page).pos(), QPoint(200, 72));
@@ -133,7 +133,7 @@ TEST_F(HelpWindow, AStepStaysUntilTheWindowIsClosed) {
     EXPECT_EQ(text("Title2"), "");
     EXPECT_EQ(text("sub2"), "");
     click(named<QPushButton>(window(), "Command1"));
-    EXPECT_EQ(windowOf(caption), nullptr);
+    EXPECT_EQ(windowOf(helpCaption), nullptr);
     help.Show();
     EXPECT_TRUE(page(0).isVisible());
     goTo(1);
@@ -153,13 +153,13 @@ TEST_F(HelpWindow, NextIsAWhiteButtonOfItsSize) {
 TEST_F(HelpWindow, TheBulletOfTheColorsShowsThePageItStandsOn) {
     goTo(2);
     click(named<QWidget>(window(), "Image5"));
-    for (const int index : indices)
+    for (const int index : helpPages)
         EXPECT_EQ(page(index).isVisible(), index == 2);
 }
 
 TEST_F(HelpWindow, IsClosedByEscape) {
     QTest::keyClick(&window(), Qt::Key_Escape);
-    EXPECT_EQ(windowOf(caption), nullptr);
+    EXPECT_EQ(windowOf(helpCaption), nullptr);
 }
 
 TEST_F(HelpWindow, IsUsableByTheKeyboardAlone) {

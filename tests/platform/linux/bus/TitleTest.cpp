@@ -29,7 +29,7 @@ QVariantMap song(const QStringList& artists, const QString& title) {
     return {{"xesam:artist", artists}, {"xesam:title", title}};
 }
 
-const Told cases[] = {
+const Told titles[] = {
     {"Playing", "Playing", song({"Ann"}, "Song"), "1. Ann - Song - Winamp"},
     {"Paused", "Paused", song({"Ann"}, "Song"), "1. Ann - Song - Winamp [Paused]"},
     {"StoppedWithATitle", "Stopped", song({"Ann"}, "Song"), "1. Ann - Song - Winamp"},
@@ -60,7 +60,7 @@ const Told cases[] = {
     {"ATitleAsAList", "Playing", {{"xesam:title", QStringList{"Song"}}}, ""},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, WindowTitle, testing::ValuesIn(cases),
+INSTANTIATE_TEST_SUITE_P(Table, WindowTitle, testing::ValuesIn(titles),
                          [](const auto& info) { return info.param.name; });
 
 class LongTitle : public PlayerBus {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/ForeignWindows.h"
-#include "tests/support/XServer.h"
 #include "tests/support/StandIn.h"
+#include "tests/support/XServer.h"
 #include "tests/support/comesTrue.h"
 
 #include <gtest/gtest.h>
