@@ -11,8 +11,8 @@
 /// nothing is true, `==` with nothing is false. Where nothing else can be done without it, `need`
 /// abandons the tool and its callers, up to the `attempt` that skips them as one step.
 
-/// A step that was abandoned: what it needs is not there, or a send has found the socket gone. It
-/// is never shown; it ends the step that it happened in.
+/// A step that was abandoned: what it needs is not there, or a send has found the socket gone. The
+/// user is not told of it, unless it ends the program because it leaves the event of a timer.
 class Failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -28,10 +28,10 @@ void attempt(Step&& step) {
     }
 }
 
-/// What is there; abandons the step when it is not.
+/// What is there; abandons the step, for `reason`, when it is not.
 template <typename T>
-[[nodiscard]] T need(std::optional<T> value) {
-    if (!value) throw Failure("something is missing");
+[[nodiscard]] T need(std::optional<T> value, const char* reason = "something is missing") {
+    if (!value) throw Failure(reason);
     return *std::move(value);
 }
 

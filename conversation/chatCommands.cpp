@@ -138,7 +138,7 @@ const Command* commandOf(std::string_view word) {
 std::string SplitTrailingData(std::string_view message, Conversation& conversation) {
     const auto length = need(checked<std::size_t>(need(messageTools::PayloadLength(message)) +
                                                   std::int64_t(firstLine(message).size())));
-    const std::string first = std::string(message.substr(0, length)).append(lineEnd);
+    std::string first = std::string(message.substr(0, length)).append(lineEnd);
     const std::string remainder = replaceFirst(std::string(message), first, "");
     if (!need(messageTools::IsTextMessage(remainder))) return first;
     const std::string_view secondCommand = need(messageTools::FirstBodyLine(remainder));

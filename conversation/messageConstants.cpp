@@ -24,7 +24,8 @@ std::string expandMachine(std::string text, Services& services) {
     text = replaceAll(text, "<d>", services.clock.dateText());
     text = replaceAll(text, "<tr>", mdlFunctions::TotalRam(services.machine));
     text = replaceAll(text, "<ur>", mdlFunctions::AvailableRam(services.machine));
-    return replaceAll(text, "<ru>", need(mdlFunctions::RamRatio(services.machine)));
+    return replaceAll(text, "<ru>",
+                      need(mdlFunctions::RamRatio(services.machine), "no memory is free"));
 }
 
 std::string expandUptime(std::string_view text, Services& services) {

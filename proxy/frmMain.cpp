@@ -100,7 +100,7 @@ void frmMain::MSNProxy1_FreePort(std::int16_t Index) {
 }
 
 void frmMain::MSNProxy1_log(std::string_view text) const {
-    windows.addToLog(removeAll(text, "\r\n"sv));
+    windows.addToLog(removeAll(text, lineEnd));
 }
 
 void frmMain::ChangeSong_Timer() {
@@ -120,7 +120,7 @@ void frmMain::ApplyNickTemplate(std::string& text) {
     if (values.serverID == 0) return;
     const auto found = MSNProxy1.find(values.serverID);
     if (found == MSNProxy1.end()) throw Failure("the notification-server connection is gone");
-    found->second->ChangeNick(need(mdlFunctions::UrlEncode(text)));
+    found->second->ChangeNick(need(mdlFunctions::UrlEncode(text), "the nick name is too long"));
 }
 
 void frmMain::ForceExit() {

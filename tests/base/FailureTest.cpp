@@ -55,6 +55,15 @@ TEST(Need, AbandonsTheStepWhereNothingIs) {
     EXPECT_THROW((void)need(std::optional<int>()), Failure);
 }
 
+TEST(Need, GivesItsReason) {
+    try {
+        (void)need(std::optional<int>(), "too long");
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_STREQ(failure.what(), "too long");
+    }
+}
+
 TEST(Need, IsTheAnswerThatIsKnown) {
     EXPECT_TRUE(need(Answer::Yes));
     EXPECT_FALSE(need(Answer::No));
