@@ -51,15 +51,6 @@ void printHowToConnect() {
               << '.' << std::endl;
 }
 
-std::string commandLine(int argc, char* argv[]) {
-    std::string line;
-    for (int index = 0; index < argc; ++index) {
-        if (index > 0) line += ' ';
-        line += argv[index];
-    }
-    return line;
-}
-
 }  // namespace
 
 int main(int argc, char* argv[]) {

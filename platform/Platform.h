@@ -3,6 +3,7 @@
 #include "base/Event.h"
 
 #include <memory>
+#include <string>
 
 class EventLoop;
 class Network;
@@ -10,6 +11,9 @@ class Network;
 /// To be called first of all. From then on a write that fails, to a terminal that is gone or to a
 /// full disk, does not end the process.
 void prepareProcess();
+
+/// The command line that the process was started with, given what `main` was given.
+[[nodiscard]] std::string commandLine(int count, const char* const* words);
 
 /// What the program gets from the system for the length of the run. Made after the `QApplication`,
 /// destroyed before it, and last of all that uses it.
@@ -20,11 +24,14 @@ public:
     Platform& operator=(const Platform&) = delete;
     virtual ~Platform() = default;
 
+    /// The loop of the thread that this was made on.
     [[nodiscard]] virtual EventLoop& loop() = 0;
+    /// Sockets whose events come from that loop.
     [[nodiscard]] virtual Network& network() = 0;
 
-    /// Called when the user or the system asks the process to end.
+    /// The user or the system asks the process to end.
     Event<> endRequested;
 };
 
+/// One at a time.
 [[nodiscard]] std::unique_ptr<Platform> makePlatform();

@@ -38,4 +38,13 @@ void prepareProcess() {
     sessionBus::avoidIfMute();
 }
 
+std::string commandLine(int count, const char* const* words) {
+    std::string line;
+    for (int index = 0; index < count; ++index) {
+        if (index > 0) line += ' ';
+        line += words[index];
+    }
+    return line;
+}
+
 std::unique_ptr<Platform> makePlatform() { return std::make_unique<LinuxPlatform>(); }
