@@ -8,11 +8,11 @@
 /// Replaces the content of the file, or makes it, with its folder, when there is none. Returns what
 /// went wrong, in words, or nothing.
 ///
-/// Whoever looks, and wherever the process or the machine stops, the whole old content is there or
-/// the whole new one. When it returns nothing the new one is on the disk. When something goes wrong
-/// the old one is there and nothing else; only if the last step failed, which is to make the disk
-/// remember the change, the new one. A process that is killed may leave an unfinished hidden file
-/// beside it.
+/// At every moment, wherever the process or the machine stops, the file has the whole old content
+/// or the whole new one. When this returns nothing, the new one is on the disk. When something goes
+/// wrong, the old one is there and nothing else; only if the last step failed, which is to make the
+/// disk remember the change, the new one. A process that is killed may leave an unfinished hidden
+/// file beside it.
 ///
 /// A new file, and a new folder, is for its user alone. An old file keeps its mode, and its owner
 /// and group where the system lets it; its other hard links keep the old content. It is left alone

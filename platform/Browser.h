@@ -11,9 +11,10 @@ public:
     Browser& operator=(const Browser&) = delete;
     virtual ~Browser() = default;
 
-    /// Opens a page and waits for nothing. The address is handed on exactly as it is, and no shell
-    /// sees it. Fails when nothing can be started.
+    /// Opens a page and does not wait for it. The browser gets the address byte for byte, and no
+    /// shell sees it. Fails when nothing can be started.
     virtual void open(std::string_view address) = 0;
 };
 
+/// The browser that the user has chosen on the desktop.
 [[nodiscard]] std::unique_ptr<Browser> makeBrowser();

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+/// Random numbers.
 class Chance {
 public:
     Chance() = default;
@@ -9,8 +10,9 @@ public:
     Chance& operator=(const Chance&) = delete;
     virtual ~Chance() = default;
 
-    /// A number from 0 to just below 1, another one each time.
+    /// A number from 0 to just below 1, each as likely as any other.
     [[nodiscard]] virtual float draw() = 0;
 };
 
+/// Numbers that are others in each run.
 [[nodiscard]] std::unique_ptr<Chance> makeChance();

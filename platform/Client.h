@@ -10,9 +10,10 @@ public:
     Client& operator=(const Client&) = delete;
     virtual ~Client() = default;
 
-    /// Starts the client at the one place where its setup puts it, and waits for nothing. One that
-    /// is not there, or cannot be started, is passed over without a word.
+    /// Starts the client from the folder that its setup puts it in, and does not wait for it. When
+    /// it is not there, or cannot be started, nothing happens.
     virtual void start() = 0;
 };
 
+/// The client of this user.
 [[nodiscard]] std::unique_ptr<Client> makeClient();

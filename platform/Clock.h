@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-/// The local time and date as the system writes them.
+/// The local time and date, in the form that the user has chosen on this system.
 class Clock {
 public:
     Clock() = default;
@@ -11,10 +11,11 @@ public:
     Clock& operator=(const Clock&) = delete;
     virtual ~Clock() = default;
 
-    /// As in "12:30:05".
+    /// The time with seconds, such as "12:30:05".
     [[nodiscard]] virtual std::string timeText() = 0;
-    /// As in "11/21/26".
+    /// The date in its short form, such as "11/21/26".
     [[nodiscard]] virtual std::string dateText() = 0;
 };
 
+/// A clock that follows changes of the time zone.
 [[nodiscard]] std::unique_ptr<Clock> makeClock();

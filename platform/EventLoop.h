@@ -5,9 +5,11 @@
 #include <chrono>
 #include <memory>
 
-/// A periodic timer. It keeps the beat of the moment when it was enabled, also over a rest.
+/// A periodic timer. All its ticks are a whole number of intervals after the moment when it was
+/// enabled, also after a rest; those that the loop was too busy for are left out.
 class Timer {
 public:
+    /// May enable, disable, rest and wake this timer and others. It must not destroy this one.
     Event<> tick;
 
     Timer() = default;
@@ -15,11 +17,12 @@ public:
     Timer& operator=(const Timer&) = delete;
     virtual ~Timer() = default;
 
-    /// Ticks every `interval` from now on.
+    /// Ticks every `interval`, which is positive, from now on. Ends a rest.
     virtual void enable(std::chrono::milliseconds interval) = 0;
+    /// Ticks no more.
     virtual void disable() = 0;
 
-    /// No ticks until `wake`: for a timer that has nothing to look for. An idle program does not
+    /// No ticks until `wake`: for a timer that has nothing to do, so that an idle program does not
     /// wake up.
     virtual void rest() = 0;
     /// Ends a rest: the next tick comes when it would have come without one. Does nothing to a
@@ -35,9 +38,10 @@ public:
     EventLoop& operator=(const EventLoop&) = delete;
     virtual ~EventLoop() = default;
 
+    /// A disabled timer. It has to end before the loop.
     [[nodiscard]] virtual std::unique_ptr<Timer> makeTimer() = 0;
 
-    /// Serves the events that are due, in the middle of another one. A turn inside a turn does
+    /// Serves the events that are due, in the middle of another one. A turn within a turn does
     /// nothing, so that no peer can pile up turns by sending fast.
     virtual void turn() = 0;
 };

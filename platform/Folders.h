@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+/// Where the files of the program and of its user are.
 namespace folders {
 
 /// Where this user's programs keep their settings. The folder need not exist yet.
@@ -11,8 +12,8 @@ namespace folders {
 /// folder of this user's data, which need not exist yet.
 [[nodiscard]] std::filesystem::path notes();
 
-/// A file that came with the program: the one beside it, or else the one among the data of the
-/// place where it is installed. Neither need exist.
+/// The movie of this file name that came with the program: the one beside it or, where there is
+/// none, the one in the folder for data of the place where it is installed. Neither need exist.
 [[nodiscard]] std::filesystem::path movie(const char* name);
 
 }  // namespace folders

@@ -10,8 +10,7 @@
 /// what is done to 0, or to a window that is gone, has no effect.
 class ForeignWindows {
 public:
-    /// The answer of `MessengerWindowHandle` may be another one from now on. For those who sleep
-    /// until then.
+    /// The answer of `MessengerWindowHandle` may have changed.
     Event<> changed;
 
     /// What Messenger calls its main window itself.
@@ -22,18 +21,19 @@ public:
     ForeignWindows& operator=(const ForeignWindows&) = delete;
     virtual ~ForeignWindows() = default;
 
-    /// Messenger's main window; of several the one that was found first, for as long as it stands.
+    /// Messenger's main window; of several the one that was found first, as long as it exists.
     /// Cheap while no window opens or closes.
     [[nodiscard]] virtual WindowHandle MessengerWindowHandle() = 0;
-    /// Writes a window's title.
+    /// Writes a window's title, which is text in the program's code page.
     virtual void SetWindowText(WindowHandle window, std::string_view text) = 0;
     /// Asks a window to close, as its close box does.
     virtual void requestClose(WindowHandle window) = 0;
 
-    /// The window that the user works in.
+    /// The window that the user works in: the one that has the keyboard.
     [[nodiscard]] virtual WindowHandle foreground() = 0;
-    /// Gives the keyboard back to a window that had it, unless it is still there.
+    /// Gives the keyboard back to a window that had it. Does nothing when the window has it still.
     virtual void giveFocusBack(WindowHandle window) = 0;
 };
 
+/// On a system without windows of others, no window exists.
 [[nodiscard]] std::unique_ptr<ForeignWindows> makeForeignWindows();

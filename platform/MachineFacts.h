@@ -10,7 +10,7 @@ struct MemoryStatus {
     std::uint64_t available = 0;
 };
 
-/// What the machine tells of itself. A machine that does not tell gives zeros.
+/// Facts about the machine. What cannot be found out is zero.
 class MachineFacts {
 public:
     MachineFacts() = default;
@@ -18,9 +18,11 @@ public:
     MachineFacts& operator=(const MachineFacts&) = delete;
     virtual ~MachineFacts() = default;
 
+    /// The memory as it is now.
     [[nodiscard]] virtual MemoryStatus memory() = 0;
     /// The time since the machine was started, sleep included.
     [[nodiscard]] virtual std::chrono::milliseconds uptime() = 0;
 };
 
+/// Of the machine that the program runs on.
 [[nodiscard]] std::unique_ptr<MachineFacts> makeMachineFacts();

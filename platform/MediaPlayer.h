@@ -6,13 +6,13 @@
 #include <memory>
 #include <string>
 
-/// The media player on the desktop, as far as its window tells and obeys.
+/// The media player on the desktop, as a window with a title that takes commands.
 class MediaPlayer {
 public:
     /// Names the player's window; 0 is none.
     using Window = std::uintptr_t;
 
-    /// The player that is chosen or its title may have changed. For those who sleep until then.
+    /// Another player may be the chosen one, or its title may have changed.
     Event<> changed;
 
     MediaPlayer() = default;
@@ -20,6 +20,7 @@ public:
     MediaPlayer& operator=(const MediaPlayer&) = delete;
     virtual ~MediaPlayer() = default;
 
+    /// The window of the chosen player; 0 when there is none.
     [[nodiscard]] virtual Window WinampWindow() = 0;
     /// The window's title, as in "1. Artist - Title - Winamp [Paused]"; empty for 0.
     [[nodiscard]] virtual std::string WindowTextOf(Window window) = 0;
@@ -28,4 +29,5 @@ public:
     virtual void command(Window window, int number) = 0;
 };
 
+/// Asking it costs little and never waits for a player.
 [[nodiscard]] std::unique_ptr<MediaPlayer> makeMediaPlayer();

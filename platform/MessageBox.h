@@ -19,12 +19,13 @@ public:
     /// The same with Yes and No; true on Yes. A box that is closed without an answer says no.
     [[nodiscard]] virtual bool question(std::string_view text) = 0;
 
-    /// A box was left without an answer, because the program ends. What was to come behind such a
+    /// A box was left without an answer, because the program ends. What was to be done after such a
     /// box must not be done.
     [[nodiscard]] virtual bool isEnding() const { return false; }
 };
 
+/// Real windows.
 [[nodiscard]] std::unique_ptr<MessageBox> makeMessageBox();
-/// For a run without a display: bad news goes to standard error, every question is answered by no,
-/// and nothing waits.
+/// For a run without windows: a critical text goes to standard error, the others nowhere, every
+/// question is answered by no, and nothing waits.
 [[nodiscard]] std::unique_ptr<MessageBox> makeMessageBoxWithoutWindows();

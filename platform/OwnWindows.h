@@ -4,7 +4,7 @@
 #include <memory>
 #include <optional>
 
-/// A window of this program, as the system numbers it.
+/// A window, as the system numbers it.
 using WindowHandle = std::uintptr_t;
 
 /// Edges on the screen, in the pixels of the system.
@@ -17,8 +17,8 @@ struct ScreenRectangle {
     bool operator==(const ScreenRectangle&) const = default;
 };
 
-/// What can be done to our own windows beyond their contents. A handle that is none of ours is
-/// passed over.
+/// What can be done to our own windows beyond their contents. Nothing happens for a handle that is
+/// none of ours.
 class OwnWindows {
 public:
     OwnWindows() = default;
@@ -28,11 +28,12 @@ public:
 
     /// Keeps the window above all others, or no longer. Its place, size and focus stay.
     virtual void setTopMost(WindowHandle window, bool topMost) = 0;
-    /// 0 is invisible, 255 is solid.
+    /// Sets how solid the window is: 0 is invisible, 255 is solid.
     virtual void setAlpha(WindowHandle window, std::uint8_t alpha) = 0;
 
-    /// What panels and task bars leave free of the whole desktop, where that is known.
+    /// The part of the desktop that panels and task bars leave free, where that is known.
     [[nodiscard]] virtual std::optional<ScreenRectangle> workArea() = 0;
 };
 
+/// On a system that cannot do these things, nothing happens.
 [[nodiscard]] std::unique_ptr<OwnWindows> makeOwnWindows();

@@ -9,8 +9,11 @@
 
 /// An entry of a menu; the caption "-" is a separator.
 struct MenuEntry {
+    /// Names the entry for tests.
     std::string name;
+    /// A character after "&" is the key that chooses it.
     std::string caption;
+    /// The entry was chosen.
     Event<> action;
 };
 
@@ -32,4 +35,5 @@ public:
     virtual void remove() = 0;
 };
 
+/// An icon that has not been added yet.
 [[nodiscard]] std::unique_ptr<Tray> makeTray();

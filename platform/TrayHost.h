@@ -7,7 +7,7 @@
 /// Finds out when the desktop has a place for the icon.
 class TrayHost {
 public:
-    /// The place is there. Comes once.
+    /// The desktop has a place for the icon. Raised once.
     Event<> found;
 
     TrayHost() = default;
@@ -15,8 +15,10 @@ public:
     TrayHost& operator=(const TrayHost&) = delete;
     virtual ~TrayHost() = default;
 
-    /// Begins to look and returns at once. Looks for as long as it takes, without waking up for it.
+    /// Begins to look and returns at once. It goes on until it finds one, and costs nothing while
+    /// nothing changes.
     virtual void search() = 0;
 };
 
+/// It does not look before `search`.
 [[nodiscard]] std::unique_ptr<TrayHost> makeTrayHost();

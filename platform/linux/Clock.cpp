@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Writes in the language of the environment (LC_ALL, LC_TIME, LANG) by a locale of its own, so it
-/// stands on nobody having set the one of the process, and how the process writes numbers stays.
+/// Writes in the language of the environment (LC_ALL, LC_TIME, LANG). It has a locale of its own,
+/// so that the one of the process, and with it the form of numbers, stays as it is.
 class LinuxClock final : public Clock {
 public:
     LinuxClock() : locale(newlocale(LC_TIME_MASK, "", nullptr)) {

@@ -20,6 +20,7 @@ public:
     void reset() {
         if (number >= 0) close(std::exchange(number, -1));
     }
+    /// Its number, which stays this object's.
     [[nodiscard]] int get() const { return number; }
 
 private:

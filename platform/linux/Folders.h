@@ -2,20 +2,22 @@
 
 #include <filesystem>
 
+/// What Linux has beyond the common folders, and how it chooses them.
 namespace folders {
 
-/// The Wine prefix in which the client lives.
+/// The Wine prefix that the client is installed in.
 [[nodiscard]] std::filesystem::path winePrefix();
 
 /// Where this program keeps data for its user. The folder need not exist yet.
 [[nodiscard]] std::filesystem::path userData();
 
-/// Which of the two the notes are kept in, as `notes` says: the program's folder, which is
-/// empty where it is not known, or the user's.
+/// The folder for the notes: the program's, if this user can write there, else the one for the
+/// user's data. Where the program's is not known, it is empty.
 [[nodiscard]] std::filesystem::path notesIn(const std::filesystem::path& program,
                                             const std::filesystem::path& data);
 
-/// The file of this name that goes with the program in that folder, as `movie` says.
+/// The file of this name in the program's folder or, where there is none, in the folder for data
+/// that goes with it.
 [[nodiscard]] std::filesystem::path movieFor(const std::filesystem::path& program,
                                              const char* name);
 

@@ -11,8 +11,7 @@
 
 namespace {
 
-/// Socket events skip their failures; a timer whose step fails has nobody to do that, and goes down
-/// with the program.
+/// Events of sockets skip their failed steps themselves. A failed step of a timer ends the program.
 void endAt(const Failure& failure) {
     std::cerr << "Cobweave: ended, because a step of a timer failed: " << failure.what() << '.'
               << std::endl;

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-/// Qt's event loop, of the thread that this is made on.
+/// Qt's event loop of the thread that this is made on, with one timer of Qt's for all of ours.
 class QtEventLoop final : public EventLoop {
 public:
     QtEventLoop();

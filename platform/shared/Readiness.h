@@ -2,14 +2,16 @@
 
 #include "platform/shared/systemSockets.h"
 
-/// Tells when sockets can be received from and sent to, in the one thread of the program. Each
-/// system has its own way. Common to all is this: whoever is told that there is something to
-/// receive and calls `accept` or `receive` is told again as long as there is more, and whoever is
-/// told that more can be sent and calls `send` is told again after one that did not take all.
-/// Whoever makes no such call may be told again or not.
+/// Finds out when sockets can be received from and sent to, and calls those who wait for that, in
+/// the one thread of the program.
+///
+/// Each system has its own way, and this is what all have in common: after a call that there is
+/// something to receive comes another one if `accept` or `receive` has left something; after a call
+/// that more can be sent comes another one, when there is room again, if `send` did not take all.
+/// To a call that was followed by no such operation there may be another one or not.
 class Readiness {
 public:
-    /// What somebody waits for.
+    /// What a socket is watched for.
     struct Interest {
         /// A client, bytes, or the end of the connection.
         bool receiving = false;
@@ -21,13 +23,14 @@ public:
     struct Ready {
         bool receiving = false;
         bool sending = false;
-        /// The connection has failed. Comes whatever the interest is.
+        /// The connection has failed. It is told whatever the interest is.
         bool broken = false;
     };
 
+    /// The owner of a socket that is watched.
     class Watched {
     public:
-        /// May add, change and remove whatever is watched, this one too.
+        /// The socket is ready. May add, change and remove whatever is watched, this one too.
         virtual void ready(Ready now) = 0;
 
     protected:
@@ -39,9 +42,10 @@ public:
     Readiness& operator=(const Readiness&) = delete;
     virtual ~Readiness() = default;
 
-    /// Watches a socket until it is removed, which is to come before it is closed. What it is ready
-    /// for already is told as well.
+    /// Watches a socket until it is removed, which has to be done before it is closed. It may be
+    /// ready already.
     virtual void add(SocketHandle socket, Interest interest, Watched& watched) = 0;
+    /// Watches it for something else. It may have been ready for that before.
     virtual void change(SocketHandle socket, Interest interest, Watched& watched) = 0;
     /// `watched` is not called any more, not even for what is known to be ready already.
     virtual void remove(SocketHandle socket, Watched& watched) = 0;

@@ -17,14 +17,17 @@
 /// waits, and an empty queue holds no memory.
 class SendQueue {
 public:
+    /// How many bytes wait.
     [[nodiscard]] std::size_t size() const { return bytes.size() - sent; }
     [[nodiscard]] bool empty() const { return size() == 0; }
     /// All of them, in order. Valid until the queue changes.
     [[nodiscard]] std::string_view waiting() const { return std::string_view(bytes).substr(sent); }
 
+    /// Adds to the end.
     void append(std::string_view data) { bytes += data; }
-    /// Removes the first `count` bytes, of which there must be so many.
+    /// Removes the first `count` bytes, at most all.
     void remove(std::size_t count);
+    /// Removes all bytes.
     void clear();
 
 private:
@@ -77,11 +80,12 @@ private:
     SendQueue queue;
 };
 
-/// The sockets of the process: who tells when they are ready, the buffer that all reads go through,
-/// and the descriptors, of which the system may run out. A request is named by the socket that the
-/// system has made for it.
+/// What the sockets of the process share: the readiness that they wait for, the buffer of all
+/// reads, and the descriptors, of which the system may run out. A request is named by the socket
+/// that the system has made for it.
 class StreamNetwork final : public Network {
 public:
+    /// Both have to outlive it.
     StreamNetwork(Readiness& readiness, EventLoop& loop);
 
     [[nodiscard]] std::unique_ptr<Winsock> makeWinsock() override;
@@ -89,12 +93,12 @@ public:
 private:
     friend StreamSocket;
 
-    static constexpr std::size_t largestRead = 64 * 1024;
+    static constexpr std::size_t largestRead = std::size_t{64} * 1024;
 
     /// Gives a descriptor back, and lets a listener that waits for one try again.
     void close(SocketHandle socket);
     void tryAgain();
-    /// `listener` could not take a client for want of a descriptor.
+    /// Has `listener` try again when there may be a descriptor for its next client.
     void waitForDescriptor(StreamSocket& listener);
     void forget(const StreamSocket& listener);
 

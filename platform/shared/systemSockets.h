@@ -17,6 +17,7 @@ namespace systemSockets {
 
 constexpr SocketHandle noSocket = -1;
 
+/// What a call came to.
 enum class Result : std::uint8_t {
     Done,
     /// Nothing can be done now. `Readiness` tells when to try again.
@@ -28,14 +29,16 @@ enum class Result : std::uint8_t {
     Error
 };
 
+/// The result of a call, with what goes with it.
 struct Outcome {
     Result result = Result::Done;
     /// How many bytes were sent or received; less than all is Done too.
     std::size_t bytes = 0;
-    /// What `troubleOf` tells of, unless it is Done, WouldBlock or Closed.
+    /// The system's number of an error, for `troubleOf`; 0 when there was none.
     int error = 0;
 };
 
+/// A socket that was opened or accepted.
 struct NewSocket {
     Outcome outcome;
     /// `noSocket`, unless the outcome is Done.
@@ -48,12 +51,13 @@ void prepare();
 /// The number and the words of an error.
 [[nodiscard]] SocketTrouble troubleOf(int error);
 
+/// A socket that neither listens nor is connected.
 [[nodiscard]] NewSocket open();
-/// Waits for clients on a port of all local addresses. 0 is any free port.
+/// Lets clients connect to a port of all local addresses. 0 is any free port.
 [[nodiscard]] Outcome listen(SocketHandle socket, std::uint16_t port);
 /// The port of a socket that listens, 0 where the system does not tell.
 [[nodiscard]] std::uint16_t localPort(SocketHandle listener);
-/// The next client that waits.
+/// The connection of the client that has waited longest.
 [[nodiscard]] NewSocket accept(SocketHandle listener);
 /// Begins to connect: Done or WouldBlock is a connection on its way. `host` is 0x7F000001 for
 /// 127.0.0.1.
@@ -63,6 +67,7 @@ void prepare();
 [[nodiscard]] Outcome send(SocketHandle socket, std::string_view data);
 /// One read of what has arrived.
 [[nodiscard]] Outcome receive(SocketHandle socket, std::span<char> buffer);
+/// Ends a connection, or the listening, and gives the descriptor back.
 void close(SocketHandle socket);
 
 }  // namespace systemSockets
