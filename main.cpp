@@ -106,6 +106,7 @@ int main(int argc, char* argv[]) {
     frmMain host(platform->network(), platform->loop(), *messageBox,
                  {settings, *machine, *clock, *chance, *registry, *player, *browser, notes,
                   commandLine(argc, argv)});
+    host.trouble = printTrouble;
     host.endProcess = [] { std::_Exit(EXIT_SUCCESS); };
     ProgramWindows& windows = host.windows;
     windows.showTrayIcon = [&tray](const auto& menu) { tray.Show(menu); };

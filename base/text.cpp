@@ -81,6 +81,15 @@ std::string replaceAll(std::string_view text, std::string_view from, std::string
     return replaced;
 }
 
+std::size_t occurrences(std::string_view text, std::string_view wanted) {
+    std::size_t count = 0;
+    for (std::size_t found = text.find(wanted); found != std::string_view::npos;
+         found = text.find(wanted, found + wanted.size())) {
+        ++count;
+    }
+    return count;
+}
+
 std::string removeAll(std::string_view text, std::string_view unwanted) {
     return replaceAll(text, unwanted, "");
 }

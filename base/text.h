@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -51,6 +52,9 @@ inline constexpr std::string_view lineEnd = "\r\n";
 /// again. `from` is not empty.
 [[nodiscard]] std::string replaceAll(std::string_view text, std::string_view from,
                                      std::string_view to);
+
+/// How often `wanted` stands in `text`, one behind the other. `wanted` is not empty.
+[[nodiscard]] std::size_t occurrences(std::string_view text, std::string_view wanted);
 
 /// `text` with every occurrence of `unwanted` taken out. `unwanted` is not empty.
 [[nodiscard]] std::string removeAll(std::string_view text, std::string_view unwanted);

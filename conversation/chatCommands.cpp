@@ -97,6 +97,12 @@ void nickFollowsPlayer(const Typed& typed) {
 void nickComesBack(const Typed& typed) {
     Services& services = typed.conversation.services;
     services.values.winampOn = false;
+    if (services.values.prewinampnickName.empty()) {
+        // An empty nick name would be one that the server never takes back.
+        typed.conversation.showPopup(
+            "Winamp Nick Name Off.\r\nYour nick name stays: the one before is not known.");
+        return;
+    }
     services.program.ApplyNickTemplate(services.values.prewinampnickName);
     typed.conversation.showPopup("Winamp Nick Name Off.");
 }

@@ -9,6 +9,7 @@
 #include "platform/Clock.h"
 #include "stores/options.h"
 
+#include <cstddef>
 #include <cstdint>
 
 namespace {
@@ -18,31 +19,47 @@ constexpr std::int32_t longest = 1640;
 /// Above this one the uptime does.
 constexpr std::int32_t longestForUptime = 1600;
 
+/// Positions in a text have 16 bits.
+constexpr std::size_t longestExpanded = 32767;
+
+/// Replaces every `token` in `text` by its value, which is asked for only if there is one. Abandons
+/// the step, before it takes any memory, where the text would become too long.
+template <typename Value>
+void expand(std::string& text, std::string_view token, Value value) {
+    const std::size_t count = occurrences(text, token);
+    if (count == 0) return;
+    const std::string replacement = value();
+    const std::size_t kept = text.size() - count * token.size();
+    if (kept + count * replacement.size() > longestExpanded) throw Failure("too long a text");
+    text = replaceAll(text, token, replacement);
+}
+
 /// The tokens that messages and nick names share, but for the uptime.
-std::string expandMachine(std::string text, Services& services) {
-    text = replaceAll(text, "<t>", services.clock.timeText());
-    text = replaceAll(text, "<d>", services.clock.dateText());
-    text = replaceAll(text, "<tr>", mdlFunctions::TotalRam(services.machine));
-    text = replaceAll(text, "<ur>", mdlFunctions::AvailableRam(services.machine));
-    return replaceAll(text, "<ru>",
-                      need(mdlFunctions::RamRatio(services.machine), "no memory is free"));
+void expandMachine(std::string& text, Services& services) {
+    MachineFacts& machine = services.machine;
+    expand(text, "<t>", [&] { return services.clock.timeText(); });
+    expand(text, "<d>", [&] { return services.clock.dateText(); });
+    expand(text, "<tr>", [&] { return mdlFunctions::TotalRam(machine); });
+    expand(text, "<ur>", [&] { return mdlFunctions::AvailableRam(machine); });
+    expand(text, "<ru>",
+           [&] { return need(mdlFunctions::RamRatio(machine), "no memory is free"); });
 }
 
-std::string expandUptime(std::string_view text, Services& services) {
-    return replaceAll(text, "<ut>", mdlFunctions::UptimeText(services.machine));
+void expandUptime(std::string& text, Services& services) {
+    expand(text, "<ut>", [&] { return mdlFunctions::UptimeText(services.machine); });
 }
 
-std::string expandAll(std::string_view message, std::int32_t declared, Conversation& conversation) {
+void expandAll(std::string& text, std::int32_t declared, Conversation& conversation) {
     Services& services = conversation.services;
     const ConnectionRecord& connection = conversation.connection;
     // Not recursive, yet a later token works on what an earlier one has brought in.
-    std::string result = replaceAll(message, "<ws>", winamp::CurrentSong(services.player));
-    result = replaceAll(result, "<mn>", services.values.nickname);
-    result = replaceAll(result, "<me>", services.values.email);
-    result = replaceAll(result, "<cn>", need(mdlFunctions::UrlDecode(connection.contactNick)));
-    result = replaceAll(result, "<ce>", connection.contactEmail);
-    result = expandMachine(std::move(result), services);
-    return declared <= longestForUptime ? expandUptime(result, services) : result;
+    expand(text, "<ws>", [&] { return winamp::CurrentSong(services.player); });
+    expand(text, "<mn>", [&] { return services.values.nickname; });
+    expand(text, "<me>", [&] { return services.values.email; });
+    expand(text, "<cn>", [&] { return need(mdlFunctions::UrlDecode(connection.contactNick)); });
+    expand(text, "<ce>", [&] { return connection.contactEmail; });
+    expandMachine(text, services);
+    if (declared <= longestForUptime) expandUptime(text, services);
 }
 
 }  // namespace
@@ -54,10 +71,14 @@ std::optional<std::string> messageConstants::ExpandConstants(std::string_view me
     }
     const auto declared = messageTools::PayloadLength(message);
     if (!declared || *declared > longest) return std::nullopt;
-    return messageTools::FixPayloadLength(expandAll(message, *declared, conversation));
+    std::string expanded(message);
+    expandAll(expanded, *declared, conversation);
+    return messageTools::FixPayloadLength(expanded);
 }
 
 std::string messageConstants::expandNickName(std::string text, Services& services) {
-    text = replaceAll(text, "<me>", services.values.email);
-    return expandUptime(expandMachine(std::move(text), services), services);
+    expand(text, "<me>", [&] { return services.values.email; });
+    expandMachine(text, services);
+    expandUptime(text, services);
+    return text;
 }

@@ -44,7 +44,9 @@ struct SocketTrouble {
 /// object. A socket whose connection is over stays Closing or Error until it is closed.
 class Winsock {
 public:
-    /// Listening only: a client wants to connect. One that nobody accepts in the event is dropped.
+    /// Listening only: a client from near by has connected and begun to speak, `PeekData` has what
+    /// it said. One that nobody accepts in the event is dropped, and so is, without an event, one
+    /// from farther away (platform/shared/nearness.h) or one that is silent for a minute.
     Event<RequestId> ConnectionRequest;
     /// So many bytes have arrived, to be fetched with `GetData` within the event.
     Event<std::size_t> DataArrival;
@@ -71,6 +73,9 @@ public:
     /// The port that it listens on, 0 when it does not.
     [[nodiscard]] virtual std::uint16_t LocalPort() const = 0;
 
+    /// What the client of the running `ConnectionRequest` has sent so far, which arrives again once
+    /// it is accepted. Valid until the event returns.
+    [[nodiscard]] virtual std::string_view PeekData() = 0;
     /// Takes over a requested connection. Fails when the socket is not closed, or when there is no
     /// such request (any more).
     virtual void Accept(RequestId requestID) = 0;

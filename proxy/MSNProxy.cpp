@@ -88,6 +88,11 @@ MSNProxy::MSNProxy(ProxyHost& host)
     }
 }
 
+bool MSNProxy::isClient(std::string_view firstRead) {
+    Stream stream{.receiveBuffer = std::string(firstRead)};
+    return !takesForeignFrames(stream) && stream.receiveBuffer.starts_with(connectRequest);
+}
+
 void MSNProxy::Connect(RequestId requestID) {
     Winsock1[clientSide]->Close();
     Winsock1[serverSide]->Close();

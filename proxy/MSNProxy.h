@@ -37,6 +37,10 @@ public:
     /// Not connected yet. What `host` names outlives the instance.
     explicit MSNProxy(ProxyHost& host);
 
+    /// Whether somebody who says this first, in one read, is a client: it asks for a connection,
+    /// ahead of which whole foreign frames may stand.
+    [[nodiscard]] static bool isClient(std::string_view firstRead);
+
     /// Takes over the requested connection as the client side, if it is still there.
     void Connect(RequestId requestID);
     /// Gives the instance its number. Abandons the step for one of more than 16 bits.

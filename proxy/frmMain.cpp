@@ -20,6 +20,9 @@ namespace {
 
 constexpr std::chrono::milliseconds songInterval{1000};
 
+/// Numbers have 16 bits. At this one the user still has time.
+constexpr std::int16_t fewNumbersLeft = 30000;
+
 }  // namespace
 
 frmMain::frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, Facilities facilities)
@@ -65,6 +68,9 @@ std::vector<MenuEntry> frmMain::mnupopup() {
 }
 
 void frmMain::Winsock1_ConnectionRequest(RequestId requestID) {
+    // Any web page can make a browser connect and say what it likes behind the head of its own
+    // protocol, so whoever does not begin as a client is none.
+    if (!MSNProxy::isClient(Winsock1->PeekData())) return;
     destroyUnloaded();
     AddControl();
     MSNProxy& instance = *MSNProxy1.at(instanceCount);
@@ -74,6 +80,13 @@ void frmMain::Winsock1_ConnectionRequest(RequestId requestID) {
 
 void frmMain::AddControl() {
     if (instanceCount < std::numeric_limits<std::int16_t>::max()) ++instanceCount;
+    if (instanceCount == fewNumbersLeft && !MSNProxy1.contains(instanceCount)) {
+        constexpr std::string_view text =
+            "Please start Cobweave again soon: it has served 30000 connections, and from 32767 on "
+            "each new one ends another";
+        windows.popup(text);
+        trouble(text);
+    }
     if (!MSNProxy1.contains(instanceCount)) loadInstance(instanceCount);
 }
 
@@ -112,7 +125,8 @@ void frmMain::ChangeSong_Timer() {
     if (!values.winampOn) return;
     std::string nick =
         values.winampPrefix + (currentSong.empty() ? " Nothing." : " " + currentSong);
-    ApplyNickTemplate(nick);
+    // A server that drops the connection in this moment leaves the nick name to the next song.
+    attempt([&] { ApplyNickTemplate(nick); });
 }
 
 void frmMain::ApplyNickTemplate(std::string& text) {

@@ -32,6 +32,8 @@ public:
 
     /// To be connected before `Load`.
     ProgramWindows windows;
+    /// Something that the user has to do something about, in one line.
+    Event<std::string_view> trouble;
     /// Ends the process at once with status 0. Does not return.
     Event<> endProcess;
 
@@ -44,8 +46,7 @@ public:
     /// Creates the instance of the next number. When no number is left, the last one stays in use.
     void AddControl();
 
-    /// Puts a new song into the nick name, if the user wants that. Fails when the connection that
-    /// the server would be asked on is gone, and a timer's failure ends the program.
+    /// Puts a new song into the nick name, if the user wants that and the server can be asked.
     void ChangeSong_Timer();
 
     /// The instances in use, by number.

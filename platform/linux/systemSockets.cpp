@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include <ifaddrs.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/resource.h>
@@ -19,6 +20,12 @@ constexpr int longestBacklog = 4096;
 
 constexpr int one = 1;
 
+/// How long a connection is silent before its peer is asked whether it is still there, and then how
+/// often and how many times; in seconds.
+constexpr int silenceBeforeProbe = 300;
+constexpr int probeInterval = 30;
+constexpr int probes = 4;
+
 sockaddr_in address(std::uint32_t host, std::uint16_t port) {
     sockaddr_in result{};
     result.sin_family = AF_INET;
@@ -29,6 +36,22 @@ sockaddr_in address(std::uint32_t host, std::uint16_t port) {
 
 /// The functions of sockets take every kind of address as this one.
 sockaddr* generic(sockaddr_in& address) { return reinterpret_cast<sockaddr*>(&address); }
+
+std::uint32_t hostOf(const sockaddr& address) {
+    sockaddr_in internet{};
+    std::memcpy(&internet, &address, sizeof internet);
+    return ntohl(internet.sin_addr.s_addr);
+}
+
+/// Small pieces go out at once, and not when the last one has been acknowledged; a peer that has
+/// vanished is found out.
+void setUp(int socket) {
+    setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
+    setsockopt(socket, SOL_SOCKET, SO_KEEPALIVE, &one, sizeof one);
+    setsockopt(socket, IPPROTO_TCP, TCP_KEEPIDLE, &silenceBeforeProbe, sizeof silenceBeforeProbe);
+    setsockopt(socket, IPPROTO_TCP, TCP_KEEPINTVL, &probeInterval, sizeof probeInterval);
+    setsockopt(socket, IPPROTO_TCP, TCP_KEEPCNT, &probes, sizeof probes);
+}
 
 /// What the call that has just failed came to.
 Outcome failed() {
@@ -51,6 +74,11 @@ Outcome transferred(ssize_t count) {
     return count < 0 ? failed() : Outcome{Result::Done, static_cast<std::size_t>(count)};
 }
 
+/// The same, where no bytes are the end.
+Outcome received(ssize_t count) {
+    return count == 0 ? Outcome{Result::Closed} : transferred(count);
+}
+
 }  // namespace
 
 void prepare() {
@@ -69,8 +97,7 @@ SocketTrouble troubleOf(int error) {
 NewSocket open() {
     const int opened = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     const Outcome outcome = outcomeOf(opened);
-    // Small pieces go out at once, and not when the last one has been acknowledged.
-    setsockopt(opened, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
+    setUp(opened);
     return {outcome, opened};
 }
 
@@ -91,8 +118,10 @@ std::uint16_t localPort(SocketHandle listener) {
 
 NewSocket accept(SocketHandle listener) {
     // It has the listener's options.
-    const int client = accept4(listener, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
-    return {outcomeOf(client), client};
+    sockaddr_in remote{};
+    socklen_t size = sizeof remote;
+    const int client = accept4(listener, generic(remote), &size, SOCK_NONBLOCK | SOCK_CLOEXEC);
+    return {outcomeOf(client), client, ntohl(remote.sin_addr.s_addr)};
 }
 
 Outcome connect(SocketHandle socket, std::uint32_t host, std::uint16_t port) {
@@ -105,10 +134,25 @@ Outcome send(SocketHandle socket, std::string_view data) {
     return transferred(::send(socket, data.data(), data.size(), MSG_NOSIGNAL));
 }
 
+std::vector<AddressRange> ownNetworks() {
+    ifaddrs* interfaces = nullptr;
+    if (getifaddrs(&interfaces) != 0) return {};
+    std::vector<AddressRange> networks;
+    for (const ifaddrs* entry = interfaces; entry != nullptr; entry = entry->ifa_next) {
+        if (entry->ifa_addr == nullptr || entry->ifa_netmask == nullptr) continue;
+        if (entry->ifa_addr->sa_family != AF_INET) continue;
+        networks.push_back({hostOf(*entry->ifa_addr), hostOf(*entry->ifa_netmask)});
+    }
+    freeifaddrs(interfaces);
+    return networks;
+}
+
 Outcome receive(SocketHandle socket, std::span<char> buffer) {
-    const Outcome outcome = transferred(recv(socket, buffer.data(), buffer.size(), 0));
-    const bool ended = outcome.result == Result::Done && outcome.bytes == 0;
-    return ended ? Outcome{Result::Closed} : outcome;
+    return received(recv(socket, buffer.data(), buffer.size(), 0));
+}
+
+Outcome peek(SocketHandle socket, std::span<char> buffer) {
+    return received(recv(socket, buffer.data(), buffer.size(), MSG_PEEK));
 }
 
 void close(SocketHandle socket) { ::close(socket); }

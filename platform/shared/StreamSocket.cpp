@@ -19,6 +19,10 @@ constexpr int requestsAtOnce = 64;
 /// How often a listener looks for a descriptor that others have given back.
 constexpr std::chrono::milliseconds retryInterval{1000};
 
+/// A client that says nothing for so many beats is dropped, within a minute.
+constexpr std::chrono::seconds silenceBeat{10};
+constexpr int mostSilentBeats = 6;
+
 /// Whether the connection cannot go on.
 bool isFailure(const Outcome& outcome) {
     return outcome.result != Result::Done && outcome.result != Result::WouldBlock;
@@ -166,7 +170,7 @@ void StreamSocket::ready(Readiness::Ready now) {
 
 void StreamSocket::takeRequests() {
     for (int count = 0; count < requestsAtOnce; ++count) {
-        const auto [outcome, client] = systemSockets::accept(handle);
+        const auto [outcome, client, host] = systemSockets::accept(handle);
         if (outcome.result == Result::WouldBlock) return;
         if (outcome.result == Result::OutOfDescriptors) {
             network.readiness.change(handle, {}, *this);
@@ -175,9 +179,11 @@ void StreamSocket::takeRequests() {
         }
         // A client that has gone already.
         if (client == noSocket) continue;
-        network.requests.push_back(client);
-        ConnectionRequest(client);
-        if (std::erase(network.requests, client) > 0) network.close(client);
+        if (!isPrivate(host) && !isIn(systemSockets::ownNetworks(), host)) {
+            network.close(client);
+        } else if (!network.announce(*this, client)) {
+            network.awaitWords(*this, client);
+        }
         if (state != SocketState::Listening) return;
     }
 }
@@ -233,6 +239,7 @@ Readiness::Interest StreamSocket::interest() const {
 }
 
 void StreamSocket::release(SocketState afterwards) {
+    if (state == SocketState::Listening) network.dropNewcomersOf(*this);
     state = afterwards;
     reading = true;
     queue.clear();
@@ -250,14 +257,42 @@ void StreamSocket::failUnlessClosed() const {
     if (state != SocketState::Closed) throw Failure("the socket is in use");
 }
 
+/// A client that has connected, until it says something.
+class StreamNetwork::Newcomer final : private Readiness::Watched {
+public:
+    Newcomer(StreamNetwork& network, StreamSocket& listener, SocketHandle handle)
+        : listener(listener), handle(handle), network(network) {
+        network.readiness.add(handle, {.receiving = true}, *this);
+    }
+    ~Newcomer() { network.readiness.remove(handle, *this); }
+    Newcomer(const Newcomer&) = delete;
+    Newcomer& operator=(const Newcomer&) = delete;
+
+    StreamSocket& listener;
+    /// How many beats it has been silent.
+    int beats = 0;
+
+private:
+    // This may be the end of the object.
+    void ready(Readiness::Ready /*now*/) override { (void)network.announce(listener, handle); }
+
+    const SocketHandle handle;
+    StreamNetwork& network;
+};
+
 StreamNetwork::StreamNetwork(Readiness& readiness, EventLoop& loop)
-    : readiness(readiness), retry(loop.makeTimer()) {
+    : readiness(readiness), silence(loop.makeTimer()), retry(loop.makeTimer()) {
     systemSockets::prepare();
+    silence->tick = [this] {
+        dropNewcomersThat([](Newcomer& newcomer) { return ++newcomer.beats >= mostSilentBeats; });
+    };
     retry->tick = [this] {
         tryAgain();
         if (starving == nullptr) retry->disable();
     };
 }
+
+StreamNetwork::~StreamNetwork() = default;
 
 std::unique_ptr<Winsock> StreamNetwork::makeWinsock() {
     return std::make_unique<StreamSocket>(*this);
@@ -279,4 +314,40 @@ void StreamNetwork::waitForDescriptor(StreamSocket& listener) {
 
 void StreamNetwork::forget(const StreamSocket& listener) {
     if (starving == &listener) starving = nullptr;
+}
+
+bool StreamNetwork::announce(StreamSocket& listener, SocketHandle client) {
+    const Outcome said = systemSockets::peek(client, readBuffer);
+    if (said.result == Result::WouldBlock) return false;
+    newcomers.erase(client);
+    if (said.result == Result::Done) {
+        requests.push_back(client);
+        listener.peeked = {readBuffer.data(), said.bytes};
+        listener.ConnectionRequest(client);
+        listener.peeked = {};
+        if (std::erase(requests, client) == 0) return true;
+    }
+    close(client);
+    return true;
+}
+
+void StreamNetwork::awaitWords(StreamSocket& listener, SocketHandle client) {
+    if (newcomers.empty()) silence->enable(silenceBeat);
+    newcomers.emplace(client, std::make_unique<Newcomer>(*this, listener, client));
+}
+
+template <typename Condition>
+void StreamNetwork::dropNewcomersThat(Condition condition) {
+    for (auto next = newcomers.begin(); next != newcomers.end();) {
+        const auto entry = next++;
+        if (!condition(*entry->second)) continue;
+        const SocketHandle client = entry->first;
+        newcomers.erase(entry);
+        close(client);
+    }
+    if (newcomers.empty()) silence->disable();
+}
+
+void StreamNetwork::dropNewcomersOf(const StreamSocket& listener) {
+    dropNewcomersThat([&](const Newcomer& newcomer) { return &newcomer.listener == &listener; });
 }

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,6 +50,7 @@ public:
     [[nodiscard]] SocketState State() const override { return state; }
     [[nodiscard]] std::optional<SocketTrouble> Listen(std::uint16_t localPort) override;
     [[nodiscard]] std::uint16_t LocalPort() const override;
+    [[nodiscard]] std::string_view PeekData() override { return peeked; }
     void Accept(RequestId requestID) override;
     void Connect(std::string_view remoteHost, std::int32_t remotePort) override;
     void Close() override;
@@ -77,7 +79,10 @@ private:
     SocketState state = SocketState::Closed;
     bool reading = true;
     std::string_view arrived;
+    std::string_view peeked;
     SendQueue queue;
+
+    friend StreamNetwork;
 };
 
 /// What the sockets of the process share: the readiness that they wait for, the buffer of all
@@ -87,14 +92,26 @@ class StreamNetwork final : public Network {
 public:
     /// Both have to outlive it.
     StreamNetwork(Readiness& readiness, EventLoop& loop);
+    ~StreamNetwork() override;
 
     [[nodiscard]] std::unique_ptr<Winsock> makeWinsock() override;
 
 private:
     friend StreamSocket;
 
+    class Newcomer;
+
     static constexpr std::size_t largestRead = std::size_t{64} * 1024;
 
+    /// Raises the request of a client, which is dropped unless somebody accepts it. False while the
+    /// client has not said anything yet.
+    [[nodiscard]] bool announce(StreamSocket& listener, SocketHandle client);
+    /// Announces the client as soon as it says something.
+    void awaitWords(StreamSocket& listener, SocketHandle client);
+    template <typename Condition>
+    void dropNewcomersThat(Condition condition);
+    /// Drops those who have connected to `listener` and said nothing.
+    void dropNewcomersOf(const StreamSocket& listener);
     /// Gives a descriptor back, and lets a listener that waits for one try again.
     void close(SocketHandle socket);
     void tryAgain();
@@ -104,6 +121,9 @@ private:
 
     Readiness& readiness;
     std::array<char, largestRead> readBuffer;
+    /// Clients that have not said anything yet.
+    std::map<SocketHandle, std::unique_ptr<Newcomer>> newcomers;
+    std::unique_ptr<Timer> silence;
     /// Connections that were announced and not accepted yet.
     std::vector<RequestId> requests;
     StreamSocket* starving = nullptr;

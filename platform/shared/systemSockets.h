@@ -1,18 +1,20 @@
 #pragma once
 
 #include "platform/Winsock.h"
+#include "platform/shared/nearness.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <vector>
 
 /// A socket as the system numbers it. 32 bits hold it on every system.
 using SocketHandle = std::int32_t;
 
 /// The TCP sockets of the system, over IPv4: all that `StreamSocket` asks of it, written once for
-/// each system. No call waits, no socket is passed on to programs that are started, and small
-/// pieces go out at once.
+/// each system. No call waits, no socket is passed on to programs that are started, small pieces go
+/// out at once, and a peer that has vanished without a word is found out within some minutes.
 namespace systemSockets {
 
 constexpr SocketHandle noSocket = -1;
@@ -43,6 +45,8 @@ struct NewSocket {
     Outcome outcome;
     /// `noSocket`, unless the outcome is Done.
     SocketHandle socket = noSocket;
+    /// Of one that was accepted: where the client is. 0x7F000001 is 127.0.0.1.
+    std::uint32_t host = 0;
 };
 
 /// To be called before all others. Gets as many sockets for the process as the system allows it.
@@ -59,6 +63,8 @@ void prepare();
 [[nodiscard]] std::uint16_t localPort(SocketHandle listener);
 /// The connection of the client that has waited longest.
 [[nodiscard]] NewSocket accept(SocketHandle listener);
+/// The networks of the machine's own interfaces, as they are now.
+[[nodiscard]] std::vector<AddressRange> ownNetworks();
 /// Begins to connect: Done or WouldBlock is a connection on its way. `host` is 0x7F000001 for
 /// 127.0.0.1.
 [[nodiscard]] Outcome connect(SocketHandle socket, std::uint32_t host, std::uint16_t port);
@@ -67,6 +73,8 @@ void prepare();
 [[nodiscard]] Outcome send(SocketHandle socket, std::string_view data);
 /// One read of what has arrived.
 [[nodiscard]] Outcome receive(SocketHandle socket, std::span<char> buffer);
+/// The same as `receive`, but what it gives is still to be received.
+[[nodiscard]] Outcome peek(SocketHandle socket, std::span<char> buffer);
 /// Ends a connection, or the listening, and gives the descriptor back.
 void close(SocketHandle socket);
 

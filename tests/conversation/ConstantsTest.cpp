@@ -138,9 +138,35 @@ TEST_F(Constants, ChangeATransactionNumberThatHasTheDigitsOfTheLength) {
 
 TEST_F(Constants, FailAsAWholeWhereOneHasNoValue) {
     spine.facilities.machine.status.available = 0;
-    EXPECT_EQ(typed("<t> !"), clientText("<t> !"));
-    EXPECT_EQ(typed("!rancolor"), clientText("!rancolor"));
+    EXPECT_EQ(typed("<t> <ru> !"), clientText("<t> <ru> !"));
+    EXPECT_EQ(typed("!note <ru>"), clientText("!note <ru>"));
     EXPECT_TRUE(toasts().empty());
+}
+
+TEST_F(Constants, WithoutAValueHarmNoTextThatDoesWithoutThem) {
+    spine.facilities.machine.status.available = 0;
+    EXPECT_EQ(typed("<t> !"), clientText("12:30:05 !"));
+    (void)typed("!rancolor");
+    EXPECT_TRUE(spine.host.values.rancolorOn);
+}
+
+TEST_F(Constants, FailAsAWholeWhereTheyWouldMakeTooLongAText) {
+    const std::string text = "<mn><t>";
+    // The time is one character longer than both tokens.
+    std::string& nickname = spine.host.values.nickname;
+    nickname = std::string(32767 - clientText(text).size(), 'n');
+    EXPECT_EQ(typed(text), clientText(text));
+    nickname.pop_back();
+    EXPECT_EQ(typed(text), clientText(nickname + "12:30:05"));
+}
+
+TEST_F(Constants, FailBeforeTheyTakeMemory) {
+    spine.host.values.nickname = std::string(60000, 'n');
+    spine.facilities.player.title = "1. " + std::string(30000, 's') + " - Winamp";
+    std::string text;
+    for (int times = 0; times < 300; ++times)
+        text += "<mn>";
+    EXPECT_EQ(typed(text), clientText(text));
 }
 
 }  // namespace

@@ -76,11 +76,10 @@ TEST_F(FailureRule, SendsACommandWithoutANumberAsItIs) {
     EXPECT_FALSE(spine.host.values.rancolorOn);
 }
 
-TEST_F(FailureRule, LosesAllConstantsToANickOfTheContactThatIsTooLong) {
+TEST_F(FailureRule, LosesATextsConstantsToANickInItThatIsTooLong) {
     join("bob@example.com " + std::string(40000, 'b'));
-    EXPECT_EQ(typed("<t>"), clientText("<t>"));
-    EXPECT_EQ(typed("!rancolor"), clientText("!rancolor"));
-    join("bob@example.com " + std::string(32767, 'b'));
+    EXPECT_EQ(typed("<t> <cn>"), clientText("<t> <cn>"));
+    EXPECT_EQ(typed("!note <cn>"), clientText("!note <cn>"));
     EXPECT_EQ(typed("<t>"), clientText("12:30:05"));
 }
 

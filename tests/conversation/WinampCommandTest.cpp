@@ -99,6 +99,16 @@ TEST_F(WinampCommand, IgnoresATextBehindItWhenItSwitchesOff) {
     EXPECT_EQ(spine.host.values.winampPrefix, "on air:");
 }
 
+TEST_F(WinampCommand, LeavesTheNickNameWhereTheOneBeforeIsNotKnown) {
+    spine.host.values.nickname.clear();
+    (void)nicksOf("!winamp on air:");
+    toasts().clear();
+    EXPECT_THAT(nicksOf("!winamp"), IsEmpty());
+    EXPECT_THAT(toasts(), ElementsAre("Winamp Nick Name Off.\r\nYour nick name stays: the one "
+                                      "before is not known."));
+    EXPECT_FALSE(spine.host.values.winampOn);
+}
+
 TEST_F(WinampCommand, ExpandsTheOldNickNameWhenItComesBack) {
     spine.host.values.nickname = "Ann at <t>";
     (void)nicksOf("!winamp on air:");

@@ -1,4 +1,5 @@
 #include "tests/support/Spine.h"
+#include "tests/support/messages.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,6 +11,8 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
 using testing::Pair;
+
+using namespace std::string_view_literals;
 
 constexpr const char* firstRun = "show the first run";
 
@@ -98,6 +101,49 @@ TEST(Connections, KeepRisingInNumberWhateverBecameOfTheEarlierOnes) {
     spine.request();
     ASSERT_EQ(spine.host.instances().size(), 1U);
     EXPECT_EQ(spine.instance(4).record().formID, 4);
+}
+
+class Stranger : public testing::TestWithParam<std::string_view> {};
+
+TEST_P(Stranger, GetsNoNumberAndNoSlotAndNoHearing) {
+    Spine spine;
+    const std::size_t sockets = spine.network.sockets.size();
+    spine.request(std::string(GetParam()));
+    EXPECT_TRUE(spine.host.instances().empty());
+    EXPECT_EQ(spine.network.sockets.size(), sockets);
+    EXPECT_EQ(spine.host.values.tranID, "");
+    spine.relay();
+    EXPECT_EQ(spine.instance(1).record().formID, 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Beginnings, Stranger,
+    testing::Values("POST / HTTP/1.1\r\nContent-Length: 99\r\n\r\nMSG 1 N 9"sv, "VER 1 MSNP9\r\n"sv,
+                    "\x04"sv, "\x04\x02\x07\x47\x0A\x01\x02\x03"sv, "\x05\x01\x00"sv,
+                    // Frames of another protocol alone, whole or not, ask for nothing.
+                    "*\x02\x00\x00\x00\x01x"sv, "*\x02\x00\x00\x00\x09x"sv,
+                    "*\x02\x00\x00\x00\x01xPOST / HTTP/1.1"sv, "*\x02\x00\x00\x80\x00x"sv));
+
+TEST(Clients, AskForAConnectionWithTheirFirstWords) {
+    for (const std::string_view words :
+         {"\x04\x01"sv, "\x04\x01\x07\x47\x0A\x01\x02\x03"sv,
+          "*\x02\x00\x00\x00\x01x\x04\x01\x07\x47\x0A\x01\x02\x03"sv}) {
+        Spine spine;
+        spine.request(std::string(words));
+        EXPECT_EQ(spine.host.instances().size(), 1U) << testing::PrintToString(words);
+    }
+}
+
+TEST(Connections, AreToldOfWhenFewNumbersAreLeft) {
+    Spine spine;
+    for (int count = 0; count < 29999; ++count)
+        spine.host.AddControl();
+    EXPECT_THAT(spine.windows.toasts, IsEmpty());
+    spine.host.AddControl();
+    EXPECT_EQ(spine.windows.toasts.size(), 1U);
+    EXPECT_THAT(spine.told, ElementsAre(spine.windows.toasts.front()));
+    spine.host.AddControl();
+    EXPECT_EQ(spine.windows.toasts.size(), 1U);
 }
 
 TEST(Connections, BeyondTheLastNumberLandOnTheLastInstance) {

@@ -27,6 +27,8 @@ public:
     std::vector<std::string> sent;
     bool sendFails = false;
     bool reading = true;
+    /// What the client of a request has said.
+    std::string peeked;
 
     /// One read gives these bytes.
     void arrive(std::string_view bytes) {
@@ -49,6 +51,7 @@ public:
         return listenTrouble;
     }
     [[nodiscard]] std::uint16_t LocalPort() const override { return listensOn; }
+    [[nodiscard]] std::string_view PeekData() override { return peeked; }
     void Accept(RequestId requestID) override {
         if (state != SocketState::Closed) throw Failure("in use");
         accepted.push_back(requestID);

@@ -58,10 +58,13 @@ public:
     FakeLoop loop;
     AskedWindows windows;
     frmMain host{network, loop, windows.boxes, facilities.all()};
+    /// What the user was told of on standard error.
+    std::vector<std::string> told;
 
     Spine() {
         windows.connect(host.windows);
         listener().listening = [this] { windows.calls.emplace_back("listen"); };
+        host.trouble = [this](std::string_view text) { told.emplace_back(text); };
         host.endProcess = [] { throw ProcessEnded(); };
     }
 
@@ -80,13 +83,20 @@ public:
         return *host.instances().at(number);
     }
 
-    /// A client connects, and no more.
-    void request() { listener().ConnectionRequest(++requests); }
+    /// What a client says first, to reach 10.1.2.3 at 1863.
+    static inline const std::string socksRequest =
+        std::string("\x04\x01\x07\x47\x0A\x01\x02\x03", 8) + "ann" + '\0';
+
+    /// Somebody connects and says this first, which has yet to arrive.
+    void request(const std::string& said = socksRequest) {
+        listener().peeked = said;
+        listener().ConnectionRequest(++requests);
+    }
     /// A client connects and its connection relays.
     void relay() {
         request();
         const std::size_t count = (network.sockets.size() - 1) / 2;
-        client(count).arrive(std::string("\x04\x01\x07\x47\x0A\x01\x02\x03", 8) + "ann" + '\0');
+        client(count).arrive(socksRequest);
         server(count).succeedConnecting();
         client(count).sent.clear();
     }

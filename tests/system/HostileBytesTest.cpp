@@ -141,6 +141,24 @@ INSTANTIATE_TEST_SUITE_P(Kinds, HostileBytes, testing::ValuesIn(attacks()), [](c
     return info.param.kind.name + (info.param.fromClient ? "FromTheClient" : "FromTheServer");
 });
 
+TEST(Stranger, ThatABrowserCouldBeReachesNothing) {
+    Program program;
+    program.waitUntilReady();
+    Relay bystander = Relay::through(Program::port);
+    // A form of a web page, posted here: what it holds may come in a read of its own.
+    for (const std::string& first :
+         {"POST / HTTP/1.1\r\nHost: 127.0.0.1:1090\r\n\r\n"s,
+          "MSG 1 N 200\r\n"s + std::string(70000, 'p'), "\x16\x03\x01"s}) {
+        Peer page = Peer::connectedTo(Program::port);
+        page.send(first);
+        page.waitForEnd();
+    }
+    EXPECT_EQ(bystander.up("PNG\r\n"), "PNG\r\n");
+    EXPECT_TRUE(bystander.server.isSilent());
+    program.signal(SIGTERM);
+    EXPECT_EQ(program.waitForEnd(), 0) << program.errors();
+}
+
 TEST(BlockedSide, ForwardsNothingMoreWhileAllElseGoesOn) {
     Program program;
     program.waitUntilReady();

@@ -54,8 +54,8 @@ public:
             (*accepted.back())->Accept(requestID);
         };
         serveOnceWithPlenty();
-        first = Peer::connectedTo((*listener)->LocalPort());
-        second = Peer::connectedTo((*listener)->LocalPort());
+        first = speakingPeer((*listener)->LocalPort());
+        second = speakingPeer((*listener)->LocalPort());
         spare = Descriptor(open("/dev/null", O_RDONLY | O_CLOEXEC));
         // The lowest free number is the next, so there is none but that one.
         const Descriptor next(open("/dev/null", O_RDONLY | O_CLOEXEC));
@@ -78,7 +78,7 @@ public:
 private:
     /// A sanitizer needs descriptors of its own where it sees a kind of object for the first time.
     void serveOnceWithPlenty() {
-        const Peer early = Peer::connectedTo((*listener)->LocalPort());
+        const Peer early = speakingPeer((*listener)->LocalPort());
         waitForClients(1);
         (*accepted.front())->Close();
         accepted.clear();

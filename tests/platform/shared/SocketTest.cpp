@@ -2,6 +2,7 @@
 
 #include "base/Failure.h"
 #include "tests/platform/shared/Sockets.h"
+#include "tests/support/FakeWinsock.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -71,7 +72,7 @@ TEST_F(Socket, IsConnectedOnceItHasAcceptedARequest) {
 
 TEST_F(Socket, DropsARequestThatNobodyAccepts) {
     const std::size_t before = testSystem::countDescriptors();
-    Peer peer = Peer::connectedTo(listener->LocalPort());
+    Peer peer = speakingPeer(listener->LocalPort());
     ASSERT_TRUE(loop.runUntil([&] { return !listener.events.empty(); }));
     EXPECT_THAT(listener.events, ElementsAre("request"));
     EXPECT_EQ(peer.receiveOnce(), "");
@@ -79,10 +80,56 @@ TEST_F(Socket, DropsARequestThatNobodyAccepts) {
     EXPECT_EQ(testSystem::countDescriptors(), before);
 }
 
+TEST_F(Socket, AnnouncesAClientWithItsFirstWords) {
+    std::string words;
+    listener->ConnectionRequest = [&](RequestId) { words = listener->PeekData(); };
+    Peer silent = Peer::connectedTo(listener->LocalPort());
+    Peer late = Peer::connectedTo(listener->LocalPort());
+    Peer early = Peer::connectedTo(listener->LocalPort());
+    early.send("early");
+    ASSERT_TRUE(loop.runUntil([&] { return words == "early"; }));
+    late.send("late");
+    ASSERT_TRUE(loop.runUntil([&] { return words == "late"; }));
+    EXPECT_EQ(listener->PeekData(), "");
+    listener->Close();
+    silent.waitForEnd();
+}
+
+TEST_F(Socket, ForgetsAClientThatLeavesWithoutAWord) {
+    const std::size_t before = testSystem::countDescriptors();
+    Peer::connectedTo(listener->LocalPort()).close();
+    Peer peer = speakingPeer(listener->LocalPort());
+    ASSERT_TRUE(loop.runUntil([&] { return !listener.events.empty(); }));
+    peer.close();
+    EXPECT_TRUE(loop.runUntil([&] { return testSystem::countDescriptors() == before; }));
+    EXPECT_THAT(listener.events, ElementsAre("request"));
+}
+
+TEST_F(Socket, DropsAClientThatIsSilentForAMinute) {
+    // Time is the test's; the sockets are real.
+    FakeLoop time;
+    StreamNetwork patient(loop.readiness, time);
+    RecordedSocket door(patient);
+    ASSERT_EQ(door->Listen(0), std::nullopt);
+    FakeTimer& silence = *time.timers.at(0);
+    EXPECT_FALSE(silence.enabled);
+    Peer silent = Peer::connectedTo(door->LocalPort());
+    ASSERT_TRUE(loop.runUntil([&] { return silence.enabled; }));
+    for (auto passed = silence.interval; passed < std::chrono::minutes{1};
+         passed += silence.interval) {
+        EXPECT_TRUE(silence.enabled);
+        silence.pass();
+    }
+    silence.pass();
+    silent.waitForEnd();
+    EXPECT_FALSE(silence.enabled) << "nobody is left to wait for";
+    EXPECT_THAT(door.events, IsEmpty());
+}
+
 TEST_F(Socket, CannotAcceptARequestAfterItsEvent) {
     RequestId announced = 0;
     listener->ConnectionRequest = [&](RequestId requestID) { announced = requestID; };
-    const Peer peer = Peer::connectedTo(listener->LocalPort());
+    const Peer peer = speakingPeer(listener->LocalPort());
     ASSERT_TRUE(loop.runUntil([&] { return announced != 0; }));
     const RecordedSocket socket(network);
     EXPECT_THROW(socket->Accept(announced), Failure);
@@ -98,7 +145,7 @@ TEST_F(Socket, CannotAcceptARequestTwice) {
         EXPECT_THROW(second->Accept(requestID), Failure);
         ++failures;
     };
-    const Peer peer = Peer::connectedTo(listener->LocalPort());
+    const Peer peer = speakingPeer(listener->LocalPort());
     ASSERT_TRUE(loop.runUntil([&] { return failures > 0; }));
     EXPECT_EQ(first->State(), SocketState::Connected);
     EXPECT_EQ(second->State(), SocketState::Closed);
@@ -115,8 +162,8 @@ TEST_F(Socket, StopsTakingRequestsWhenItIsClosedWithinOne) {
         listener.events.emplace_back("request");
         listener->Close();
     };
-    Peer first = Peer::connectedTo(listener->LocalPort());
-    Peer second = Peer::connectedTo(listener->LocalPort());
+    Peer first = speakingPeer(listener->LocalPort());
+    Peer second = speakingPeer(listener->LocalPort());
     ASSERT_TRUE(loop.runUntil([&] { return !listener.events.empty(); }));
     first.waitForEnd();
     second.waitForEnd();
@@ -221,7 +268,7 @@ TEST_P(SocketInUse, NeitherListensNorAcceptsNorConnects) {
     EXPECT_THROW((void)used->Listen(0), Failure);
     EXPECT_EQ(used->State(), GetParam());
     const SocketState state = used->State();
-    Peer peer = Peer::connectedTo(listener->LocalPort());
+    Peer peer = speakingPeer(listener->LocalPort());
     ASSERT_TRUE(loop.runUntil([&] { return tried; }));
     EXPECT_EQ(peer.receiveOnce(), "");
     if (state != SocketState::Connecting) {

@@ -50,6 +50,13 @@ private:
     std::unique_ptr<Winsock> socket;
 };
 
+/// A client that has said something, so that its request is announced.
+[[nodiscard]] inline Peer speakingPeer(std::uint16_t port) {
+    Peer peer = Peer::connectedTo(port);
+    peer.send("?");
+    return peer;
+}
+
 /// Real sockets on loopback, one of which listens.
 class Sockets : public testing::Test {
 protected:
@@ -59,12 +66,14 @@ protected:
         Peer peer;
 
         explicit Accepted(Sockets& test)
-            : socket(test.network), peer(Peer::connectedTo(test.listener->LocalPort())) {
+            : socket(test.network), peer(speakingPeer(test.listener->LocalPort())) {
             const auto before =
                 std::exchange(test.listener->ConnectionRequest,
                               [this](RequestId requestID) { socket->Accept(requestID); });
-            EXPECT_TRUE(
-                test.loop.runUntil([this] { return socket->State() == SocketState::Connected; }));
+            // The request comes with the first byte, which is none of the test's.
+            EXPECT_TRUE(test.loop.runUntil([this] { return socket.received == "?"; }));
+            socket.received.clear();
+            socket.arrivals.clear();
             test.listener->ConnectionRequest = before;
         }
 
