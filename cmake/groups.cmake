@@ -15,7 +15,9 @@ function(form_groups target directory)
         # In a file of this name the linter's analyzer takes the included sources for code, where it
         # would take them for headers and hardly look at them.
         set(group UnifiedSource_${folder}${number})
-        set_source_files_properties(${source} DIRECTORY ${directory} PROPERTIES UNITY_GROUP ${group})
+        # Whole, since what is relative would be looked for from the folder of this call.
+        set_source_files_properties(${directory}/${source}
+            DIRECTORY ${directory} PROPERTIES UNITY_GROUP ${group})
         list(APPEND groups ${group})
     endforeach()
     list(REMOVE_DUPLICATES groups)

@@ -37,6 +37,8 @@ SettingsStore::SettingsStore(std::filesystem::path path, Event<std::string_view>
     refresh();
 }
 
+// What whoever is told of trouble may throw ends a program that ends anyway.
+// NOLINTNEXTLINE(bugprone-exception-escape)
 SettingsStore::~SettingsStore() {
     if (unsaved.empty()) return;
     tryAgain();

@@ -19,7 +19,7 @@ class SettingsStore {
 public:
     /// `tell` takes one line for the user: what is wrong and what becomes of it.
     SettingsStore(std::filesystem::path path, Event<std::string_view> tell);
-    ~SettingsStore();
+    ~SettingsStore();  // NOLINT(bugprone-exception-escape)
     SettingsStore(const SettingsStore&) = delete;
     SettingsStore& operator=(const SettingsStore&) = delete;
 
