@@ -14,8 +14,9 @@ namespace swf {
 
 struct Instance;
 
-/// What stands on a stage, from back to front.
-using DisplayList = std::map<std::uint16_t, Instance>;
+/// What stands on a stage, by depth from back to front. In old files several things may be at one
+/// depth, the newest in front; by the depth the oldest is meant.
+using DisplayList = std::multimap<std::uint16_t, Instance>;
 
 /// Numbers are never used twice while a movie is played; 0 is none.
 using InstanceNumber = std::uint64_t;

@@ -1,6 +1,7 @@
 #include "movies/player/MovieLoader.h"
 
 #include "base/Failure.h"
+#include "base/text.h"
 #include "movies/player/limits.h"
 #include "movies/player/shapeReaders.h"
 
@@ -116,7 +117,7 @@ void MovieLoader::readStep() {
 std::size_t MovieLoader::readTag() {
     Reader& source = spriteTags ? *spriteTags : tags;
     if (spriteTags && source.atEnd()) {
-        spriteTags.reset();
+        endSprite();
         return 1;
     }
     if (++tagsRead > limits::tags) {
@@ -132,7 +133,7 @@ std::size_t MovieLoader::readTag() {
     Reader tag(source.bytes(length));
     if (code == Tag::End) {
         if (spriteTags) {
-            spriteTags.reset();
+            endSprite();
         } else {
             stage = Stage::Done;
         }
@@ -171,7 +172,10 @@ void MovieLoader::readDefinition(Tag code, Reader tag) {
     // None of these may stand in a sprite.
     if (spriteTags) return;
     switch (code) {
-        case Tag::SetBackgroundColor: movie->background = readColor(tag, false); return;
+        case Tag::SetBackgroundColor:
+            // The first one holds.
+            if (!movie->background) movie->background = readColor(tag, false);
+            return;
         case Tag::JPEGTables: jpegTables = tag.rest(); return;
         default: break;
     }
@@ -226,7 +230,13 @@ void MovieLoader::addControl(const Control& control) {
 }
 
 void MovieLoader::addLabel(std::string_view label) {
-    if (hasRoom()) timeline().labels.emplace(label, timeline().frameCount());
+    if (hasRoom()) timeline().labels.emplace(lowerCase(label), timeline().frameCount());
+}
+
+void MovieLoader::endSprite() {
+    // Without a single end of a frame, all that it holds is its one frame.
+    if (sprite->frameEnds.empty() && !sprite->controls.empty()) endFrame();
+    spriteTags.reset();
 }
 
 void MovieLoader::endFrame() {

@@ -42,6 +42,7 @@ private:
     void addControl(const Control& control);
     void addLabel(std::string_view label);
     void endFrame();
+    void endSprite();
     [[nodiscard]] Timeline& timeline() { return spriteTags ? *sprite : movie->timeline; }
 
     std::string file;

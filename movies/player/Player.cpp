@@ -1,9 +1,9 @@
 #include "movies/player/Player.h"
 
 #include "movies/player/actions.h"
-#include "movies/player/buttons.h"
 #include "movies/player/limits.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace swf {
@@ -20,7 +20,10 @@ void Player::advance() {
     scene.advance();
     runQueued();
     // Buttons may have moved under the mouse, or away from it.
-    if (mouseKnown) follow(buttonAt(scene, lastPlace), wasHeld);
+    if (mouseKnown) {
+        follow(buttonAt(scene, lastPlace), wasHeld);
+        restoreState();
+    }
     endTurn();
 }
 
@@ -35,7 +38,7 @@ void Player::mouse(Point place, bool held) {
 void Player::mouseLeft(bool held) {
     mouseKnown = false;
     beginTurn();
-    follow(0, held);
+    follow({}, held);
     endTurn();
 }
 
@@ -64,32 +67,37 @@ void Player::endTurn() {
 }
 
 void Player::runQueued() {
-    auto& queue = scene.queued();
-    while (!queue.empty()) {
-        const auto next = queue.front();
-        queue.pop_front();
-        runActions(scene, next.clip, next.code, commands);
+    while (!scene.queued().empty()) {
+        // What a clip has queued comes before what older ones have, so that parents come last.
+        auto queue = std::exchange(scene.queued(), {});
+        std::stable_sort(queue.begin(), queue.end(),
+                         [](const auto& one, const auto& other) { return one.clip > other.clip; });
+        for (const Stage::Waiting& next : queue) {
+            if (scene.find(next.clip) != nullptr) {
+                runActions(scene, next.clip, next.code, commands);
+            }
+        }
     }
 }
 
-void Player::follow(InstanceNumber over, bool held) {
+void Player::follow(const ButtonPath& over, bool held) {
     using State = ButtonRecord::State;
     const bool pressed = held && !wasHeld;
     const bool released = !held && wasHeld;
     wasHeld = held;
-    if (captured != 0) {
+    if (!captured.empty()) {
         const bool inside = over == captured;
         if (released) {
-            hovered = inside ? captured : 0;
+            hovered = inside ? captured : ButtonPath();
             change(captured, inside ? State::Over : State::Up,
                    inside ? ButtonEvent::OverDownToOverUp : ButtonEvent::OutDownToIdle);
-            captured = 0;
+            captured.clear();
         } else if (inside != capturedInside) {
             capturedInside = inside;
             change(captured, inside ? State::Down : State::Over,
                    inside ? ButtonEvent::OutDownToOverDown : ButtonEvent::OverDownToOutDown);
         }
-        if (captured != 0) return;
+        if (!captured.empty()) return;
     }
     // A mouse that comes with its button held has gone down elsewhere.
     if (held && !pressed) return;
@@ -97,25 +105,29 @@ void Player::follow(InstanceNumber over, bool held) {
         change(std::exchange(hovered, over), State::Up, ButtonEvent::OverUpToIdle);
         change(hovered, State::Over, ButtonEvent::IdleToOverUp);
     }
-    if (pressed && hovered != 0) {
+    if (pressed && !hovered.empty()) {
         captured = hovered;
         capturedInside = true;
         change(captured, State::Down, ButtonEvent::OverUpToOverDown);
     }
 }
 
-void Player::change(InstanceNumber button, ButtonRecord::State state, ButtonEvent event) {
-    if (button == 0) return;
-    eachButton(scene, [&](Instance& instance) {
-        if (instance.number != button) return;
-        Face& face = *instance.face;
-        if (face.state != state) scene.setState(face, state);
-        for (const ButtonActions& actions : face.button->actions) {
-            if (actions.events & static_cast<unsigned>(event)) {
-                scene.queue(face.parent, actions.code);
-            }
-        }
-    });
+void Player::change(const ButtonPath& path, ButtonRecord::State state, ButtonEvent event) {
+    const Instance* const button = findButton(scene, path);
+    if (button == nullptr) return;
+    Face& face = *button->face;
+    if (face.state != state) scene.setState(face, state);
+    for (const ButtonActions& actions : face.button->actions) {
+        if (actions.events & static_cast<unsigned>(event)) scene.queue(face.parent, actions.code);
+    }
+}
+
+void Player::restoreState() {
+    const bool held = !captured.empty();
+    const Instance* const button = findButton(scene, held ? captured : hovered);
+    if (button == nullptr) return;
+    const auto state = held && capturedInside ? ButtonRecord::Down : ButtonRecord::Over;
+    if (button->face->state != state) scene.setState(*button->face, state);
 }
 
 }  // namespace swf

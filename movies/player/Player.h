@@ -1,6 +1,7 @@
 #pragma once
 
 #include "movies/player/Stage.h"
+#include "movies/player/buttons.h"
 
 #include <memory>
 #include <string>
@@ -37,7 +38,7 @@ public:
     /// The mouse is outside the movie.
     void mouseLeft(bool held);
     /// Whether the mouse stands over a button of the movie.
-    [[nodiscard]] bool overButton() const { return hovered != 0; }
+    [[nodiscard]] bool overButton() const { return !hovered.empty(); }
     /// A key went down: a character, or one of the codes that files have for other keys. False when
     /// no button has actions for it.
     bool key(unsigned code);
@@ -49,15 +50,17 @@ private:
     void beginTurn() { scene.beginTurn(); }
     void endTurn();
     void runQueued();
-    void follow(InstanceNumber over, bool held);
-    void change(InstanceNumber button, ButtonRecord::State state, ButtonEvent event);
+    void follow(const ButtonPath& over, bool held);
+    void change(const ButtonPath& path, ButtonRecord::State state, ButtonEvent event);
+    /// Gives a button that was placed anew the state of the one that it stands for.
+    void restoreState();
 
     std::shared_ptr<const Movie> content;
     Stage scene;
     std::vector<Command> commands;
-    InstanceNumber hovered = 0;
+    ButtonPath hovered;
     /// The button that the mouse went down on, while it is held.
-    InstanceNumber captured = 0;
+    ButtonPath captured;
     bool capturedInside = false;
     bool wasHeld = false;
     bool mouseKnown = false;

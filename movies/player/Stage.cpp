@@ -85,12 +85,10 @@ void Stage::applyFrame(Clip& clip, std::size_t frame, DisplayList& old, bool wit
         const Control& control = timeline.controls[index];
         if (const auto* place = std::get_if<Place>(&control)) {
             apply(clip, *place, frame, old);
-        } else if (const auto* remove = std::get_if<Remove>(&control)) {
-            const auto found = clip.list.find(remove->depth);
-            if (found == clip.list.end()) continue;
-            release(found->second);
-            clip.list.erase(found);
-            changed = true;
+        } else if (const auto* removal = std::get_if<Remove>(&control)) {
+            const auto found = clip.list.lower_bound(removal->depth);
+            if (found == clip.list.end() || found->first != removal->depth) continue;
+            remove(clip.list, found);
         } else if (withActions) {
             queue(clip.number, std::get<Actions>(control).code);
         }
@@ -98,13 +96,19 @@ void Stage::applyFrame(Clip& clip, std::size_t frame, DisplayList& old, bool wit
 }
 
 void Stage::apply(Clip& clip, const Place& place, std::size_t frame, DisplayList& old) {
-    const auto found = clip.list.find(place.depth);
-    Instance* instance = found == clip.list.end() ? nullptr : &found->second;
+    const auto found = clip.list.lower_bound(place.depth);
+    const bool taken = found != clip.list.end() && found->first == place.depth;
+    Instance* instance = taken ? &found->second : nullptr;
+    // What is at the depth stays, unless it is to be changed; up to version 5 both do.
+    constexpr unsigned lastWithBoth = 5;
+    const bool both = taken && place.character && !place.move;
+    if (both && content.version > lastWithBoth) return;
     if (place.character &&
         (!place.move || instance == nullptr || instance->character != *place.character)) {
         const Matrix matrix = instance != nullptr && place.move ? instance->matrix : Matrix();
         const ColorTransform colors =
             instance != nullptr && place.move ? instance->colors : ColorTransform();
+        if (taken && !both) remove(clip.list, found);
         instance =
             put(clip.list, old, place.depth, *place.character, frame, clip.number, clip.depth + 1);
         if (instance == nullptr) return;
@@ -125,23 +129,18 @@ void Stage::apply(Clip& clip, const Place& place, std::size_t frame, DisplayList
 Instance* Stage::put(DisplayList& list, DisplayList& old, std::uint16_t depth,
                      std::uint16_t character, std::size_t origin, InstanceNumber parent,
                      unsigned nesting) {
-    const auto occupied = list.find(depth);
-    if (occupied != list.end()) {
-        release(occupied->second);
-        list.erase(occupied);
-    }
     changed = true;
-    const auto stood = old.find(depth);
-    if (stood != old.end() && stood->second.character == character &&
-        stood->second.origin == origin) {
-        return &list.insert(old.extract(stood)).position->second;
-    }
+    const auto [first, end] = old.equal_range(depth);
+    const auto stood = std::find_if(first, end, [&](const auto& entry) {
+        return entry.second.character == character && entry.second.origin == origin;
+    });
+    if (stood != end) return &list.insert(old.extract(stood))->second;
     const auto* timeline = content.find<Timeline>(character);
     const auto* button = content.find<Button>(character);
     if (instances >= limits::instances || !work()) return nullptr;
     if ((timeline != nullptr || button != nullptr) && nesting >= limits::depth) return nullptr;
     ++instances;
-    Instance& instance = list[depth];
+    Instance& instance = list.emplace(depth, Instance())->second;
     instance.number = ++lastNumber;
     instance.character = character;
     instance.origin = origin;
@@ -172,6 +171,8 @@ void Stage::setState(Face& face, ButtonRecord::State state) {
     for (std::size_t index = 0; index < face.button->records.size(); ++index) {
         const ButtonRecord& record = face.button->records[index];
         if (!(record.states & state)) continue;
+        const auto occupied = face.list.find(record.depth);
+        if (occupied != face.list.end()) remove(face.list, occupied);
         Instance* const instance =
             put(face.list, old, record.depth, record.character, index, face.parent, face.depth + 1);
         if (instance == nullptr) continue;
@@ -179,6 +180,12 @@ void Stage::setState(Face& face, ButtonRecord::State state) {
         instance->colors = record.colors;
     }
     release(old);
+    changed = true;
+}
+
+void Stage::remove(DisplayList& list, DisplayList::iterator entry) {
+    release(entry->second);
+    list.erase(entry);
     changed = true;
 }
 

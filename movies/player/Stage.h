@@ -3,9 +3,9 @@
 #include "movies/player/Instance.h"
 #include "movies/player/Movie.h"
 
-#include <deque>
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 namespace swf {
 
@@ -46,7 +46,7 @@ public:
         std::string_view code;
     };
     /// What waits to be carried out, in the order in which it came.
-    [[nodiscard]] std::deque<Waiting>& queued() { return waiting; }
+    [[nodiscard]] std::vector<Waiting>& queued() { return waiting; }
 
     /// Whether a clip plays.
     [[nodiscard]] bool moves() const;
@@ -58,16 +58,17 @@ private:
     void advanceInner(DisplayList& list);
     void applyFrame(Clip& clip, std::size_t frame, DisplayList& old, bool withActions);
     void apply(Clip& clip, const Place& place, std::size_t frame, DisplayList& old);
-    /// Puts a new instance, or the one that stood in `old` in its stead, into `list`.
+    /// Puts a new instance, or the one that was in `old` in its place, into `list`.
     Instance* put(DisplayList& list, DisplayList& old, std::uint16_t depth, std::uint16_t character,
                   std::size_t origin, InstanceNumber parent, unsigned nesting);
+    void remove(DisplayList& list, DisplayList::iterator entry);
     void release(Instance& instance);
     void release(DisplayList& list);
 
     const Movie& content;
     Clip main;
     std::unordered_map<InstanceNumber, Clip*> clips;
-    std::deque<Waiting> waiting;
+    std::vector<Waiting> waiting;
     InstanceNumber lastNumber = 0;
     std::size_t instances = 0;
     std::uint64_t turn = 0;

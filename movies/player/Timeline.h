@@ -42,7 +42,7 @@ struct Timeline {
     std::vector<Control> controls;
     /// For each frame, the number of controls up to its end.
     std::vector<std::size_t> frameEnds;
-    /// Frames, from 0, by label.
+    /// Frames, from 0, by label in lower case: labels are compared without regard to case.
     std::map<std::string, std::size_t, std::less<>> labels;
 
     [[nodiscard]] std::size_t frameCount() const { return frameEnds.size(); }

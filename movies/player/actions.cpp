@@ -62,7 +62,7 @@ public:
         : stage(stage), home(clip), target(clip), reader(code), commands(commands) {}
 
     void run() {
-        while (!reader.atEnd() && stage.find(home) != nullptr && stage.work()) {
+        while (!reader.atEnd() && stage.work()) {
             const unsigned code = reader.u8();
             const auto action = static_cast<Action>(code);
             if (action == Action::End) return;
@@ -122,7 +122,7 @@ private:
     void goToLabel(std::string_view label, bool plays) {
         const Clip* const clip = stage.find(target);
         if (clip == nullptr) return;
-        const auto found = clip->timeline->labels.find(label);
+        const auto found = clip->timeline->labels.find(lowerCase(label));
         if (found != clip->timeline->labels.end()) goTo(found->second, plays);
     }
 

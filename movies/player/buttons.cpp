@@ -15,21 +15,21 @@ class Search {
 public:
     explicit Search(Stage& stage) : stage(stage), movie(stage.movie()) {}
 
-    InstanceNumber buttonIn(const DisplayList& list, Point place) {
+    /// Whether there is a button; `path` then leads to it.
+    bool buttonIn(const DisplayList& list, Point place, ButtonPath& path) {
         for (auto entry = list.rbegin(); entry != list.rend(); ++entry) {
             const Instance& instance = entry->second;
-            if (!stage.work()) return 0;
+            if (!stage.work()) return false;
             if (!instance.matrix.usable() || !instance.inner()) continue;
             const Point inside = instance.matrix.mapBack(place);
-            if (instance.clip) {
-                if (const InstanceNumber found = buttonIn(instance.clip->list, inside)) {
-                    return found;
-                }
-            } else if (hit(*instance.face->button, inside)) {
-                return instance.number;
+            path.emplace_back(entry->first, instance.character);
+            if (instance.clip ? buttonIn(instance.clip->list, inside, path)
+                              : hit(*instance.face->button, inside)) {
+                return true;
             }
+            path.pop_back();
         }
-        return 0;
+        return false;
     }
 
 private:
@@ -99,8 +99,26 @@ void eachButtonIn(DisplayList& list, const std::function<void(Instance&)>& visit
 
 }  // namespace
 
-InstanceNumber buttonAt(Stage& stage, Point place) {
-    return Search(stage).buttonIn(stage.root().list, place);
+ButtonPath buttonAt(Stage& stage, Point place) {
+    ButtonPath path;
+    if (!Search(stage).buttonIn(stage.root().list, place, path)) return {};
+    return path;
+}
+
+Instance* findButton(Stage& stage, const ButtonPath& path) {
+    DisplayList* list = &stage.root().list;
+    Instance* instance = nullptr;
+    for (const auto& [depth, character] : path) {
+        if (list == nullptr) return nullptr;
+        const auto [first, end] = list->equal_range(depth);
+        const auto found = std::find_if(first, end, [number = character](const auto& entry) {
+            return entry.second.character == number;
+        });
+        if (found == end) return nullptr;
+        instance = &found->second;
+        list = instance->clip ? &instance->clip->list : nullptr;
+    }
+    return instance != nullptr && instance->face ? instance : nullptr;
 }
 
 void eachButton(Stage& stage, const std::function<void(Instance&)>& visit) {

@@ -173,8 +173,26 @@ TEST(MovieAction, MayTakeAwayItsOwnSprite) {
         .show();
     Screening screen(movie.file());
     screen.advance(3);
-    EXPECT_EQ(screen.commands(), "end;");
+    EXPECT_EQ(screen.commands(), "gone;end;");
     EXPECT_TRUE(screen.player.stage().empty());
+}
+
+TEST(MovieAction, FindsLabelsInCapitalsAsWell) {
+    EXPECT_EQ(told(action(Action::GoToLabel, Bits().text("FOUR"))), "1;4;");
+}
+
+TEST(MovieAction, OfTheNewestThingComesFirstAndOfTheParentLast) {
+    const auto sprite = [](const std::string& name) {
+        MovieFile inner;
+        return inner.actions(command(name + "1")).show().actions(command(name + "2")).show();
+    };
+    MovieFile movie;
+    movie.sprite(1, sprite("a")).sprite(2, sprite("b"));
+    movie.actions(command("root1")).place(1, 1).place(2, 2).show();
+    Screening screen(movie.actions(command("root2")).show().file());
+    EXPECT_EQ(screen.commands(), "b1;a1;root1;");
+    screen.advance();
+    EXPECT_EQ(screen.commands(), "b2;a2;root2;");
 }
 
 }  // namespace

@@ -189,4 +189,21 @@ TEST(MovieButton, IsHitOnlyWhereItsFaceIs) {
     EXPECT_FALSE(over(98, 50));
 }
 
+TEST(MovieButton, StaysPressedWhenALoopPlacesItAnew) {
+    MovieFile movie = movieWithButton().show().remove(1).place(9, 1).show();
+    Screening screen(movie.file());
+    move(screen, 30, 30);
+    EXPECT_EQ(screen.commands(), "1;");
+    screen.advance();
+    EXPECT_EQ(screen.at(30, 30), green);
+    move(screen, 30, 30, true);
+    screen.advance();
+    EXPECT_EQ(screen.at(30, 30), blue);
+    screen.advance();
+    EXPECT_EQ(screen.at(30, 30), blue);
+    move(screen, 30, 30);
+    EXPECT_EQ(screen.at(30, 30), green);
+    EXPECT_EQ(screen.commands(), "4;8;");
+}
+
 }  // namespace

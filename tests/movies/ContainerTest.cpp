@@ -124,4 +124,12 @@ TEST(MovieContainer, IsNotReadWhenTheFileIsTooLarge) {
     EXPECT_EQ(framesOf(file), 0U);
 }
 
+TEST(MovieContainer, KeepsTheFirstBackground) {
+    MovieFile movie;
+    movie.tag(Tag::SetBackgroundColor, Bits().rgb(0x123456)).show();
+    movie.tag(Tag::SetBackgroundColor, Bits().rgb(0xABCDEF)).show();
+    const swf::Color first{0x12, 0x34, 0x56, 255};
+    EXPECT_EQ(swf::readMovie(movie.file())->background, first);
+}
+
 }  // namespace

@@ -109,7 +109,7 @@ TEST(MovieStage, KeepsSpritesThatStandInTheFirstFrameWhenItBeginsAnew) {
 
 TEST(MovieStage, PlaysSpritesOnTheirOwn) {
     MovieFile inner;
-    inner.place(1, 1).show().place(2, 1).show();
+    inner.place(1, 1).show().remove(1).place(2, 1).show();
     MovieFile movie = squares().sprite(9, inner).place(9, 1).place(9, 2, 50, 0).show();
     Screening screen(movie.file());
     EXPECT_TRUE(screen.player.moves());
@@ -126,6 +126,30 @@ TEST(MovieStage, MovesNotWithOneFrame) {
     MovieFile still;
     still.place(1, 1).show();
     EXPECT_FALSE(Screening(squares().sprite(9, still).place(9, 1).show().file()).player.moves());
+}
+
+TEST(MovieStage, KeepsWhatIsAtADepthThatIsTaken) {
+    MovieFile movie = squares().place(1, 1).show().place(2, 1, 10, 0).show();
+    movie.remove(1).show();
+    Screening screen(movie.file());
+    screen.advance();
+    EXPECT_EQ(screen.at(5, 10), red);
+    EXPECT_EQ(screen.at(25, 10), black);
+    // Up to version 5 both are there, the newest in front; the oldest goes first.
+    Screening old(movie.file(5));
+    old.advance();
+    EXPECT_EQ(old.at(5, 10), red);
+    EXPECT_EQ(old.at(15, 10), blue);
+    old.advance();
+    EXPECT_EQ(old.at(5, 10), black);
+    EXPECT_EQ(old.at(15, 10), blue);
+}
+
+TEST(MovieStage, ShowsASpriteThatHasNoEndOfAFrame) {
+    MovieFile inner;
+    inner.place(1, 1);
+    Screening screen(squares().sprite(9, inner).place(9, 1).show().file());
+    EXPECT_EQ(screen.at(10, 10), red);
 }
 
 }  // namespace
