@@ -44,8 +44,10 @@ struct Line {
     Cap cap = Cap::Round;
     Join join = Join::Round;
     double miter = 3;
-    /// False for a line that keeps its width when it is scaled.
-    bool scaled = true;
+    /// Whether the width grows with what is scaled across and down. One that grows with neither
+    /// counts in twentieths of a pixel of the screen.
+    bool scalesAcross = true;
+    bool scalesDown = true;
 };
 
 /// A straight line, or a quadratic curve when `curved`; the control point of a straight line lies

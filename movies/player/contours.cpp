@@ -1,8 +1,9 @@
 #include "movies/player/contours.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
-#include <numeric>
+#include <cstdint>
 #include <utility>
 
 namespace swf {
@@ -11,26 +12,39 @@ namespace {
 
 Edge reversed(const Edge& edge) { return {edge.to, edge.control, edge.from, edge.curved}; }
 
-bool liesBefore(Point one, Point other) {
-    return one.x != other.x ? one.x < other.x : one.y < other.y;
+/// Whether each edge goes on where the one before ended, or begins another outline behind one that
+/// is closed. Most tools write shapes like that.
+bool areInOrder(const std::vector<Edge>& edges) {
+    Point start;
+    for (std::size_t index = 0; index < edges.size(); ++index) {
+        const bool goesOn = index > 0 && edges[index].from == edges[index - 1].to;
+        if (goesOn) continue;
+        if (index > 0 && edges[index - 1].to != start) return false;
+        start = edges[index].from;
+    }
+    return true;
 }
 
 /// Puts edges in the order in which one goes on where another ends.
 class Chain {
 public:
-    explicit Chain(std::vector<Edge> all) : edges(std::move(all)), next(edges.size()) {
-        std::stable_sort(edges.begin(), edges.end(), [](const Edge& one, const Edge& other) {
-            return liesBefore(one.from, other.from);
-        });
-        std::iota(next.begin(), next.end(), std::size_t{0});
-        used.resize(edges.size());
+    explicit Chain(std::vector<Edge> all)
+        : edges(std::move(all)),
+          heads(std::bit_ceil(edges.size() + 1), none),
+          next(edges.size()),
+          used(edges.size()) {
+        // Every place has a list of the edges that begin there, the first one at its head.
+        for (std::size_t index = edges.size(); index-- > 0;) {
+            std::uint32_t& head = heads[slotOf(edges[index].from)];
+            next[index] = std::exchange(head, static_cast<std::uint32_t>(index));
+        }
     }
 
     std::vector<Edge> inOrder() {
         std::vector<Edge> ordered;
         ordered.reserve(edges.size());
         for (std::size_t start = 0; start < edges.size(); ++start) {
-            for (std::size_t at = start; at < edges.size() && !used[at];) {
+            for (std::size_t at = start; at != none && !used[at];) {
                 used[at] = true;
                 ordered.push_back(edges[at]);
                 at = unusedFrom(edges[at].to);
@@ -40,24 +54,41 @@ public:
     }
 
 private:
-    /// An edge that begins at the place and has not been used; behind the end when there is none.
-    std::size_t unusedFrom(Point place) {
-        const auto found = std::lower_bound(
-            edges.begin(), edges.end(), place,
-            [](const Edge& edge, Point wanted) { return liesBefore(edge.from, wanted); });
-        const auto head = static_cast<std::size_t>(found - edges.begin());
-        if (head == edges.size()) return head;
-        // The first of the place remembers how far they are used, so that each is looked at once.
-        std::size_t& at = next[head];
-        while (at < edges.size() && edges[at].from == place && used[at])
-            ++at;
-        return at < edges.size() && edges[at].from == place ? at : edges.size();
+    static constexpr std::uint32_t none = ~0U;
+
+    [[nodiscard]] std::size_t slotOf(Point place) const {
+        const auto mixed = [](double value) {
+            // Plus 0, so that there is one zero only.
+            return std::bit_cast<std::uint64_t>(value + 0.0) * 0x9E3779B97F4A7C15U;
+        };
+        return (mixed(place.x) ^ mixed(place.y) >> 7U) >> 20U & (heads.size() - 1);
+    }
+
+    /// An edge that begins at the place and has not been used.
+    std::uint32_t unusedFrom(Point place) {
+        std::uint32_t* at = &heads[slotOf(place)];
+        while (*at != none) {
+            if (used[*at]) {
+                // Leaves the list, so that it is looked at once only.
+                *at = next[*at];
+            } else if (edges[*at].from == place) {
+                return *at;
+            } else {
+                at = &next[*at];
+            }
+        }
+        return none;
     }
 
     std::vector<Edge> edges;
-    std::vector<std::size_t> next;
+    std::vector<std::uint32_t> heads;
+    std::vector<std::uint32_t> next;
     std::vector<bool> used;
 };
+
+std::vector<Edge> inOrder(std::vector<Edge> edges) {
+    return areInOrder(edges) ? edges : Chain(std::move(edges)).inOrder();
+}
 
 /// How often a line from the place to the right crosses the edge.
 unsigned crossings(const Edge& edge, Point place) {
@@ -104,14 +135,16 @@ std::vector<Painting> paintings(const Shape& shape) {
             // With the same fill on both sides the edge bounds nothing.
             if (run.fill0 == run.fill1) continue;
             if (run.fill1 != 0) filled[run.fill1 - 1].push_back(edge);
-            if (run.fill0 != 0) filled[run.fill0 - 1].push_back(reversed(edge));
         }
+        if (run.fill0 == 0 || run.fill0 == run.fill1) continue;
+        for (std::size_t index = run.first + run.count; index-- > run.first;)
+            filled[run.fill0 - 1].push_back(reversed(shape.edges[index]));
     }
     std::vector<Painting> all;
     Layer below;
     for (const Layer& layer : shape.layers) {
         for (std::size_t index = below.fills; index < layer.fills; ++index) {
-            addIfAny(all, false, index, Chain(std::move(filled[index])).inOrder());
+            addIfAny(all, false, index, inOrder(std::move(filled[index])));
         }
         for (std::size_t index = below.lines; index < layer.lines; ++index) {
             addIfAny(all, true, index, std::move(lined[index]));

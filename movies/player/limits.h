@@ -22,7 +22,7 @@ constexpr std::size_t characters = 16384;
 /// Of the whole movie: its frames, their labels, and all that they place, remove and do.
 constexpr std::size_t controls = 131072;
 /// Of one shape, and of all glyphs of one font.
-constexpr std::size_t edgesPerShape = 16384;
+constexpr std::size_t edgesPerShape = 65536;
 constexpr std::size_t stylesPerShape = 4096;
 constexpr std::size_t glyphsPerFont = 16384;
 /// Of the whole movie; all else that characters hold counts as so many edges as it is large.
@@ -39,9 +39,9 @@ constexpr std::size_t pixels = std::size_t{8} << 20;
 /// Sprites and buttons within each other.
 constexpr unsigned depth = 16;
 /// Things that stand on the stage at a time, in all sprites.
-constexpr std::size_t instances = 1024;
+constexpr std::size_t instances = 16384;
 /// Controls and actions carried out for one frame, click or key.
-constexpr unsigned work = 20000;
+constexpr unsigned work = 50000;
 /// Frames in a row that may use all of that up; then the movie is stopped for good.
 constexpr unsigned exhaustedFrames = 4;
 /// Commands handed out for one frame, click or key.

@@ -20,6 +20,8 @@ public:
     void draw(std::optional<ShapeVersion> version) {
         while (true) {
             if (reader.bit()) {
+                // What came so far is the shape.
+                if (edgesLeft == 0) return;
                 drawEdge();
                 continue;
             }
@@ -51,7 +53,6 @@ private:
             edge.to = {pen.x + x, pen.y + y};
             edge.control = between(edge.from, edge.to, 0.5);
         }
-        if (edgesLeft == 0) throw Failure("too many edges");
         --edgesLeft;
         add(edge);
         pen = edge.to;

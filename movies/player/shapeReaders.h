@@ -6,7 +6,8 @@
 
 namespace swf {
 
-/// The shape of a tag, behind its number. Fails where the bytes end or the shape is too large.
+/// The shape of a tag, behind its number. Fails where the bytes end; of a shape that is too large
+/// it gives the first edges.
 [[nodiscard]] Shape readShape(Reader& reader, ShapeVersion version);
 
 /// The same of a morphing shape. Fails too when the two ends do not fit each other.

@@ -105,10 +105,11 @@ void readLine(Reader& reader, Form form, bool full, Line& line, Line& end) {
     // lines that end where they began as closed ones.
     static_cast<void>(reader.bits(7));
     static_cast<void>(reader.bits(2));
-    line.scaled = !keepsWidth || !keepsHeight;
+    line.scalesAcross = !keepsWidth;
+    line.scalesDown = !keepsHeight;
     line.join = join == 1 ? Line::Join::Bevel : join == 2 ? Line::Join::Miter : Line::Join::Round;
     if (join == 2) line.miter = reader.u16() / 256.0;
-    end = {end.width, {}, {}, line.cap, line.join, line.miter, line.scaled};
+    end = {end.width, {}, {}, line.cap, line.join, line.miter, line.scalesAcross, line.scalesDown};
     if (filled) {
         readFill(reader, form, line.fill.emplace(), end.fill.emplace());
     } else {

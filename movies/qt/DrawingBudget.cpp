@@ -1,36 +1,94 @@
 #include "movies/qt/DrawingBudget.h"
 
+#include <algorithm>
+#include <ctime>
+#include <utility>
+
 namespace {
 
-// What things cost, measured with Qt's raster engine on a machine of 2020 and rounded up.
-constexpr double paintingCost = 2000;
-constexpr double edgeCost = 60;
-constexpr double cellCost = 35;
-constexpr double beyondCost = 350;
-constexpr double mixedCellCost = 60;
-constexpr double cellStepCost = 0.6;
+/// So long the counts are relied on; asking for the time takes a part of a microsecond.
+constexpr double unmeasured = 5e4;
+
+// What things cost, measured with Qt's raster engine. bench/movies prints what comes of them.
+constexpr double paintingCost = 500;
+constexpr double edgeCost = 25;
+constexpr double segmentCost = 20;
+constexpr double cellCost = 25;
+constexpr double cellStepCost = 1.2;
+constexpr double mostCellSteps = 130;
+/// Of steep edges, for each pixel of the width, when a hundred of them lie in each row.
+constexpr double steepCellCost = 10;
+/// So long one band may take, and so long all of them may take to prepare.
+constexpr double bandCost = 1e6;
+constexpr double allBandsCost = 3e6;
+constexpr double beyondCost = 6;
 constexpr double linePieceCost = 700;
-constexpr double readyEdgeCost = 250;
-constexpr double morphEdgeCost = 500;
+constexpr double orderedEdgeCost = 60;
+constexpr double morphEdgeCost = 200;
 constexpr double morphStyleCost = 200;
-constexpr double colorPixelCost = 0.7;
-constexpr double gradientPixelCost = 2;
-constexpr double picturePixelCost = 10;
+constexpr double rowCost = 30;
+constexpr double opaquePixelCost = 0.12;
+constexpr double translucentPixelCost = 0.8;
+constexpr double linearPixelCost = 1.5;
+constexpr double radialPixelCost = 2.5;
+constexpr double gradientCellCost = 60;
+constexpr double gradientCost = 6000;
+constexpr double copiedPixelCost = 0.3;
+constexpr double blendedPixelCost = 0.8;
+constexpr double roughPixelCost = 1.5;
+constexpr double smoothPixelCost = 4;
 constexpr double recolorPixelCost = 20;
-constexpr double maskCost = 5000;
-constexpr double maskPixelCost = 2;
+constexpr double extendedPixelCost = 1;
+constexpr double maskCost = 3000;
+constexpr double maskRowCost = 40;
 
 /// What outlines cost that pass through so many pixels: Qt keeps a list of those of each row, which
 /// it goes along for every one that is added.
 double cellsCost(double cells, const QRectF& seen) {
     const double inOneRow = std::min(cells / std::max(seen.height(), 1.0), seen.width());
-    return cells * (cellCost + cellStepCost * inOneRow);
+    return cells * (cellCost + std::min(cellStepCost * inOneRow, mostCellSteps));
 }
 
 }  // namespace
 
+double DrawingBudget::processorTime() {
+    return static_cast<double>(std::clock()) * (1e9 / CLOCKS_PER_SEC);
+}
+
+DrawingBudget::DrawingBudget(std::function<double()> clock)
+    : clock(std::move(clock)), begin(this->clock ? this->clock() : 0) {}
+
+bool DrawingBudget::take(double cost) {
+    over = over || left() <= 0 || cost > left();
+    if (over) return false;
+    pending += cost;
+    counted += cost;
+    return true;
+}
+
+bool DrawingBudget::goesOn() {
+    measure();
+    over = over || measured > whole;
+    return !over;
+}
+
+double DrawingBudget::left() {
+    if (pending > unmeasured) measure();
+    return whole - measured - pending;
+}
+
+void DrawingBudget::measure() {
+    if (!clock) {
+        measured += pending;
+        pending = 0;
+        return;
+    }
+    measured = clock() - begin;
+    pending = 0;
+}
+
 double DrawingCosts::ordering(const swf::Shape& shape) {
-    return readyEdgeCost * static_cast<double>(shape.edges.size());
+    return orderedEdgeCost * static_cast<double>(shape.edges.size());
 }
 
 double DrawingCosts::morphing(const swf::Shape& shape) {
@@ -44,43 +102,67 @@ double DrawingCosts::path(std::size_t edges) {
 
 double DrawingCosts::recoloring(double pixels) { return recolorPixelCost * pixels; }
 
-double DrawingCosts::fill(const moviePaths::Path& path, bool isGradient) const {
-    const double area = pixels(path.bounds);
-    if (!isGradient) return colorPixelCost * area + outline(path);
+double DrawingCosts::extending(double pixels) { return extendedPixelCost * pixels; }
+
+double DrawingCosts::fill(const moviePaths::Path& path, const swf::Fill& fill,
+                          bool isOpaque) const {
+    if (fill.kind == swf::Fill::Kind::Solid) {
+        return outline(path) + covered(path) * (isOpaque ? opaquePixelCost : translucentPixelCost);
+    }
+    const bool linear = fill.kind == swf::Fill::Kind::Linear;
     // Each piece of a row begins anew.
-    return gradientPixelCost * area + mixedCellCost * path.length * pixelsPerUnit + outline(path);
+    return gradientCost + outline(path) + gradientCellCost * path.length * view.pixelsPerUnit +
+           covered(path) * (linear ? linearPixelCost : radialPixelCost);
 }
 
-double DrawingCosts::picture(const moviePaths::Path& path) const {
-    return picturePixelCost * pixels(path.bounds) + outline(path);
+double DrawingCosts::picture(const moviePaths::Path& path, PictureScaling scaling,
+                             bool hasAlpha) const {
+    const double pixel = scaling == PictureScaling::Smooth  ? smoothPixelCost
+                         : scaling == PictureScaling::Rough ? roughPixelCost
+                         : hasAlpha                         ? blendedPixelCost
+                                                            : copiedPixelCost;
+    const double blending = scaling == PictureScaling::None || !hasAlpha ? 0 : blendedPixelCost;
+    return outline(path) + gradientCellCost * path.length * view.pixelsPerUnit +
+           covered(path) * (pixel + blending);
 }
 
 double DrawingCosts::line(const moviePaths::Path& path, double width) const {
     // The line's outline runs along both of its sides, and around each joint.
-    const double length = path.length * pixelsPerUnit;
-    const double wide = width * pixelsPerUnit;
-    const double cells = 2.2 * length + 4 * path.pieces * wide;
+    const double length = path.length * view.pixelsPerUnit;
+    const double wide = width * view.pixelsPerUnit;
+    const double cells = 2.2 * length + 4 * path.segments * wide;
     const QRectF seen = inPixels(path.bounds.adjusted(-width, -width, width, width));
     const double area = std::min(length * wide, seen.width() * seen.height());
-    return path.pieces * linePieceCost + gradientPixelCost * area +
-           2 * beyondCost * path.beyond * pixelsPerUnit + cellsCost(cells, seen);
+    return path.segments * linePieceCost + translucentPixelCost * area +
+           2 * beyondCost * path.beyond * view.pixelsPerUnit + cellsCost(cells, seen);
 }
 
-double DrawingCosts::mask(const QRectF& bounds) const {
-    return maskCost + maskPixelCost * pixels(bounds);
+double DrawingCosts::mask(const moviePaths::Path& path) const {
+    return maskCost + outline(path) + maskRowCost * inPixels(path.bounds).height();
+}
+
+int DrawingCosts::bands(const moviePaths::Path& path) const {
+    const QRectF seen = inPixels(path.bounds);
+    const double cells = path.length * view.pixelsPerUnit;
+    const double density = std::min(cells / std::max(seen.height(), 1.0) / 100, 1.0);
+    const double cost = cells * density * steepCellCost * seen.width();
+    const double most = std::min(allBandsCost / (segmentCost * path.segments + 1), seen.height());
+    return static_cast<int>(std::clamp(cost / bandCost, 1.0, std::max(most, 1.0)));
 }
 
 double DrawingCosts::outline(const moviePaths::Path& path) const {
-    return cellsCost(path.length * pixelsPerUnit, inPixels(path.bounds)) +
-           beyondCost * path.beyond * pixelsPerUnit;
+    return segmentCost * path.segments + rowCost * inPixels(path.bounds).height() +
+           cellsCost(path.length * view.pixelsPerUnit, inPixels(path.bounds)) +
+           beyondCost * path.beyond * view.pixelsPerUnit;
+}
+
+double DrawingCosts::covered(const moviePaths::Path& path) const {
+    const QRectF seen = inPixels(path.bounds);
+    const double area = path.area * view.pixelsPerUnit * view.pixelsPerUnit;
+    return std::min(area, seen.width() * seen.height());
 }
 
 QRectF DrawingCosts::inPixels(const QRectF& bounds) const {
-    const QRectF seen = bounds.intersected(visible);
-    return {seen.topLeft() * pixelsPerUnit, seen.size() * pixelsPerUnit};
-}
-
-double DrawingCosts::pixels(const QRectF& bounds) const {
-    const QRectF seen = inPixels(bounds);
-    return seen.width() * seen.height();
+    const QRectF seen = bounds.intersected(view.visible);
+    return {seen.topLeft() * view.pixelsPerUnit, seen.size() * view.pixelsPerUnit};
 }

@@ -5,41 +5,65 @@
 
 #include <QRectF>
 
-#include <algorithm>
+#include <functional>
 
-/// What may go into one drawing of a movie, so that no movie holds the program up. Counted, and
-/// not measured: a movie looks the same on every machine. The unit is about a nanosecond of work.
+/// What may go into one drawing of a movie, so that no movie holds the program up: processor time.
+/// Between things it is measured what was used; whether the next thing still fits is counted, since
+/// a single one may take longer than all that there is. The unit is a nanosecond.
 class DrawingBudget {
 public:
     static constexpr double whole = 8e6;
 
-    /// False when that is more than is left; from then on there is nothing left.
-    [[nodiscard]] bool take(double cost) {
-        spent += cost;
-        return spent <= whole;
-    }
+    /// The processor time that the program has used.
+    [[nodiscard]] static double processorTime();
+
+    /// The time begins now. It is taken from `clock`; without one only counts count, so that it is
+    /// the same on every machine what fits.
+    explicit DrawingBudget(std::function<double()> clock = processorTime);
+
+    /// To be called before each thing. False when it does not fit any more; from then on nothing
+    /// fits.
+    [[nodiscard]] bool take(double cost);
     /// Whether that much is left.
-    [[nodiscard]] bool has(double cost) const { return spent + cost <= whole; }
-    /// What was taken, at most all.
-    [[nodiscard]] double taken() const { return std::min(spent, whole); }
+    [[nodiscard]] bool has(double cost) { return cost <= left(); }
+    /// How much is left.
+    [[nodiscard]] double left();
+    /// All that was taken, as it was counted.
+    [[nodiscard]] double taken() const { return counted; }
+    /// To be called between the parts of one thing. False when the time is over.
+    [[nodiscard]] bool goesOn();
     /// Whether more was asked for than there is.
-    [[nodiscard]] bool exceeded() const { return spent > whole; }
+    [[nodiscard]] bool exceeded() const { return over; }
 
 private:
-    double spent = 0;
+    void measure();
+
+    std::function<double()> clock;
+    double begin = 0;
+    double measured = 0;
+    /// What was counted since it was last measured.
+    double pending = 0;
+    double counted = 0;
+    bool over = false;
+};
+
+/// How a picture gets onto the surface, from the cheapest way on.
+enum class PictureScaling {
+    None,    ///< its pixels are those of the surface
+    Rough,   ///< the nearest pixel
+    Smooth,  ///< mixed from the pixels around
 };
 
 /// What drawing takes, in the unit of the budget: of things of any size, and on a surface of which
-/// only a part is seen.
+/// only a part is seen. bench/movies holds these counts against real times.
 class DrawingCosts {
 public:
-    static constexpr double instance = 300;
+    static constexpr double instance = 60;
     static constexpr double glyph = 100;
 
     DrawingCosts() = default;
-    /// The surface, in the units of the paths, and how many pixels one of these units is long.
-    DrawingCosts(const QRectF& visible, double pixelsPerUnit)
-        : visible(visible), pixelsPerUnit(pixelsPerUnit) {}
+    /// The surface that the paths are on.
+    explicit DrawingCosts(const moviePaths::View& view) : view(view) {}
 
     /// To put a shape's edges in the order in which they are drawn.
     [[nodiscard]] static double ordering(const swf::Shape& shape);
@@ -47,24 +71,32 @@ public:
     [[nodiscard]] static double morphing(const swf::Shape& shape);
     /// To make a path of so many edges.
     [[nodiscard]] static double path(std::size_t edges);
-    /// To change the colours of a picture of so many pixels.
+    /// To change the colours of a picture, or to copy it with its edges extended.
     [[nodiscard]] static double recoloring(double pixels);
+    [[nodiscard]] static double extending(double pixels);
 
-    /// To fill a path with a colour or gradient, or with a picture.
-    [[nodiscard]] double fill(const moviePaths::Path& path, bool isGradient) const;
-    [[nodiscard]] double picture(const moviePaths::Path& path) const;
+    /// To fill a path.
+    [[nodiscard]] double fill(const moviePaths::Path& path, const swf::Fill& fill,
+                              bool isOpaque) const;
+    /// To fill a path with a picture.
+    [[nodiscard]] double picture(const moviePaths::Path& path, PictureScaling scaling,
+                                 bool hasAlpha) const;
     /// To draw a path as a line of a width.
     [[nodiscard]] double line(const moviePaths::Path& path, double width) const;
-    /// To add a path to a mask, and to bound others by the mask.
-    [[nodiscard]] double maskPart(const moviePaths::Path& path) const { return outline(path); }
-    [[nodiscard]] double mask(const QRectF& bounds) const;
+    /// In how many bands an area is to be filled, so that the time can be looked at between them:
+    /// where many steep edges lie beside each other, it takes up to a hundred times what is
+    /// counted.
+    [[nodiscard]] int bands(const moviePaths::Path& path) const;
+    /// To bound others by a path of which this is a part.
+    [[nodiscard]] double mask(const moviePaths::Path& path) const;
 
 private:
+    /// What goes for the outline itself, whatever it is filled with.
     [[nodiscard]] double outline(const moviePaths::Path& path) const;
-    /// What is seen of a part of the surface, in its pixels, and their number.
+    /// How many pixels are covered, at most those of the bounds that are seen.
+    [[nodiscard]] double covered(const moviePaths::Path& path) const;
+    /// What is seen of a part of the surface, in its pixels.
     [[nodiscard]] QRectF inPixels(const QRectF& bounds) const;
-    [[nodiscard]] double pixels(const QRectF& bounds) const;
 
-    QRectF visible;
-    double pixelsPerUnit = 1;
+    moviePaths::View view;
 };

@@ -36,6 +36,17 @@ QGradientStops stopsOf(const swf::Fill& fill, const swf::ColorTransform& colors)
     return stops;
 }
 
+/// How much wider a line becomes. One that scales both ways grows as the diagonal of a square does,
+/// which tells a skew from no change at all.
+double lineScale(const swf::Line& line, const swf::Matrix& matrix) {
+    if (line.scalesAcross && line.scalesDown) {
+        return std::hypot(matrix.xx + matrix.xy, matrix.yx + matrix.yy) / std::sqrt(2.0);
+    }
+    if (line.scalesAcross) return std::hypot(matrix.xx, matrix.yx);
+    if (line.scalesDown) return std::hypot(matrix.xy, matrix.yy);
+    return 1 / swf::twips;
+}
+
 }  // namespace
 
 QColor color(swf::Color color) { return {color.red, color.green, color.blue, color.alpha}; }
@@ -64,7 +75,7 @@ QBrush brush(const swf::Fill& fill, const swf::Matrix& matrix, const swf::ColorT
 }
 
 QPen pen(const swf::Line& line, const swf::Matrix& matrix, double thinnest) {
-    const double scale = line.scaled ? std::sqrt(std::abs(matrix.determinant())) : 1 / swf::twips;
+    const double scale = lineScale(line, matrix);
     QPen made;
     made.setWidthF(std::max(line.width * scale, thinnest));
     made.setCapStyle(line.cap == swf::Line::Cap::Round    ? Qt::RoundCap
@@ -89,6 +100,22 @@ QImage recolored(QImage image, const swf::ColorTransform& colors) {
         });
     }
     return image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+QImage extended(const QImage& image, const QRect& wanted) {
+    const QImage source = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QImage made(wanted.size(), QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < made.height(); ++y) {
+        const int from = std::clamp(wanted.top() + y, 0, source.height() - 1);
+        const QRgb* const pixels = reinterpret_cast<const QRgb*>(source.constScanLine(from));
+        QRgb* const row = reinterpret_cast<QRgb*>(made.scanLine(y));
+        const int first = std::clamp(-wanted.left(), 0, made.width());
+        const int end = std::clamp(source.width() - wanted.left(), first, made.width());
+        std::fill(row, row + first, pixels[0]);
+        std::copy(pixels + wanted.left() + first, pixels + wanted.left() + end, row + first);
+        std::fill(row + end, row + made.width(), pixels[source.width() - 1]);
+    }
+    return made;
 }
 
 }  // namespace movieBrushes

@@ -21,4 +21,7 @@ namespace movieBrushes {
 /// The picture with its colours changed.
 [[nodiscard]] QImage recolored(QImage image, const swf::ColorTransform& colors);
 
+/// The part `wanted` of a picture without an end: beyond its edges the outermost pixels go on.
+[[nodiscard]] QImage extended(const QImage& image, const QRect& wanted);
+
 }  // namespace movieBrushes

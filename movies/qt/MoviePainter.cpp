@@ -1,5 +1,6 @@
 #include "movies/qt/MoviePainter.h"
 
+#include "movies/player/limits.h"
 #include "movies/qt/MovieBrushes.h"
 
 #include <algorithm>
@@ -20,16 +21,15 @@ bool onlyFades(const swf::ColorTransform& colors) {
 
 }  // namespace
 
-MoviePainter::MoviePainter(std::shared_ptr<const swf::Movie> movie)
-    : movie(movie), pictures(std::move(movie)) {}
+MoviePainter::MoviePainter(std::shared_ptr<const swf::Movie> movie, std::function<double()> clock)
+    : movie(movie), pictures(std::move(movie)), clock(std::move(clock)) {}
 
 MoviePainter::Outcome MoviePainter::draw(QPainter& target, const QRectF& surface,
                                          const swf::DisplayList& list, const swf::Matrix& matrix) {
     painter = &target;
-    visible = surface;
-    pixelsPerUnit = std::sqrt(std::abs(target.deviceTransform().determinant()));
-    costs = DrawingCosts(visible, pixelsPerUnit);
-    budget = {};
+    view = {surface, std::sqrt(std::abs(target.deviceTransform().determinant()))};
+    costs = DrawingCosts(view);
+    budget = DrawingBudget(clock);
     mayUnpack = true;
     unfinished = false;
     progressed = false;
@@ -56,7 +56,7 @@ void MoviePainter::drawList(const swf::DisplayList& list, const Pose& pose) {
         }
         QPainterPath mask;
         collect(instance, inner.matrix, mask);
-        if (!budget.take(costs.mask(mask.boundingRect()))) break;
+        if (budget.exceeded()) break;
         painter->save();
         painter->setClipPath(mask, Qt::IntersectClip);
         masks.push_back(instance.clipDepth);
@@ -83,32 +83,49 @@ void MoviePainter::drawInstance(const swf::Instance& instance, const Pose& pose)
 void MoviePainter::drawShape(const std::vector<swf::Painting>& paintings, const swf::Shape& shape,
                              const Pose& pose) {
     for (const swf::Painting& painting : paintings) {
-        const moviePaths::Path path = pathOf(painting, pose.matrix);
         if (budget.exceeded()) return;
-        if (!path.usable) continue;
         if (painting.isLine) {
-            drawLine(path, shape.lines[painting.style], pose);
+            const moviePaths::Path path = pathOf(painting, pose.matrix);
+            if (path.usable) drawLine(path, shape.lines[painting.style], pose);
         } else {
-            drawFill(path, shape.fills[painting.style], pose);
+            drawFill(painting, shape.fills[painting.style], pose);
         }
     }
 }
 
-void MoviePainter::drawFill(const moviePaths::Path& path, const swf::Fill& fill, const Pose& pose) {
-    if (!path.bounds.intersects(visible)) return;
+void MoviePainter::drawFill(const swf::Painting& painting, const swf::Fill& fill,
+                            const Pose& pose) {
+    const moviePaths::Path path = pathOf(painting, pose.matrix);
+    if (!path.usable || !path.bounds.intersects(view.visible)) return;
     if (fill.kind == swf::Fill::Kind::Bitmap) {
         drawPicture(path, fill, pose);
         return;
     }
-    if (!budget.take(costs.fill(path, fill.kind != swf::Fill::Kind::Solid))) return;
-    painter->fillPath(path.path, movieBrushes::brush(fill, pose.matrix, pose.colors));
+    const bool isOpaque = pose.colors.apply(fill.color).alpha == 255;
+    if (!budget.take(std::min(costs.fill(path, fill, isOpaque), budget.left()))) return;
+    fillPath(path, movieBrushes::brush(fill, pose.matrix, pose.colors));
 }
 
-void MoviePainter::drawPicture(const moviePaths::Path& path, const swf::Fill& fill,
-                               const Pose& pose) {
+void MoviePainter::fillPath(const moviePaths::Path& path, const QBrush& brush) {
+    const int bands = costs.bands(path);
+    if (bands == 1) {
+        painter->fillPath(path.path, brush);
+        return;
+    }
+    // Bands end between two rows of pixels, so that nothing is seen of them.
+    const QRectF seen = path.bounds & view.visible;
+    const double pixel = 1 / view.pixelsPerUnit;
+    const double height = std::ceil(seen.height() / pixel / bands) * pixel;
+    const double first =
+        view.visible.top() + std::floor((seen.top() - view.visible.top()) / pixel) * pixel;
+    for (double top = first; top < seen.bottom() && budget.goesOn(); top += height)
+        painter->fillPath(moviePaths::band(path.path, top, top + height), brush);
+}
+
+std::optional<QBrush> MoviePainter::pictureBrush(const QRectF& area, const swf::Fill& fill,
+                                                 const Pose& pose) {
     const swf::Matrix place = pose.matrix.after(fill.matrix);
-    if (!place.usable()) return;
-    if (!budget.take(costs.picture(path))) return;
+    if (!place.usable()) return {};
     // One picture a drawing is unpacked, since that takes as long as all the rest.
     const bool packed = pictures.isPacked(fill.bitmap);
     unfinished = unfinished || (packed && !mayUnpack);
@@ -117,35 +134,78 @@ void MoviePainter::drawPicture(const moviePaths::Path& path, const swf::Fill& fi
         mayUnpack = false;
         progressed = true;
     }
-    if (image.isNull()) return;
+    if (image.isNull()) return {};
+    if (!onlyFades(pose.colors)) {
+        if (!budget.take(DrawingCosts::recoloring(double{1} * image.width() * image.height())))
+            return {};
+        image = movieBrushes::recolored(image, pose.colors);
+    }
+    const std::optional<QTransform> way =
+        fill.repeated ? moviePaths::toQt(place)
+                      : extend(image, moviePaths::toQt(place), area & view.visible, fill.smooth);
+    if (!way) return {};
+    QBrush brush(image);
+    brush.setTransform(*way);
+    return brush;
+}
+
+std::optional<QTransform> MoviePainter::extend(QImage& image, QTransform place, const QRectF& area,
+                                               bool smooth) {
+    // Smooth pixels are mixed with those around, so Qt must find one beyond each edge.
+    const double margin = smooth && place.type() > QTransform::TxTranslate ? 1 : 0;
+    const auto wantedPart = [&] {
+        const QRectF seen = place.inverted().mapRect(area);
+        return seen.adjusted(-margin, -margin, margin, margin).toAlignedRect();
+    };
+    QRect wanted = wantedPart();
+    if (image.rect().contains(wanted)) return place;
+    // So many pixels on so few of the surface: a picture of half the size shows no less.
+    constexpr auto most = static_cast<double>(swf::limits::pixelsPerPicture);
+    while (double{1} * wanted.width() * wanted.height() > most) {
+        if (image.width() < 2 || image.height() < 2) return {};
+        const QSize size = image.size();
+        image = image.scaled(size / 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        place.scale(double{1} * size.width() / image.width(),
+                    double{1} * size.height() / image.height());
+        wanted = wantedPart();
+    }
+    if (!budget.take(DrawingCosts::extending(double{1} * wanted.width() * wanted.height()))) {
+        return {};
+    }
+    image = movieBrushes::extended(image, wanted);
+    return place.translate(wanted.left(), wanted.top());
+}
+
+void MoviePainter::drawPicture(const moviePaths::Path& path, const swf::Fill& fill,
+                               const Pose& pose) {
+    const std::optional<QBrush> brush = pictureBrush(path.bounds, fill, pose);
+    if (!brush) return;
+    const PictureScaling scaling =
+        brush->transform().type() <= QTransform::TxTranslate && view.pixelsPerUnit == 1
+            ? PictureScaling::None
+        : fill.smooth ? PictureScaling::Smooth
+                      : PictureScaling::Rough;
+    const bool fades = onlyFades(pose.colors) && pose.colors.multiply[3] != 256;
+    const bool hasAlpha = fades || brush->textureImage().hasAlphaChannel();
+    if (!budget.take(std::min(costs.picture(path, scaling, hasAlpha), budget.left()))) return;
     painter->save();
-    if (onlyFades(pose.colors)) {
-        painter->setOpacity(pose.colors.multiply[3] / 256.0);
-    } else {
-        const double size = double{1} * image.width() * image.height();
-        if (budget.take(DrawingCosts::recoloring(size)))
-            image = movieBrushes::recolored(image, pose.colors);
-    }
+    if (fades) painter->setOpacity(pose.colors.multiply[3] / 256.0);
     painter->setRenderHint(QPainter::SmoothPixmapTransform, fill.smooth);
-    if (fill.repeated) {
-        QBrush brush(image);
-        brush.setTransform(moviePaths::toQt(place));
-        painter->fillPath(path.path, brush);
-    } else {
-        painter->setClipPath(path.path, Qt::IntersectClip);
-        painter->setTransform(moviePaths::toQt(place), true);
-        painter->drawImage(0, 0, image);
-    }
+    fillPath(path, *brush);
     painter->restore();
 }
 
 void MoviePainter::drawLine(const moviePaths::Path& path, const swf::Line& line, const Pose& pose) {
-    QPen pen = movieBrushes::pen(line, pose.matrix, 1 / pixelsPerUnit);
+    QPen pen = movieBrushes::pen(line, pose.matrix, 1 / view.pixelsPerUnit);
     const double margin = pen.widthF();
     const QRectF bounds = path.bounds.adjusted(-margin, -margin, margin, margin);
-    if (!bounds.intersects(visible)) return;
+    if (!bounds.intersects(view.visible)) return;
     if (!budget.take(costs.line(path, margin))) return;
-    if (line.fill && line.fill->kind != swf::Fill::Kind::Bitmap) {
+    if (line.fill && line.fill->kind == swf::Fill::Kind::Bitmap) {
+        const std::optional<QBrush> brush = pictureBrush(bounds, *line.fill, pose);
+        if (!brush) return;
+        pen.setBrush(*brush);
+    } else if (line.fill) {
         pen.setBrush(movieBrushes::brush(*line.fill, pose.matrix, pose.colors));
     } else {
         pen.setColor(movieBrushes::color(pose.colors.apply(line.color)));
@@ -155,6 +215,15 @@ void MoviePainter::drawLine(const moviePaths::Path& path, const swf::Line& line,
 
 void MoviePainter::drawText(const swf::Text& text, const Pose& pose) {
     swf::Fill fill;
+    eachGlyph(text, pose, [&](const swf::Painting& painting, swf::Color color, const Pose& place) {
+        fill.color = color;
+        drawFill(painting, fill, place);
+    });
+}
+
+void MoviePainter::eachGlyph(
+    const swf::Text& text, const Pose& pose,
+    const std::function<void(const swf::Painting&, swf::Color, const Pose&)>& use) {
     for (const swf::Glyph& glyph : text.glyphs) {
         if (!budget.take(DrawingCosts::glyph)) return;
         const auto* font = movie->find<swf::Font>(glyph.font);
@@ -164,12 +233,8 @@ void MoviePainter::drawText(const swf::Text& text, const Pose& pose) {
         const double scale = glyph.height / font->em;
         const swf::Matrix inText{scale, 0, 0, scale, glyph.place.x, glyph.place.y};
         const Pose place{pose.matrix.after(text.matrix).after(inText), pose.colors};
-        fill.color = glyph.color;
-        for (const swf::Painting& painting : *ready) {
-            const moviePaths::Path path = pathOf(painting, place.matrix);
-            if (budget.exceeded()) return;
-            if (path.usable) drawFill(path, fill, place);
-        }
+        for (const swf::Painting& painting : *ready)
+            use(painting, glyph.color, place);
     }
 }
 
@@ -181,6 +246,11 @@ void MoviePainter::collect(const swf::Instance& instance, const swf::Matrix& mat
             collect(part, matrix.after(part.matrix), path);
     } else if (const auto* shape = movie->find<swf::Shape>(instance.character)) {
         collect(*shape, matrix, path);
+    } else if (const auto* text = movie->find<swf::Text>(instance.character)) {
+        eachGlyph(*text, {matrix, {}},
+                  [&](const swf::Painting& painting, swf::Color, const Pose& place) {
+                      addMask(pathOf(painting, place.matrix), path);
+                  });
     } else if (const auto* morph = movie->find<swf::MorphShape>(instance.character)) {
         if (!budget.take(DrawingCosts::morphing(morph->start))) return;
         const swf::Shape shape = morph->at(instance.ratio);
@@ -200,7 +270,7 @@ void MoviePainter::collect(const swf::Shape& shape, const swf::Matrix& matrix, Q
 }
 
 void MoviePainter::addMask(const moviePaths::Path& part, QPainterPath& mask) {
-    if (!part.usable || !budget.take(costs.maskPart(part))) return;
+    if (!part.usable || !budget.take(costs.mask(part))) return;
     // One alone may have holes; where there are more they add up.
     if (mask.isEmpty()) {
         mask = part.path;
@@ -227,5 +297,6 @@ moviePaths::Path MoviePainter::pathOf(const swf::Painting& painting, const swf::
     moviePaths::Path none;
     none.usable = false;
     if (!budget.take(DrawingCosts::path(painting.edges.size()))) return none;
-    return moviePaths::make(painting.edges, matrix, visible.width() + visible.height());
+    return painting.isLine ? moviePaths::way(painting.edges, matrix, view)
+                           : moviePaths::outline(painting.edges, matrix, view);
 }

@@ -9,7 +9,9 @@
 
 #include <QPainter>
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -18,11 +20,13 @@
 class MoviePainter {
 public:
     /// Nothing is made ready before it is first drawn.
-    explicit MoviePainter(std::shared_ptr<const swf::Movie> movie);
+    /// The time that drawings take is taken from `clock`, in nanoseconds.
+    explicit MoviePainter(std::shared_ptr<const swf::Movie> movie,
+                          std::function<double()> clock = DrawingBudget::processorTime);
 
     /// What one drawing came to.
     struct Outcome {
-        /// What was counted, about in nanoseconds.
+        /// What it was counted to take, about in nanoseconds.
         double cost = 0;
         /// The movie asks for more than a drawing may take; the rest was left out.
         bool cut = false;
@@ -43,26 +47,39 @@ private:
     void drawInstance(const swf::Instance& instance, const Pose& pose);
     void drawShape(const std::vector<swf::Painting>& paintings, const swf::Shape& shape,
                    const Pose& pose);
-    void drawFill(const moviePaths::Path& path, const swf::Fill& fill, const Pose& pose);
+    void drawFill(const swf::Painting& painting, const swf::Fill& fill, const Pose& pose);
     void drawPicture(const moviePaths::Path& path, const swf::Fill& fill, const Pose& pose);
+    /// A brush that paints the picture of a fill over `area`. Nothing while there is no picture.
+    [[nodiscard]] std::optional<QBrush> pictureBrush(const QRectF& area, const swf::Fill& fill,
+                                                     const Pose& pose);
+    /// Makes of a picture what `area` shows of it when its edges go on without an end. Returns
+    /// where that has its place; nothing when it costs too much.
+    [[nodiscard]] std::optional<QTransform> extend(QImage& image, QTransform place,
+                                                   const QRectF& area, bool smooth);
     void drawLine(const moviePaths::Path& path, const swf::Line& line, const Pose& pose);
     void drawText(const swf::Text& text, const Pose& pose);
+    /// Hands out the outlines of a text's glyphs, their colours and their places, as far as the
+    /// budget goes.
+    void eachGlyph(const swf::Text& text, const Pose& pose,
+                   const std::function<void(const swf::Painting&, swf::Color, const Pose&)>& use);
     void collect(const swf::Instance& instance, const swf::Matrix& matrix, QPainterPath& path);
     void collect(const swf::Shape& shape, const swf::Matrix& matrix, QPainterPath& path);
     /// The shape's paintings, made when they are first needed; nothing while that costs too much.
     const std::vector<swf::Painting>* paintingsOf(const swf::Shape& shape);
     [[nodiscard]] moviePaths::Path pathOf(const swf::Painting& painting, const swf::Matrix& matrix);
+    /// Fills a path, from top to bottom, as far as the time goes.
+    void fillPath(const moviePaths::Path& path, const QBrush& brush);
     /// Adds a part to what bounds others.
     void addMask(const moviePaths::Path& part, QPainterPath& mask);
 
     std::shared_ptr<const swf::Movie> movie;
     MoviePictures pictures;
+    std::function<double()> clock;
     std::unordered_map<const swf::Shape*, std::vector<swf::Painting>> made;
 
     // Of the drawing that is under way.
     QPainter* painter = nullptr;
-    QRectF visible;
-    double pixelsPerUnit = 1;
+    moviePaths::View view;
     DrawingCosts costs;
     DrawingBudget budget;
     bool mayUnpack = true;

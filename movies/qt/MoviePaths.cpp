@@ -9,6 +9,9 @@ namespace {
 
 /// Farther places are beyond what Qt's drawing counts with exactly.
 constexpr double farthest = 1e6;
+/// How far a straight line may be from the curve that it stands for, in pixels.
+constexpr double tolerance = 0.08;
+constexpr double mostSegments = 64;
 
 bool isNear(swf::Point place) {
     return std::abs(place.x) < farthest && std::abs(place.y) < farthest;
@@ -18,55 +21,153 @@ double distance(swf::Point one, swf::Point other) {
     return std::abs(one.x - other.x) + std::abs(one.y - other.y);
 }
 
-}  // namespace
+/// Appends edges to a path and keeps count.
+class Maker {
+public:
+    Maker(const View& view, bool flattens)
+        : flattens(flattens),
+          visible(view.visible.width() + view.visible.height()),
+          pixelsPerUnit(view.pixelsPerUnit) {
+        made.path.setFillRule(Qt::OddEvenFill);
+    }
 
-Path make(const std::vector<swf::Edge>& edges, const swf::Matrix& matrix, double visible) {
-    Path made;
-    made.path.setFillRule(Qt::OddEvenFill);
-    swf::Point start;
-    swf::Point last;
-    double left = farthest;
-    double right = -farthest;
-    double top = farthest;
-    double bottom = -farthest;
-    const auto reach = [&](swf::Point place) {
+    void moveTo(swf::Point place) {
+        reach(place);
+        at = place;
+        begin = place;
+        if (made.usable) made.path.moveTo(place.x, place.y);
+    }
+    void lineTo(swf::Point place) {
+        reach(place);
+        if (!made.usable) return;
+        measure(distance(at, place));
+        made.segments += 1;
+        append(place);
+    }
+    void curveTo(swf::Point control, swf::Point place) {
+        reach(control);
+        reach(place);
+        if (!made.usable) return;
+        measure(distance(at, control) + distance(control, place));
+        const double bend =
+            std::hypot(at.x - 2 * control.x + place.x, at.y - 2 * control.y + place.y) *
+            pixelsPerUnit;
+        const double pieces =
+            std::clamp(std::ceil(std::sqrt(bend / 4 / tolerance)), 1.0, mostSegments);
+        made.segments += pieces;
+        if (!flattens) {
+            made.path.quadTo(control.x, control.y, place.x, place.y);
+            at = place;
+            return;
+        }
+        const swf::Point from = at;
+        for (double piece = 1; piece < pieces; ++piece) {
+            const double part = piece / pieces;
+            append(between(between(from, control, part), between(control, place, part), part));
+        }
+        append(place);
+    }
+    void close() { made.path.closeSubpath(); }
+
+    Path take() {
+        made.bounds = QRectF(left, top, right - left, bottom - top);
+        made.area = std::abs(made.area) / 2;
+        return std::move(made);
+    }
+    [[nodiscard]] bool usable() const { return made.usable; }
+    void reserve(std::size_t edges) { made.path.reserve(static_cast<int>(edges + edges / 2)); }
+
+private:
+    void append(swf::Point place) {
+        // Of triangles with a corner where the outline begins, those of holes taken away.
+        made.area +=
+            (at.x - begin.x) * (place.y - begin.y) - (place.x - begin.x) * (at.y - begin.y);
+        made.path.lineTo(place.x, place.y);
+        at = place;
+    }
+    void reach(swf::Point place) {
         left = std::min(left, place.x);
         right = std::max(right, place.x);
         top = std::min(top, place.y);
         bottom = std::max(bottom, place.y);
         made.usable = made.usable && isNear(place);
-    };
-    for (std::size_t index = 0; index < edges.size(); ++index) {
-        const swf::Edge& edge = edges[index];
-        if (index == 0 || edge.from != last) {
-            start = edge.from;
-            const swf::Point from = matrix.map(start);
-            reach(from);
-            made.path.moveTo(from.x, from.y);
-        }
-        const swf::Point from = matrix.map(edge.from);
-        const swf::Point to = matrix.map(edge.to);
-        reach(to);
-        double length = distance(from, to);
-        if (edge.curved) {
-            const swf::Point control = matrix.map(edge.control);
-            reach(control);
-            if (!made.usable) return made;
-            made.path.quadTo(control.x, control.y, to.x, to.y);
-            length = distance(from, control) + distance(control, to);
-            made.pieces += 2 + std::min(length / 8, 32.0);
-        } else {
-            if (!made.usable) return made;
-            made.path.lineTo(to.x, to.y);
-            made.pieces += 1;
-        }
+    }
+    void measure(double length) {
         made.length += std::min(length, visible);
         made.beyond += std::max(length - visible, 0.0);
+    }
+
+    Path made;
+    bool flattens;
+    double visible;
+    double pixelsPerUnit;
+    swf::Point begin;
+    swf::Point at;
+    double left = farthest;
+    double right = -farthest;
+    double top = farthest;
+    double bottom = -farthest;
+};
+
+Path make(std::span<const swf::Edge> edges, const swf::Matrix& matrix, Maker maker) {
+    maker.reserve(edges.size());
+    swf::Point start;
+    swf::Point last;
+    bool begun = false;
+    for (const swf::Edge& edge : edges) {
+        if (!begun || edge.from != last) {
+            start = edge.from;
+            maker.moveTo(matrix.map(start));
+        }
+        begun = true;
+        if (edge.curved) {
+            maker.curveTo(matrix.map(edge.control), matrix.map(edge.to));
+        } else {
+            maker.lineTo(matrix.map(edge.to));
+        }
+        if (!maker.usable()) break;
         last = edge.to;
         // So that the line's ends are joined.
-        if (last == start) made.path.closeSubpath();
+        if (last == start) maker.close();
     }
-    made.bounds = QRectF(left, top, right - left, bottom - top);
+    return maker.take();
+}
+
+}  // namespace
+
+Path outline(std::span<const swf::Edge> edges, const swf::Matrix& matrix, const View& view) {
+    return make(edges, matrix, Maker(view, true));
+}
+
+Path way(std::span<const swf::Edge> edges, const swf::Matrix& matrix, const View& view) {
+    return make(edges, matrix, Maker(view, false));
+}
+
+QPainterPath band(const QPainterPath& outline, double top, double bottom) {
+    QPainterPath made;
+    made.setFillRule(outline.fillRule());
+    made.reserve(outline.elementCount());
+    // What is above or below runs along the border, where it encloses nothing.
+    const auto within = [&](QPointF place) {
+        return QPointF(place.x(), std::clamp(place.y(), top, bottom));
+    };
+    QPointF from;
+    for (int index = 0; index < outline.elementCount(); ++index) {
+        const QPainterPath::Element element = outline.elementAt(index);
+        const QPointF to = element;
+        if (element.isMoveTo()) {
+            made.moveTo(within(to));
+        } else {
+            const double height = to.y() - from.y();
+            const double one = height == 0 ? 0 : (top - from.y()) / height;
+            const double other = height == 0 ? 0 : (bottom - from.y()) / height;
+            for (const double part : {std::min(one, other), std::max(one, other)}) {
+                if (part > 0 && part < 1) made.lineTo(within(from + (to - from) * part));
+            }
+            made.lineTo(within(to));
+        }
+        from = to;
+    }
     return made;
 }
 

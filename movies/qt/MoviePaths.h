@@ -7,12 +7,20 @@
 #include <QRectF>
 #include <QTransform>
 
-#include <vector>
+#include <span>
 
 /// Shapes of movies as paths of Qt.
 namespace moviePaths {
 
-/// A path, and what it takes to draw it.
+/// The surface that is drawn on.
+struct View {
+    /// What of it can be seen, in the units of the paths.
+    QRectF visible;
+    /// How many of its pixels one of these units is long.
+    double pixelsPerUnit = 1;
+};
+
+/// A path, and what counts when it is drawn.
 struct Path {
     QPainterPath path;
     QRectF bounds;
@@ -20,16 +28,24 @@ struct Path {
     double length = 0;
     /// What comes to that beyond what can be seen: Qt goes along it all the same.
     double beyond = 0;
-    /// As a line: curves count for the lines that they are drawn as.
-    double pieces = 0;
+    /// The straight lines that it is drawn as.
+    double segments = 0;
+    /// The area that the outlines enclose, each counted by itself.
+    double area = 0;
     /// False when a place is too far away to count with.
     bool usable = true;
 };
 
-/// The edges, brought to their place by `matrix`, on a surface of `visible` width and height
-/// together.
-[[nodiscard]] Path make(const std::vector<swf::Edge>& edges, const swf::Matrix& matrix,
-                        double visible);
+/// The edges as the outline of an area. Curves become as many straight lines as it takes to be
+/// within a small part of a pixel, so that it is known how many Qt has to follow.
+[[nodiscard]] Path outline(std::span<const swf::Edge> edges, const swf::Matrix& matrix,
+                           const View& view);
+/// The edges as the way of a line. Curves stay what they are, and are counted only.
+[[nodiscard]] Path way(std::span<const swf::Edge> edges, const swf::Matrix& matrix,
+                       const View& view);
+
+/// What of an outline's area lies between two heights.
+[[nodiscard]] QPainterPath band(const QPainterPath& outline, double top, double bottom);
 
 /// The same matrix for Qt.
 [[nodiscard]] QTransform toQt(const swf::Matrix& matrix);

@@ -7,14 +7,16 @@
 #include <QColor>
 #include <QImage>
 
+#include <functional>
 #include <memory>
 #include <string>
 
 /// A movie that is played, and drawn onto a picture on a black ground.
 class Screening {
 public:
-    explicit Screening(std::string file)
-        : movie(swf::readMovie(std::move(file))), player(movie), painter(movie) {}
+    /// Without a clock drawings are the same however busy the machine is.
+    explicit Screening(std::string file, std::function<double()> clock = {})
+        : movie(swf::readMovie(std::move(file))), player(movie), painter(movie, std::move(clock)) {}
 
     void advance(int frames = 1) {
         for (; frames > 0; --frames)
@@ -22,15 +24,17 @@ public:
     }
     /// The picture, `scale` times as large as the movie.
     QImage picture(double scale = 1) {
-        const swf::Rect& frame = movie->frame;
-        const double factor = scale / 20;
-        QImage image(std::max(1, static_cast<int>(frame.width() * factor)),
-                     std::max(1, static_cast<int>(frame.height() * factor)), QImage::Format_RGB32);
-        image.fill(Qt::black);
-        QPainter target(&image);
-        outcome = painter.draw(target, image.rect(), player.stage(),
-                               {factor, 0, 0, factor, -frame.left * factor, -frame.top * factor});
+        QImage image = ground(scale);
+        draw(image, scale);
         return image;
+    }
+    /// What drawing such a picture takes, by a clock.
+    template <typename Clock>
+    double drawingTime(double scale, Clock clock) {
+        QImage image = ground(scale);
+        const auto begin = clock();
+        draw(image, scale);
+        return clock() - begin;
     }
     /// The colour in the middle of a pixel of the movie.
     QRgb at(int x, int y) { return picture().pixel(x, y) & 0xFFFFFFU; }
@@ -39,6 +43,22 @@ public:
         for (const swf::Command& command : player.takeCommands())
             all += command.name + ";";
         return all;
+    }
+
+    [[nodiscard]] QImage ground(double scale) const {
+        const double factor = scale / swf::twips;
+        const swf::Rect& frame = movie->frame;
+        QImage image(std::max(1, static_cast<int>(frame.width() * factor)),
+                     std::max(1, static_cast<int>(frame.height() * factor)), QImage::Format_RGB32);
+        image.fill(Qt::black);
+        return image;
+    }
+    void draw(QImage& image, double scale) {
+        const double factor = scale / swf::twips;
+        const swf::Rect& frame = movie->frame;
+        QPainter target(&image);
+        outcome = painter.draw(target, image.rect(), player.stage(),
+                               {factor, 0, 0, factor, -frame.left * factor, -frame.top * factor});
     }
 
     std::shared_ptr<const swf::Movie> movie;

@@ -99,7 +99,10 @@ TEST(MovieShape, IsFilledWithAPictureOnceOrOverAndOver) {
     EXPECT_EQ(clipped.at(45, 15), green);
     EXPECT_EQ(clipped.at(15, 45), blue);
     EXPECT_EQ(clipped.at(45, 45), white);
-    EXPECT_EQ(clipped.at(65, 15), black);
+    // Beyond it, its edges go on.
+    EXPECT_EQ(clipped.at(65, 15), green);
+    EXPECT_EQ(clipped.at(15, 85), blue);
+    EXPECT_EQ(clipped.at(85, 85), white);
     Screening repeated(filled(Tag::DefineShape, fill(FillType::RoughRepeatingBitmap), picture()));
     EXPECT_EQ(repeated.at(45, 45), white);
     EXPECT_EQ(repeated.at(60, 20), red);
@@ -226,6 +229,51 @@ TEST(MovieShape, MorphsWithItsRatio) {
         EXPECT_NEAR(qBlue(middle.at(40, 40)), 128, 2);
         EXPECT_EQ(middle.at(65, 65), black);
     }
+}
+
+TEST(MovieShape, HasLinesThatShowAPicture) {
+    Bits body = head(1).rect(0, 100, 0, 100).u8(0).u8(0).u8(1).u16(400);
+    body.bits(1, 2).bits(2, 2).bits(1, 1).bits(0, 9).bits(1, 2).u16(3 * 256);
+    body.code(FillType::RoughClippedBitmap).u16(7).matrix(400, 400, 10, 10);
+    body.styleBits(0, 1).jumpAndLine(10, 30).line(80, 0).endShape();
+    const std::string tags =
+        picture() + MovieFile().tag(Tag::DefineShape4, body).place(1, 1).show().tags();
+    Bits file = Bits().raw("FWS").u8(8).u32(0).rect(0, 100, 0, 100).u16(5120).u16(1);
+    Screening screen(file.raw(tags).get());
+    EXPECT_EQ(screen.at(20, 25), red);
+    EXPECT_EQ(screen.at(40, 25), green);
+    EXPECT_EQ(screen.at(20, 35), blue);
+    EXPECT_EQ(screen.at(20, 45), black);
+}
+
+/// How high a level line of two pixels becomes that is placed with a matrix.
+int heightOfLine(unsigned keeps, const swf::Matrix& matrix) {
+    Bits body = head(1).rect(0, 100, 0, 100).u8(0).u8(0).u8(1).u16(40);
+    body.bits(1, 2).bits(0, 2).bits(0, 1).bits(keeps, 2).bits(0, 7).bits(1, 2).rgba(white, 255);
+    body.styleBits(0, 1).jumpAndLine(0, 0).line(80, 0).endShape();
+    swf::Writer place;
+    place.u8(swf::placeFlag::Character | swf::placeFlag::Matrix);
+    place.u16(1);
+    place.u16(1);
+    place.matrix(matrix);
+    MovieFile movie;
+    movie.tag(Tag::DefineShape4, body).tag(Tag::PlaceObject2, Bits().raw(place.get()));
+    Screening screen(movie.show().file(8));
+    int height = 0;
+    for (int y = 0; y < 100; ++y)
+        height += qRed(screen.at(20, y));
+    return (height + 127) / 255;
+}
+
+TEST(MovieShape, HasLinesThatScaleInOneDirectionOnly) {
+    const swf::Matrix tall{1, 0, 0, 7, 0, 1000};
+    EXPECT_EQ(heightOfLine(0, tall), 10);  // 2 times the root of (1 + 49) / 2
+    EXPECT_EQ(heightOfLine(1, tall), 2);   // keeps its width when it is scaled down
+    EXPECT_EQ(heightOfLine(2, tall), 14);  // and across
+    EXPECT_EQ(heightOfLine(3, tall), 2);
+    // Under a skew the diagonal grows, the area does not.
+    const swf::Matrix skewed{1, 0, 7, 1, 0, 1000};
+    EXPECT_EQ(heightOfLine(0, skewed), 11);  // 2 times the root of (64 + 1) / 2
 }
 
 }  // namespace

@@ -113,4 +113,17 @@ TEST(MovieText, ShowsNothingWithoutItsFontOrGlyphs) {
     EXPECT_EQ(Screening(movie.file()).at(12, 45), black);
 }
 
+TEST(MovieText, BoundsOthersAsAMask) {
+    MovieFile movie;
+    const Bits font = Bits().u16(3).raw(glyphs(1024 / 20.0, false).get());
+    movie.tag(Tag::DefineFont, font).tag(Tag::DefineText, text(false)).square(5, 0, 0, 100, blue);
+    Bits mask = Bits().u8(swf::placeFlag::Character | swf::placeFlag::ClipDepth);
+    movie.tag(Tag::PlaceObject2, mask.u16(1).u16(4).u16(2));
+    Screening screen(movie.place(5, 2).show().file());
+    EXPECT_EQ(screen.at(12, 45), blue);
+    EXPECT_EQ(screen.at(45, 45), blue);
+    EXPECT_EQ(screen.at(35, 45), black);
+    EXPECT_EQ(screen.at(12, 55), black);
+}
+
 }  // namespace

@@ -1,0 +1,236 @@
+#include "tests/movies/worstCases.h"
+
+#include "tests/movies/MovieFile.h"
+#include "tests/movies/Screening.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+using swf::FillType;
+
+constexpr unsigned shapeNumber = 1;
+constexpr unsigned pictureNumber = 7;
+
+/// The beginning of a shape of one fill, or of one line of a width in pixels.
+Bits filledWith(const Bits& fill) {
+    return Bits().u16(shapeNumber).rect(0, 100, 0, 100).u8(1).raw(fill.get()).u8(0).styleBits(1, 0);
+}
+Bits linedWith(double width) {
+    Bits body = Bits().u16(shapeNumber).rect(0, 100, 0, 100).u8(0).u8(1);
+    return body.u16(static_cast<unsigned>(width * swf::twips)).rgb(red).styleBits(0, 1);
+}
+Bits solid() { return Bits().code(FillType::Solid).rgb(red); }
+
+/// `count` times what stands at different places, a little apart.
+std::string repeated(MovieFile& movie, const Bits& shape, unsigned count, double step = 0.01) {
+    movie.tag(Tag::DefineShape2, shape);
+    for (unsigned depth = 1; depth <= count; ++depth)
+        movie.place(shapeNumber, depth, depth * step, 0);
+    return movie.show().file();
+}
+std::string repeated(const Bits& shape, unsigned count, double step = 0.01) {
+    MovieFile movie;
+    return repeated(movie, shape, count, step);
+}
+
+Bits zigzag(Bits body, int edges, double width, double step) {
+    for (int edge = 0; edge < edges; ++edge)
+        body.line(edge % 2 == 0 ? width : -width, step);
+    return body.endShape();
+}
+
+/// Petals around the middle, each of them two curves that bulge.
+Bits flower(Bits body, int petals, bool asLine) {
+    if (asLine) {
+        body.jumpAndLine(50, 50);
+    } else {
+        body.jumpAndFill(50, 50, 1);
+    }
+    for (int petal = 0; petal < petals; ++petal) {
+        const double angle = petal * 2 * std::numbers::pi / petals;
+        const double x = 45 * std::cos(angle);
+        const double y = 45 * std::sin(angle);
+        body.curve(x - y / 8, y + x / 8, y / 8, -x / 8);
+        body.curve(-y / 8, x / 8, -x + y / 8, -y - x / 8);
+        // Fractions of a twentieth of a pixel add up: back to the middle.
+        body.jump(50, 50);
+    }
+    return body.endShape();
+}
+
+Bits gradient(FillType kind) {
+    Bits fill = Bits().code(kind).matrix(0.06, 0.06, 50, 50).u8(3);
+    return fill.u8(0).rgb(red).u8(128).rgb(green).u8(255).rgb(blue);
+}
+
+/// A picture of so many pixels in every direction that is never one colour.
+void addPicture(MovieFile& movie, unsigned size, bool withAlpha) {
+    Bits pixels;
+    for (unsigned y = 0; y < size; ++y) {
+        for (unsigned x = 0; x < size; ++x) {
+            const unsigned alpha = withAlpha ? (x + y) % 256 : 255;
+            pixels.u8(alpha).u8(x % (alpha + 1)).u8(y % (alpha + 1)).u8(0);
+        }
+    }
+    Bits body = Bits().u16(pictureNumber).code(swf::PixelFormat::Pixels32).u16(size).u16(size);
+    movie.tag(withAlpha ? Tag::DefineBitsLossless2 : Tag::DefineBitsLossless,
+              body.raw(packed(pixels.get())));
+}
+
+Bits pictureFill(FillType kind, double scale) {
+    return Bits().code(kind).u16(pictureNumber).matrix(scale, scale, 0, 0);
+}
+
+std::string pictures(FillType kind, double pixelsPerPixel, bool withAlpha, unsigned count) {
+    MovieFile movie;
+    addPicture(movie, 400, withAlpha);
+    const Bits fill = pictureFill(kind, 20 * pixelsPerPixel);
+    return repeated(movie, filledWith(fill).square(0, 0, 100).endShape(), count, 0);
+}
+
+std::string recoloredPicture() {
+    MovieFile movie;
+    addPicture(movie, 400, false);
+    const Bits fill = pictureFill(FillType::ClippedBitmap, 5);
+    movie.tag(Tag::DefineShape2, filledWith(fill).square(0, 0, 100).endShape());
+    for (unsigned depth = 1; depth <= 20; ++depth) {
+        Bits place = Bits().u8(swf::placeFlag::Character | swf::placeFlag::Colors).u16(depth);
+        place.u16(shapeNumber).bits(1, 2).bits(10, 4);
+        place.bits(128, 10).bits(256, 10).bits(64, 10).bits(256, 10);
+        movie.tag(Tag::PlaceObject2, place);
+    }
+    return movie.show().file();
+}
+
+std::string translucent() {
+    Bits body = Bits().u16(shapeNumber).rect(0, 100, 0, 100).u8(1).code(FillType::Solid);
+    body.rgba(red, 10).u8(0).styleBits(1, 0).square(0, 0, 100).endShape();
+    MovieFile movie;
+    movie.tag(Tag::DefineShape3, body);
+    for (unsigned depth = 1; depth <= 400; ++depth)
+        movie.place(shapeNumber, depth);
+    return movie.show().file();
+}
+
+/// Masks of `edges` edges, each of which bounds one square.
+std::string masks(int edges, unsigned count) {
+    MovieFile movie;
+    movie.tag(Tag::DefineShape2,
+              zigzag(filledWith(solid()).jumpAndFill(5, 0, 1), edges, 90, 100.0 / edges));
+    movie.square(2, 0, 0, 100, green);
+    for (unsigned mask = 0; mask < count; ++mask) {
+        const unsigned depth = 2 * mask + 1;
+        Bits place = Bits().u8(swf::placeFlag::Character | swf::placeFlag::ClipDepth);
+        movie.tag(Tag::PlaceObject2, place.u16(depth).u16(shapeNumber).u16(depth + 1));
+        movie.place(2, depth + 1);
+    }
+    return movie.show().file();
+}
+
+std::string morphs(int edges, unsigned count) {
+    Bits styles = Bits().u8(1).code(FillType::Solid).rgba(red, 255).rgba(blue, 255).u8(0);
+    const auto outline = [&](Bits bits, double width) {
+        return zigzag(std::move(bits), edges, width, 100.0 / edges);
+    };
+    const Bits start = outline(Bits().styleBits(1, 0).jumpAndFill(5, 0, 1), 90);
+    const Bits end = outline(Bits().styleBits(0, 0).jump(5, 0), 50);
+    Bits body = Bits().u16(shapeNumber).rect(0, 100, 0, 100).rect(0, 100, 0, 100);
+    body.u32(static_cast<std::uint32_t>(styles.get().size() + start.get().size()));
+    MovieFile movie;
+    movie.tag(Tag::DefineMorphShape, body.raw(styles.get()).raw(start.get()).raw(end.get()));
+    for (unsigned depth = 1; depth <= count; ++depth) {
+        Bits place = Bits().u8(swf::placeFlag::Character | swf::placeFlag::Ratio);
+        movie.tag(Tag::PlaceObject2, place.u16(depth).u16(shapeNumber).u16(depth * 100));
+    }
+    return movie.show().file();
+}
+
+/// Text of small glyphs that are circles.
+std::string text() {
+    Bits glyph = Bits().styleBits(1, 0).jumpAndFill(26, 0, 1);
+    glyph.curve(25, 0, 0, 25).curve(0, 25, -25, 0).curve(-25, 0, 0, -25).curve(0, -25, 25, 0);
+    const Bits font = Bits().u16(3).u16(2).raw(glyph.endShape().get());
+    Bits body = Bits().u16(shapeNumber).rect(0, 100, 0, 100).move(0, 0).u8(1).u8(16);
+    for (unsigned row = 0; row < 16; ++row) {
+        body.u8(0x8F).u16(3).rgb(red).u16(0).u16((6 * row + 5) * 20).u16(10 * 20).u8(250);
+        for (int column = 0; column < 250; ++column)
+            body.bits(0, 1).bits(8, 16);
+    }
+    MovieFile movie;
+    movie.tag(Tag::DefineFont, font).tag(Tag::DefineText, body.u8(0));
+    for (unsigned depth = 1; depth <= 4; ++depth)
+        movie.place(shapeNumber, depth);
+    return movie.show().file();
+}
+
+/// Sprites within each other, each of which has the next one four times.
+std::string sprites() {
+    MovieFile movie;
+    movie.square(1, 0, 0, 4, red);
+    for (unsigned number = 2; number <= 8; ++number) {
+        MovieFile inner;
+        for (unsigned depth = 1; depth <= 4; ++depth)
+            inner.place(number - 1, depth, depth * 3, number * 2);
+        movie.sprite(number, inner.show());
+    }
+    return movie.place(8, 1).show().file();
+}
+
+std::string smallSquares(unsigned count) {
+    MovieFile movie;
+    movie.square(1, 0, 0, 1, red);
+    for (unsigned depth = 1; depth <= count; ++depth)
+        movie.place(1, depth, depth % 100, depth / 200 % 100);
+    return movie.show().file();
+}
+
+}  // namespace
+
+std::vector<WorstCase> worstCases() {
+    using enum FillType;
+    const auto zigzagFill = [](int edges, double width) {
+        return zigzag(filledWith(solid()).jumpAndFill(5, 0, 1), edges, width, 100.0 / edges);
+    };
+    const auto zigzagLine = [](int edges, double width, double thick) {
+        return zigzag(linedWith(thick).jumpAndLine(5, 0), edges, width, 100.0 / edges);
+    };
+    const auto square = [](const Bits& fill) {
+        return filledWith(fill).square(0, 0, 100).endShape();
+    };
+    return {
+        {"16,384 small squares", smallSquares(16384)},
+        {"sprites in sprites", sprites()},
+        {"wide zigzag", repeated(zigzagFill(500, 90), 200)},
+        {"wide zigzag of 4,000 edges", repeated(zigzagFill(2000, 90), 200)},
+        {"narrow zigzag", repeated(zigzagFill(2000, 1), 200)},
+        {"60,000 edges in one shape", repeated(zigzagFill(60000, 20), 1)},
+        {"curves", repeated(flower(filledWith(solid()), 40, false), 300)},
+        {"2,000 curves", repeated(flower(filledWith(solid()), 1000, false), 20)},
+        {"30,000 curves in one shape", repeated(flower(filledWith(solid()), 15000, false), 1)},
+        {"squares", repeated(square(solid()), 16000)},
+        {"translucent squares", translucent()},
+        {"linear gradients", repeated(square(gradient(LinearGradient)), 900)},
+        {"radial gradients", repeated(square(gradient(RadialGradient)), 900)},
+        {"gradient in a zigzag",
+         repeated(zigzag(filledWith(gradient(LinearGradient)).jumpAndFill(5, 0, 1), 200, 90, 0.5),
+                  200)},
+        {"thin lines", repeated(zigzagLine(500, 90, 0.05), 200)},
+        {"thick lines", repeated(zigzagLine(100, 90, 8), 200)},
+        {"short thick lines", repeated(zigzagLine(2000, 1, 8), 200)},
+        {"curved lines", repeated(flower(linedWith(1), 40, true), 200)},
+        {"pictures as they are", pictures(ClippedBitmap, 0.25, false, 1000)},
+        {"pictures with alpha as they are", pictures(ClippedBitmap, 0.25, true, 1000)},
+        {"scaled pictures", pictures(ClippedBitmap, 0.3, false, 1000)},
+        {"scaled pictures with alpha", pictures(ClippedBitmap, 0.3, true, 1000)},
+        {"roughly scaled pictures", pictures(RoughClippedBitmap, 0.3, false, 1000)},
+        {"repeated pictures", pictures(RepeatingBitmap, 0.1, false, 1000)},
+        {"pictures that extend their edges", pictures(ClippedBitmap, 0.1, false, 1000)},
+        {"recolored pictures", recoloredPicture()},
+        {"simple masks", masks(4, 2000)},
+        {"complex masks", masks(500, 200)},
+        {"morphing", morphs(1000, 100)},
+        {"text", text()},
+    };
+}

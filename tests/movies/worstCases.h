@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// A movie that makes drawing do as much as it can of one kind of work.
+struct WorstCase {
+    std::string name;
+    std::string file;
+};
+
+/// One for each kind of work that drawing knows. Most ask for more than a drawing may take.
+[[nodiscard]] std::vector<WorstCase> worstCases();
