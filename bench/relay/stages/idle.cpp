@@ -12,7 +12,7 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t connections = 10;
+constexpr std::size_t idleConnections = 10;
 /// What a program still does after its start and after the openings is not idleness.
 constexpr auto settlingTime = 3s;
 
@@ -32,7 +32,7 @@ struct IdleRelay {
 };
 
 void openConnections(IdleRelay& idle) {
-    idle.open = idle.relay.openMany(connections);
+    idle.open = idle.relay.openMany(idleConnections);
     for (const Descriptor& socket : idle.open)
         echo(socket.get(), traffic::unknownCommand());
 }
