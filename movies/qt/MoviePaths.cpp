@@ -61,7 +61,7 @@ public:
             return;
         }
         const swf::Point from = at;
-        for (double piece = 1; piece < pieces; ++piece) {
+        for (int piece = 1; piece < static_cast<int>(pieces); ++piece) {
             const double part = piece / pieces;
             append(between(between(from, control, part), between(control, place, part), part));
         }
