@@ -92,6 +92,7 @@ public:
     ConnectionRecord connection;
     Services& services;
 
+    /// `services` outlive the conversation.
     explicit Conversation(Services& services) : services(services) {}
     Conversation(const Conversation&) = delete;
     Conversation& operator=(const Conversation&) = delete;

@@ -6,7 +6,6 @@
 #include "proxy/ProgramWindows.h"
 #include "proxy/filters.h"
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 

@@ -79,7 +79,7 @@ public:
     [[nodiscard]] FakeTimer& watch(std::size_t count = 1) { return *loop.timers.at(count); }
     /// The timer that follows the player.
     [[nodiscard]] FakeTimer& songTimer() { return *loop.timers.at(0); }
-    [[nodiscard]] MSNProxy& instance(std::int16_t number = 1) {
+    [[nodiscard]] MSNProxy& instance(std::int16_t number = 1) const {
         return *host.instances().at(number);
     }
 
