@@ -18,9 +18,8 @@ constexpr double cellStepCost = 1.2;
 constexpr double mostCellSteps = 130;
 /// Of steep edges, for each pixel of the width, when a hundred of them lie in each row.
 constexpr double steepCellCost = 10;
-/// So long one band may take, and so long all of them may take to prepare.
+/// So long one band may take.
 constexpr double bandCost = 1e6;
-constexpr double allBandsCost = 3e6;
 constexpr double beyondCost = 6;
 constexpr double linePieceCost = 700;
 constexpr double orderedEdgeCost = 60;
@@ -141,13 +140,13 @@ double DrawingCosts::mask(const moviePaths::Path& path) const {
     return maskCost + outline(path) + maskRowCost * inPixels(path.bounds).height();
 }
 
-int DrawingCosts::bands(const moviePaths::Path& path) const {
+int DrawingCosts::bands(const moviePaths::Path& path, double counted) const {
     const QRectF seen = inPixels(path.bounds);
-    const double cells = path.length * view.pixelsPerUnit;
+    const double cells = path.rise * view.pixelsPerUnit;
     const double density = std::min(cells / std::max(seen.height(), 1.0) / 100, 1.0);
-    const double cost = cells * density * steepCellCost * seen.width();
-    const double most = std::min(allBandsCost / (segmentCost * path.segments + 1), seen.height());
-    return static_cast<int>(std::clamp(cost / bandCost, 1.0, std::max(most, 1.0)));
+    const double steep = cells * density * steepCellCost * seen.width();
+    const double cost = std::max(steep, counted > 2 * bandCost ? counted : 0);
+    return static_cast<int>(std::clamp(cost / bandCost, 1.0, std::max(seen.height(), 1.0)));
 }
 
 double DrawingCosts::outline(const moviePaths::Path& path) const {

@@ -60,6 +60,8 @@ class DrawingCosts {
 public:
     static constexpr double instance = 60;
     static constexpr double glyph = 100;
+    /// Of a path that is being made: one of its lines.
+    static constexpr double segment = 15;
 
     DrawingCosts() = default;
     /// The surface that the paths are on.
@@ -86,7 +88,7 @@ public:
     /// In how many bands an area is to be filled, so that the time can be looked at between them:
     /// where many steep edges lie beside each other, it takes up to a hundred times what is
     /// counted.
-    [[nodiscard]] int bands(const moviePaths::Path& path) const;
+    [[nodiscard]] int bands(const moviePaths::Path& path, double counted) const;
     /// To bound others by a path of which this is a part.
     [[nodiscard]] double mask(const moviePaths::Path& path) const;
 

@@ -102,12 +102,14 @@ void MoviePainter::drawFill(const swf::Painting& painting, const swf::Fill& fill
         return;
     }
     const bool isOpaque = pose.colors.apply(fill.color).alpha == 255;
-    if (!budget.take(std::min(costs.fill(path, fill, isOpaque), budget.left()))) return;
-    fillPath(path, movieBrushes::brush(fill, pose.matrix, pose.colors));
+    fillPath(path, movieBrushes::brush(fill, pose.matrix, pose.colors),
+             costs.fill(path, fill, isOpaque));
 }
 
-void MoviePainter::fillPath(const moviePaths::Path& path, const QBrush& brush) {
-    const int bands = costs.bands(path);
+void MoviePainter::fillPath(const moviePaths::Path& path, const QBrush& brush, double cost) {
+    const int bands = costs.bands(path, cost);
+    // What is filled in bands is begun in any case, and ends when the time is over.
+    if (!budget.take(bands == 1 ? cost : std::min(cost, budget.left()))) return;
     if (bands == 1) {
         painter->fillPath(path.path, brush);
         return;
@@ -187,11 +189,10 @@ void MoviePainter::drawPicture(const moviePaths::Path& path, const swf::Fill& fi
                       : PictureScaling::Rough;
     const bool fades = onlyFades(pose.colors) && pose.colors.multiply[3] != 256;
     const bool hasAlpha = fades || brush->textureImage().hasAlphaChannel();
-    if (!budget.take(std::min(costs.picture(path, scaling, hasAlpha), budget.left()))) return;
     painter->save();
     if (fades) painter->setOpacity(pose.colors.multiply[3] / 256.0);
     painter->setRenderHint(QPainter::SmoothPixmapTransform, fill.smooth);
-    fillPath(path, *brush);
+    fillPath(path, *brush, costs.picture(path, scaling, hasAlpha));
     painter->restore();
 }
 
@@ -297,6 +298,8 @@ moviePaths::Path MoviePainter::pathOf(const swf::Painting& painting, const swf::
     moviePaths::Path none;
     none.usable = false;
     if (!budget.take(DrawingCosts::path(painting.edges.size()))) return none;
-    return painting.isLine ? moviePaths::way(painting.edges, matrix, view)
-                           : moviePaths::outline(painting.edges, matrix, view);
+    moviePaths::Path path = painting.isLine ? moviePaths::way(painting.edges, matrix, view)
+                                            : moviePaths::outline(painting.edges, matrix, view);
+    if (!budget.take(DrawingCosts::segment * path.segments)) return none;
+    return path;
 }

@@ -68,7 +68,7 @@ private:
     const std::vector<swf::Painting>* paintingsOf(const swf::Shape& shape);
     [[nodiscard]] moviePaths::Path pathOf(const swf::Painting& painting, const swf::Matrix& matrix);
     /// Fills a path, from top to bottom, as far as the time goes.
-    void fillPath(const moviePaths::Path& path, const QBrush& brush);
+    void fillPath(const moviePaths::Path& path, const QBrush& brush, double cost);
     /// Adds a part to what bounds others.
     void addMask(const moviePaths::Path& part, QPainterPath& mask);
 

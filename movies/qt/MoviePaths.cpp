@@ -12,6 +12,8 @@ constexpr double farthest = 1e6;
 /// How far a straight line may be from the curve that it stands for, in pixels.
 constexpr double tolerance = 0.08;
 constexpr double mostSegments = 64;
+/// Where there are more curves than this has room for, they get fewer lines each.
+constexpr double mostOfAPath = 100000;
 
 bool isNear(swf::Point place) {
     return std::abs(place.x) < farthest && std::abs(place.y) < farthest;
@@ -41,6 +43,7 @@ public:
         reach(place);
         if (!made.usable) return;
         measure(distance(at, place));
+        climb(at, place);
         made.segments += 1;
         append(place);
     }
@@ -49,11 +52,13 @@ public:
         reach(place);
         if (!made.usable) return;
         measure(distance(at, control) + distance(control, place));
+        climb(at, control);
+        climb(control, place);
         const double bend =
             std::hypot(at.x - 2 * control.x + place.x, at.y - 2 * control.y + place.y) *
             pixelsPerUnit;
         const double pieces =
-            std::clamp(std::ceil(std::sqrt(bend / 4 / tolerance)), 1.0, mostSegments);
+            std::clamp(std::ceil(std::sqrt(bend / 4 / tolerance)), 1.0, mostPieces);
         made.segments += pieces;
         if (!flattens) {
             made.path.quadTo(control.x, control.y, place.x, place.y);
@@ -75,7 +80,10 @@ public:
         return std::move(made);
     }
     [[nodiscard]] bool usable() const { return made.usable; }
-    void reserve(std::size_t edges) { made.path.reserve(static_cast<int>(edges + edges / 2)); }
+    void reserve(std::size_t edges) {
+        made.path.reserve(static_cast<int>(edges + edges / 2));
+        mostPieces = std::clamp(mostOfAPath / (static_cast<double>(edges) + 1), 1.0, mostSegments);
+    }
 
 private:
     void append(swf::Point place) {
@@ -92,6 +100,9 @@ private:
         bottom = std::max(bottom, place.y);
         made.usable = made.usable && isNear(place);
     }
+    void climb(swf::Point from, swf::Point to) {
+        made.rise += std::min(std::abs(to.y - from.y), visible);
+    }
     void measure(double length) {
         made.length += std::min(length, visible);
         made.beyond += std::max(length - visible, 0.0);
@@ -101,6 +112,7 @@ private:
     bool flattens;
     double visible;
     double pixelsPerUnit;
+    double mostPieces = mostSegments;
     swf::Point begin;
     swf::Point at;
     double left = farthest;

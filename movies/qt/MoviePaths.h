@@ -26,6 +26,8 @@ struct Path {
     QRectF bounds;
     /// Of all edges together, each of them at most as far as it can be seen.
     double length = 0;
+    /// How much of that goes up or down.
+    double rise = 0;
     /// What comes to that beyond what can be seen: Qt goes along it all the same.
     double beyond = 0;
     /// The straight lines that it is drawn as.
