@@ -5,6 +5,7 @@
 #include "platform/Chance.h"
 #include "platform/Client.h"
 #include "platform/Clock.h"
+#include "platform/Console.h"
 #include "platform/Display.h"
 #include "platform/Folders.h"
 #include "platform/ForeignWindows.h"
@@ -15,6 +16,7 @@
 #include "platform/Platform.h"
 #include "platform/Registry.h"
 #include "platform/Tray.h"
+#include "platform/qt/qtMessages.h"
 #include "platform/qt/qtPlatform.h"
 #include "proxy/frmMain.h"
 #include "stores/NotesStore.h"
@@ -34,7 +36,6 @@
 
 #include <array>
 #include <cstdlib>
-#include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -42,19 +43,21 @@
 
 namespace {
 
-void printTrouble(std::string_view text) { std::cerr << "Cobweave: " << text << '.' << std::endl; }
+void printTrouble(std::string_view text) { console::error("Cobweave: " + std::string(text) + '.'); }
 
 void printHowToConnect() {
-    std::cout << "Cobweave is ready. In Messenger, use a proxy server of type SOCKS version 4, "
-                 "server 127.0.0.1 (from another machine: "
-              << QSysInfo::machineHostName().toStdString() << "), port " << frmMain::listeningPort
-              << '.' << std::endl;
+    console::output(
+        "Cobweave is ready. In Messenger, use a proxy server of type SOCKS version 4, "
+        "server 127.0.0.1 (from another machine: " +
+        QSysInfo::machineHostName().toStdString() + "), port " +
+        std::to_string(frmMain::listeningPort) + '.');
 }
 
 }  // namespace
 
 int main(int argc, char* argv[]) {
     prepareProcess();
+    sendQtMessagesToConsole();
     const std::optional<std::string> withoutWindows = whyWithoutWindows();
     if (withoutWindows) printTrouble(*withoutWindows + ", so it runs without windows");
     // As an argument: it overrides what the desktop may have set for all its programs, and unlike

@@ -110,3 +110,33 @@ std::string_view codePage::cutUtf8(std::string_view utf8, std::size_t size) {
         --size;
     return utf8.substr(0, size);
 }
+
+std::size_t codePage::controlAtFront(std::string_view utf8) {
+    const auto code = [&](std::size_t index) {
+        return index < utf8.size() ? static_cast<std::uint8_t>(utf8[index]) : 0xFF;
+    };
+    if (code(0) < 0x20 || code(0) == 0x7F) return 1;
+    return code(0) == 0xC2 && code(1) >= 0x80 && code(1) < 0xA0 ? 2 : 0;
+}
+
+std::string codePage::printable(std::string_view utf8) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string shown;
+    while (!utf8.empty()) {
+        const std::size_t control = controlAtFront(utf8);
+        const std::size_t length = lengthAtFront(utf8);
+        const bool isShown = control == 0 && length > 0;
+        const std::string_view front = utf8.substr(0, std::max<std::size_t>(length, 1));
+        for (const char byte : front) {
+            const auto code = static_cast<std::uint8_t>(byte);
+            if (isShown) {
+                shown += byte;
+            } else {
+                shown.append("\\x") += digits[code >> 4];
+                shown += digits[code & 0xF];
+            }
+        }
+        utf8.remove_prefix(front.size());
+    }
+    return shown;
+}

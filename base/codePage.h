@@ -19,4 +19,12 @@ namespace codePage {
 /// The beginning of `utf8`, of at most `size` bytes, that ends between two characters.
 [[nodiscard]] std::string_view cutUtf8(std::string_view utf8, std::size_t size);
 
+/// The number of bytes of the control character (up to 1F, and from 7F to 9F) that `utf8` begins
+/// with; 0 where it begins with none.
+[[nodiscard]] std::size_t controlAtFront(std::string_view utf8);
+
+/// `utf8` as a terminal may get it: the bytes of each control character, and those that are no
+/// UTF-8, are written as in "\x1B".
+[[nodiscard]] std::string printable(std::string_view utf8);
+
 }  // namespace codePage

@@ -6,6 +6,7 @@ set(COBWEAVE_PLATFORM_CORE
     platform/linux/AtomicFile.cpp
     platform/linux/Browser.cpp
     platform/linux/Clock.cpp
+    platform/linux/Console.cpp
     platform/linux/EndSignals.cpp
     platform/linux/Folders.cpp
     platform/linux/MachineFacts.cpp

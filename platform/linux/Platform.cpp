@@ -1,4 +1,5 @@
 #include "platform/Platform.h"
+#include "platform/Console.h"
 #include "platform/linux/EndSignals.h"
 #include "platform/linux/Reactor.h"
 #include "platform/linux/bus/sessionBus.h"
@@ -35,6 +36,7 @@ private:
 void prepareProcess() {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
+    console::prepare();
     sessionBus::avoidIfMute();
 }
 

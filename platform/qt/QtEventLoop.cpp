@@ -1,20 +1,21 @@
 #include "platform/qt/QtEventLoop.h"
 
 #include "base/Failure.h"
+#include "platform/Console.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <iostream>
+#include <string>
 
 namespace {
 
 /// Events of sockets skip their failed steps themselves. A failed step of a timer ends the program.
 void endAt(const Failure& failure) {
-    std::cerr << "Cobweave: ended, because a step of a timer failed: " << failure.what() << '.'
-              << std::endl;
+    console::error(std::string("Cobweave: ended, because a step of a timer failed: ") +
+                   failure.what() + '.');
     std::_Exit(EXIT_FAILURE);
 }
 

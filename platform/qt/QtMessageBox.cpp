@@ -1,10 +1,10 @@
+#include "platform/Console.h"
 #include "platform/MessageBox.h"
 #include "platform/qt/text.h"
 
 #include <QApplication>
 #include <QMessageBox>
 
-#include <iostream>
 #include <string>
 
 namespace {
@@ -46,9 +46,7 @@ private:
 
 class UnseenMessageBox final : public MessageBox {
 public:
-    void critical(std::string_view text) override {
-        std::cerr << codePage::toUtf8(text) << std::endl;
-    }
+    void critical(std::string_view text) override { console::error(codePage::toUtf8(text)); }
     void exclamation(std::string_view /*text*/) override {}
     void information(std::string_view /*text*/) override {}
     [[nodiscard]] bool question(std::string_view /*text*/) override { return false; }

@@ -20,20 +20,11 @@ constexpr std::size_t longestTitle = 2048;
 constexpr std::size_t longestSong =
     longestTitle - titleStart.size() - titleEnd.size() - paused.size();
 
-/// Whether a control character begins at a place in UTF-8, and of how many bytes.
-std::size_t controlLength(std::string_view utf8, std::size_t at) {
-    const auto code = [&](std::size_t index) {
-        return index < utf8.size() ? static_cast<unsigned char>(utf8[index]) : 0U;
-    };
-    if (code(at) < 0x20 || code(at) == 0x7F) return 1;
-    return code(at) == 0xC2 && code(at + 1) >= 0x80 && code(at + 1) < 0xA0 ? 2 : 0;
-}
-
 /// Without control characters, and without what is longer than any song.
 std::string cleaned(std::string_view utf8) {
     std::string kept;
     for (std::size_t at = 0; at < utf8.size() && kept.size() <= longestSong;) {
-        const std::size_t control = controlLength(utf8, at);
+        const std::size_t control = codePage::controlAtFront(utf8.substr(at));
         if (control == 0) kept += utf8[at];
         at += std::max<std::size_t>(control, 1);
     }

@@ -134,4 +134,23 @@ TEST(Utf8, IsCutBetweenCharacters) {
     EXPECT_EQ(cutUtf8("\x80\x80\x80", 2), "");
 }
 
+TEST(Utf8, BeginsWithAControlCharacterOfOneOrTwoBytes) {
+    using codePage::controlAtFront;
+    for (const std::string_view one : {"\0"sv, "\x1F"sv, "\x7Fz"sv, "\n"sv})
+        EXPECT_EQ(controlAtFront(one), 1U);
+    for (const std::string_view two : {"\xC2\x80"sv, "\xC2\x9Fz"sv})
+        EXPECT_EQ(controlAtFront(two), 2U);
+    for (const std::string_view none : {""sv, " "sv, "~\n"sv, "\xC2"sv, "\xC2\xA0"sv, "\xC3\x80"sv})
+        EXPECT_EQ(controlAtFront(none), 0U);
+}
+
+TEST(Utf8, IsPrintableWithControlCharactersAndForeignBytesAsTheirCodes) {
+    using codePage::printable;
+    EXPECT_EQ(printable("caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80 C:\\x"sv),
+              "caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80 C:\\x");
+    EXPECT_EQ(printable("\x1B[31m\r\n\0\x7F"sv), R"(\x1B[31m\x0D\x0A\x00\x7F)");
+    EXPECT_EQ(printable("\xC2\x9B\xFF\xC3(\xE2\x82"sv), R"(\xC2\x9B\xFF\xC3(\xE2\x82)");
+    EXPECT_EQ(printable(""), "");
+}
+
 }  // namespace

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <stdexcept>
 #include <thread>
+#include <tuple>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -25,6 +26,15 @@ std::pair<Descriptor, Descriptor> makePipe() {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
     return {Descriptor(ends[0]), Descriptor(ends[1])};
+}
+
+/// Fills a pipe to the last byte. The end to write to blocks again afterwards.
+void fill(int writer) {
+    fcntl(writer, F_SETFL, O_NONBLOCK);
+    const std::string page(4096, 'x');
+    while (write(writer, page.data(), page.size()) > 0) {
+    }
+    fcntl(writer, F_SETFL, 0);
 }
 
 [[noreturn]] void become(const char* executable, const Program::Options& options, int output,
@@ -52,10 +62,15 @@ Program::Program(const Options& options) {
     if (options.prepare) options.prepare(folder.path());
     auto [outputReader, childOutput] = makePipe();
     output = std::move(outputReader);
-    const Descriptor childErrors = options.unheard
-                                       ? makePipe().second
-                                       : Descriptor(open((folder.path() / "errors").c_str(),
-                                                         O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+    Descriptor childErrors;
+    if (options.unheard || options.blocked) {
+        std::tie(blockedErrors, childErrors) = makePipe();
+        if (options.blocked) fill(childErrors.get());
+        if (options.unheard) blockedErrors.reset();
+    } else {
+        childErrors = Descriptor(
+            open((folder.path() / "errors").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+    }
     // A copy: it keeps its notes beside itself, and nobody else's are to be touched.
     const std::filesystem::path executable = folder.path() / "cobweave";
     std::filesystem::copy_file(COBWEAVE_EXECUTABLE, executable);

@@ -24,6 +24,8 @@ public:
         Environment environment = {};
         /// Nobody reads what it says on standard error: writing there fails.
         bool unheard = false;
+        /// Standard error is a pipe that is full and that nobody reads: writing there blocks.
+        bool blocked = false;
         /// How many descriptors it may have; 0 leaves the limit as it is.
         unsigned long descriptors = 0;
         /// Called with its folder for settings, before it is started.
@@ -62,6 +64,7 @@ public:
 private:
     TemporaryFolder folder;
     Descriptor output;
+    Descriptor blockedErrors;
     std::string outputSoFar;
     pid_t process = -1;
     int status = -1;

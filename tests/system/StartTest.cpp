@@ -38,6 +38,18 @@ TEST(Program, RunsWithoutWindowsWhereTheDisplayDoesNotAnswer) {
     EXPECT_EQ(Relay::through(Program::port).up("PNG\r\n"), "PNG\r\n");
 }
 
+TEST(Program, ShowsControlCharactersOfWhatComesFromOutsideAsTheirCodes) {
+    Program program({.environment = {{"DISPLAY", "\x1B[31m:64999\n\xC2\x9B"}}});
+    program.waitUntilReady();
+    EXPECT_THAT(program.errors(), HasSubstr(R"(the display \x1B[31m:64999\x0A\xC2\x9B does)"));
+}
+
+TEST(Program, GoesOnWhereNobodyReadsWhatItSaysOnStandardError) {
+    Program program({.blocked = true});
+    program.waitUntilReady();
+    EXPECT_EQ(Relay::through(Program::port).up("PNG\r\n"), "PNG\r\n");
+}
+
 TEST(Program, RunsWithoutADisplayWhateverTheDesktopSaysOfQt) {
     Program program({.environment = {{"QT_QPA_PLATFORM", "xcb"}}});
     program.waitUntilReady();
