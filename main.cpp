@@ -37,7 +37,6 @@
 #include <array>
 #include <cstdlib>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -58,15 +57,17 @@ void printHowToConnect() {
 int main(int argc, char* argv[]) {
     prepareProcess();
     sendQtMessagesToConsole();
-    const std::optional<std::string> withoutWindows = whyWithoutWindows();
-    if (withoutWindows) printTrouble(*withoutWindows + ", so it runs without windows");
+    FoundDisplay display = findDisplay();
+    const bool withWindows = !display.whyWithoutWindows;
+    if (!withWindows) printTrouble(*display.whyWithoutWindows + ", so it runs without windows");
     // As an argument: it overrides what the desktop may have set for all its programs, and unlike
     // the environment the browser does not inherit it.
     std::string option = "-platform";
-    std::string platformName = qtPlatform(!withoutWindows);
+    std::string platformName = qtPlatform(withWindows);
     std::array arguments{argv[0], option.data(), platformName.data()};
     int count = arguments.size();
     QApplication application(count, arguments.data());
+    display.connection.reset();
     QApplication::setApplicationName("Cobweave");
     QApplication::setQuitOnLastWindowClosed(false);
     look::apply();
@@ -74,7 +75,7 @@ int main(int argc, char* argv[]) {
     const std::unique_ptr<Platform> platform = makePlatform();
     platform->endRequested = [] { QApplication::exit(EXIT_SUCCESS); };
     const std::unique_ptr<MessageBox> messageBox =
-        withoutWindows ? makeMessageBoxWithoutWindows() : makeMessageBox();
+        withWindows ? makeMessageBox() : makeMessageBoxWithoutWindows();
     const std::unique_ptr<MachineFacts> machine = makeMachineFacts();
     const std::unique_ptr<Clock> clock = makeClock();
     const std::unique_ptr<Chance> chance = makeChance();
@@ -88,9 +89,9 @@ int main(int argc, char* argv[]) {
     const std::unique_ptr<OwnWindows> ownWindows = makeOwnWindows();
     const std::unique_ptr<Tray> trayIcon = makeTray();
     clspopups popups(platform->loop(), *ownWindows, *otherWindows);
-    NotesStore notes(folders::notes() / "notes.cwv", [&popups](std::string_view text) {
+    NotesStore notes(folders::notes() / "notes.cwv", [&popups, withWindows](std::string_view text) {
         printTrouble(codePage::toUtf8(text));
-        popups.popup(text);
+        if (withWindows) popups.popup(text);
     });
     frmTitle title(settings, *otherWindows, platform->loop());
     frmTray tray(settings, title, *trayIcon);
@@ -119,20 +120,21 @@ int main(int argc, char* argv[]) {
     };
     windows.loadTitle = [&title] { title.Load(); };
     windows.restoreTitle = [&title] { title.restore(); };
-    windows.showHelp = [&help] { help.Show(); };
-    // A first run does not end before its options are confirmed, and nobody could see them.
-    if (!withoutWindows) {
+    // What nobody can see is not made: a first run would not end before its options are confirmed,
+    // and a log would only grow.
+    if (withWindows) {
+        windows.showHelp = [&help] { help.Show(); };
         windows.showOptions = [&options] { options.Show(); };
         windows.showFirstRun = [&options] {
             options.load().RestartMessenger = true;
             options.Show();
         };
+        windows.showNotes = [&notesForm] { notesForm.Show(); };
+        windows.showLog = [&log] { log.Show(); };
+        windows.showAbout = [&about] { about.Show(); };
+        windows.addToLog = [&log](std::string_view text) { log.load().AddItem(text); };
+        windows.popup = [&popups](std::string_view text) { popups.popup(text); };
     }
-    windows.showNotes = [&notesForm] { notesForm.Show(); };
-    windows.showLog = [&log] { log.Show(); };
-    windows.showAbout = [&about] { about.Show(); };
-    windows.addToLog = [&log](std::string_view text) { log.load().AddItem(text); };
-    windows.popup = [&popups](std::string_view text) { popups.popup(text); };
 
     // Within the loop, so that the program can be ended while a box at start-up is open.
     QTimer::singleShot(0, [&host] {

@@ -1,8 +1,17 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
-/// Why this run can show no windows, for the user to read; nothing where it can. To be asked before
-/// the `QApplication` is made.
-[[nodiscard]] std::optional<std::string> whyWithoutWindows();
+/// What was found of the display that windows are to be shown on.
+struct FoundDisplay {
+    /// Why this run can show no windows, for the user to read; nothing where it can.
+    std::optional<std::string> whyWithoutWindows;
+    /// Keeps the display open, to be dropped when the `QApplication` is made: a display may end, or
+    /// start anew, when the last program leaves it.
+    std::shared_ptr<void> connection;
+};
+
+/// To be called before the `QApplication` is made.
+[[nodiscard]] FoundDisplay findDisplay();

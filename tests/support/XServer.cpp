@@ -8,8 +8,10 @@
 
 namespace {
 
-std::vector<std::string> serverCommand(int screens) {
-    std::vector<std::string> words{"Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset"};
+std::vector<std::string> serverCommand(int screens, XServer::WhenLeft whenLeft) {
+    std::vector<std::string> words{"Xvfb", "-displayfd", "1", "-nolisten", "tcp"};
+    if (whenLeft == XServer::WhenLeft::StaysAsItIs) words.emplace_back("-noreset");
+    if (whenLeft == XServer::WhenLeft::Ends) words.emplace_back("-terminate");
     for (int screen = 0; screen < screens; ++screen) {
         words.insert(words.end(), {"-screen", std::to_string(screen), "1024x768x24"});
     }
@@ -18,8 +20,8 @@ std::vector<std::string> serverCommand(int screens) {
 
 }  // namespace
 
-XServer::XServer(int screens)
-    : server(serverCommand(screens)), displayName(":" + server.readLine()) {}
+XServer::XServer(int screens, WhenLeft whenLeft)
+    : server(serverCommand(screens, whenLeft)), displayName(":" + server.readLine()) {}
 
 WindowManager::WindowManager(const std::string& display)
     : manager(

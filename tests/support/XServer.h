@@ -7,7 +7,10 @@
 /// An X server without a screen to look at. Needs Xvfb.
 class XServer {
 public:
-    explicit XServer(int screens = 1);
+    /// What happens when the last program has left it.
+    enum class WhenLeft { StaysAsItIs, StartsAnew, Ends };
+
+    explicit XServer(int screens = 1, WhenLeft whenLeft = WhenLeft::StaysAsItIs);
 
     /// As DISPLAY has it, for the first screen or another one.
     [[nodiscard]] std::string name(int screen = 0) const {

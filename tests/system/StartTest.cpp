@@ -1,6 +1,7 @@
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
 #include "tests/support/Relay.h"
+#include "tests/support/messages.h"
 #include "tests/support/readFile.h"
 
 #include <gmock/gmock.h>
@@ -49,6 +50,33 @@ TEST(Program, GoesOnWhereNobodyReadsWhatItSaysOnStandardError) {
     program.waitUntilReady();
     EXPECT_EQ(Relay::through(Program::port).up("PNG\r\n"), "PNG\r\n");
 }
+
+TEST(Program, SaysNothingOfWindowsThatItDoesNotShow) {
+    Program program;
+    program.waitUntilReady();
+    program.setSetting("alertoffline", "True");
+    Relay relay = Relay::through(Program::port);
+    (void)relay.down("FLN bob@example.com\r\n");
+    for (const char* const command : {"!note buy milk", "!notes"})
+        (void)relay.up(clientText(command));
+    EXPECT_EQ(relay.up("PNG\r\n"), "PNG\r\n");
+    EXPECT_THAT(program.errors(), Not(HasSubstr("plugin")));
+    EXPECT_THAT(program.errors(), Not(HasSubstr("does not support")));
+}
+
+class LeftServer : public testing::TestWithParam<XServer::WhenLeft> {};
+
+TEST_P(LeftServer, StaysWithTheProgramThatIsItsFirst) {
+    for (int round = 0; round < 5; ++round) {
+        const XServer server(1, GetParam());
+        Program program({.environment = {{"DISPLAY", server.name()}}});
+        ASSERT_NO_THROW(program.waitUntilReady());
+        EXPECT_THAT(program.errors(), Not(HasSubstr("without windows")));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Manners, LeftServer,
+                         testing::Values(XServer::WhenLeft::StartsAnew, XServer::WhenLeft::Ends));
 
 TEST(Program, RunsWithoutADisplayWhateverTheDesktopSaysOfQt) {
     Program program({.environment = {{"QT_QPA_PLATFORM", "xcb"}}});

@@ -12,13 +12,6 @@ std::string valueOf(const char* variable) {
     return value == nullptr ? "" : value;
 }
 
-bool displayAnswers() {
-    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
-    const bool answers = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return answers;
-}
-
 std::string whyNoDisplay() {
     if (const std::string display = valueOf("DISPLAY"); !display.empty()) {
         return "the display " + display + " does not answer";
@@ -29,9 +22,11 @@ std::string whyNoDisplay() {
 
 }  // namespace
 
-std::optional<std::string> whyWithoutWindows() {
-    if (displayAnswers()) return std::nullopt;
-    return whyNoDisplay();
+FoundDisplay findDisplay() {
+    const std::shared_ptr<xcb_connection_t> connection(xcb_connect(nullptr, nullptr),
+                                                       &xcb_disconnect);
+    if (xcb_connection_has_error(connection.get()) != 0) return {whyNoDisplay(), nullptr};
+    return {std::nullopt, connection};
 }
 
 std::string qtPlatform(bool withWindows) { return withWindows ? "xcb" : "offscreen"; }
