@@ -37,7 +37,7 @@ void prepareProcess() {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     console::prepare();
-    sessionBus::avoidIfMute();
+    sessionBus::select();
 }
 
 std::string commandLine(int count, const char* const* words) {

@@ -1,3 +1,4 @@
+#include "tests/support/BadBus.h"
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
 #include "tests/support/Relay.h"
@@ -7,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
 #include <fstream>
 
@@ -77,6 +79,26 @@ TEST_P(LeftServer, StaysWithTheProgramThatIsItsFirst) {
 
 INSTANTIATE_TEST_SUITE_P(Manners, LeftServer,
                          testing::Values(XServer::WhenLeft::StartsAnew, XServer::WhenLeft::Ends));
+
+class StartWithABadBus : public testing::TestWithParam<BadBus::Manner> {
+protected:
+    BadBus bus{GetParam()};
+};
+
+TEST_P(StartWithABadBus, TakesTwoSecondsLongerAtMost) {
+    const Display display;
+    const auto before = std::chrono::steady_clock::now();
+    Program program({.environment = {{"DISPLAY", display.name()},
+                                     {"DBUS_SESSION_BUS_ADDRESS", bus.address()}}});
+    program.waitUntilReady();
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(15));
+    EXPECT_EQ(Relay::through(Program::port).up("PNG\r\n"), "PNG\r\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Manners, StartWithABadBus,
+                         testing::Values(BadBus::Manner::Silent, BadBus::Manner::SilentAfterLogin,
+                                         BadBus::Manner::Nonsense, BadBus::Manner::OtherAnswer,
+                                         BadBus::Manner::EndlessLine));
 
 TEST(Program, RunsWithoutADisplayWhateverTheDesktopSaysOfQt) {
     Program program({.environment = {{"QT_QPA_PLATFORM", "xcb"}}});

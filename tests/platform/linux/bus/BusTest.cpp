@@ -59,10 +59,10 @@ TEST_F(Bus, TakesThePlayersAlongWhenItGoesAway) {
     start();
     ASSERT_TRUE(shows("1. First - Winamp"));
     const auto window = player->WinampWindow();
-    std::string told = title();
-    player->changed = [&] { told = title(); };
+    std::string known = title();
+    player->changed = [&] { known = title(); };
     bus.end();
-    EXPECT_TRUE(comesTrue([&] { return told.empty(); }));
+    EXPECT_TRUE(comesTrue([&] { return known.empty(); }));
     EXPECT_EQ(player->WinampWindow(), 0U);
     player->command(window, 40045);
 }

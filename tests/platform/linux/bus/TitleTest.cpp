@@ -5,18 +5,18 @@
 
 namespace {
 
-struct Told {
+struct Reported {
     const char* name;
     QString status;
     QVariantMap metadata;
     std::string title;
 };
 
-void PrintTo(const Told& told, std::ostream* stream) { *stream << told.name; }
+void PrintTo(const Reported& reported, std::ostream* stream) { *stream << reported.name; }
 
-class WindowTitle : public PlayerBus, public testing::WithParamInterface<Told> {};
+class WindowTitle : public PlayerBus, public testing::WithParamInterface<Reported> {};
 
-TEST_P(WindowTitle, IsMadeOfWhatThePlayerTells) {
+TEST_P(WindowTitle, IsMadeOfWhatThePlayerReports) {
     // Another song first, so that an empty title is seen to come.
     ScriptedPlayer one("one", withSong("Playing", "", "Before"));
     start();
@@ -29,7 +29,7 @@ QVariantMap song(const QStringList& artists, const QString& title) {
     return {{"xesam:artist", artists}, {"xesam:title", title}};
 }
 
-const Told titles[] = {
+const Reported reportedSongs[] = {
     {"Playing", "Playing", song({"Ann"}, "Song"), "1. Ann - Song - Winamp"},
     {"Paused", "Paused", song({"Ann"}, "Song"), "1. Ann - Song - Winamp [Paused]"},
     {"StoppedWithATitle", "Stopped", song({"Ann"}, "Song"), "1. Ann - Song - Winamp"},
@@ -60,7 +60,7 @@ const Told titles[] = {
     {"ATitleAsAList", "Playing", {{"xesam:title", QStringList{"Song"}}}, ""},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, WindowTitle, testing::ValuesIn(titles),
+INSTANTIATE_TEST_SUITE_P(Table, WindowTitle, testing::ValuesIn(reportedSongs),
                          [](const auto& info) { return info.param.name; });
 
 class LongTitle : public PlayerBus {
@@ -110,24 +110,24 @@ TEST_F(LongTitle, IsCutWithinTenThousandArtists) {
 
 using Changes = PlayerBus;
 
-TEST_F(Changes, AreToldEachWithWhatItHasBecome) {
+TEST_F(Changes, AreReportedEachWithItsTitle) {
     start();
-    std::vector<std::string> told;
-    player->changed = [&] { told.push_back(title()); };
+    std::vector<std::string> titles;
+    player->changed = [&] { titles.push_back(title()); };
     auto one = std::make_unique<ScriptedPlayer>("one", withSong("Playing", "", "First"));
-    ASSERT_TRUE(comesTrue([&] { return told.size() == 1; }));
+    ASSERT_TRUE(comesTrue([&] { return titles.size() == 1; }));
     one->changeStatus("Paused");
-    ASSERT_TRUE(comesTrue([&] { return told.size() == 2; }));
+    ASSERT_TRUE(comesTrue([&] { return titles.size() == 2; }));
     one->change({{"Volume", 0.5}});
     one->changeTitle("Second");
-    ASSERT_TRUE(comesTrue([&] { return told.size() == 3; }));
+    ASSERT_TRUE(comesTrue([&] { return titles.size() == 3; }));
     one.reset();
-    ASSERT_TRUE(comesTrue([&] { return told.size() == 4; }));
-    EXPECT_EQ(told, (std::vector<std::string>{"1. First - Winamp", "1. First - Winamp [Paused]",
-                                              "1. Second - Winamp [Paused]", ""}));
+    ASSERT_TRUE(comesTrue([&] { return titles.size() == 4; }));
+    EXPECT_EQ(titles, (std::vector<std::string>{"1. First - Winamp", "1. First - Winamp [Paused]",
+                                                "1. Second - Winamp [Paused]", ""}));
 }
 
-TEST_F(Changes, AreAskedForWhenThePlayerDoesNotTellThem) {
+TEST_F(Changes, AreQueriedWhenThePlayerDoesNotReportThem) {
     ScriptedPlayer one("one", withSong("Playing", "", "First"));
     start();
     ASSERT_TRUE(shows("1. First - Winamp"));
