@@ -61,6 +61,7 @@ NotesStore::NotesStore(std::filesystem::path path, Event<std::string_view> tell)
 
 void NotesStore::load() {
     notes.clear();
+    removeLeftovers(path);
     const auto content = contentOf(path);
     unread = !content && !isMissing(path);
     for (std::string_view rest = content ? *content : std::string_view(); !rest.empty();) {

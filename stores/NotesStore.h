@@ -26,7 +26,7 @@ public:
     NotesStore(std::filesystem::path path, Event<std::string_view> tell);
 
     /// Reads the file into the list. Without a file, or with one that cannot be read, it is empty.
-    /// Notes of blanks alone are dropped.
+    /// Notes of blanks alone are dropped. What a save that was killed has left is removed.
     void load();
     /// Replaces the file: whoever looks, and whatever happens meanwhile, the old content or the new
     /// one is there, never a part. The folder is made when there is none. When it cannot be written

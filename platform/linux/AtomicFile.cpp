@@ -9,6 +9,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -74,16 +75,25 @@ void writeToDisk(int descriptor) {
     if (result < 0 && errno != EINVAL) throw Trouble(errno);
 }
 
+constexpr std::string_view namePrefix = ".cobweave-";
+constexpr std::string_view digits = "0123456789abcdef";
+constexpr std::size_t nameBytes = 16;
+
 /// A name that nobody can foresee, so that nobody can have put a file of theirs under it.
 std::string newName() {
-    std::array<std::uint8_t, 16> chance{};
+    std::array<std::uint8_t, nameBytes> chance{};
     demand([&] { return getrandom(chance.data(), chance.size(), 0); });
-    std::string name = ".cobweave-";
+    std::string name(namePrefix);
     for (const std::uint8_t byte : chance) {
-        name += "0123456789abcdef"[byte >> 4U];
-        name += "0123456789abcdef"[byte & 0xFU];
+        name += digits[byte >> 4U];
+        name += digits[byte & 0xFU];
     }
     return name;
+}
+
+bool isOfNewName(std::string_view name) {
+    return name.size() == namePrefix.size() + 2 * nameBytes && name.starts_with(namePrefix) &&
+           name.find_first_not_of(digits, namePrefix.size()) == std::string_view::npos;
 }
 
 /// The new content under a name of its own, which is gone with this object.
@@ -93,7 +103,10 @@ public:
         : folder(folder), file(demand([&] {
               return openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
                             privately);
-          })) {}
+          })) {
+        // So that nobody takes it for a leftover.
+        flock(file.get(), LOCK_EX | LOCK_NB);
+    }
     ~NewFile() {
         if (!inPlace) unlinkat(folder, name.c_str(), 0);
     }
@@ -165,5 +178,27 @@ std::optional<std::string> replaceFile(const fs::path& path, std::string_view co
         return std::nullopt;
     } catch (const Trouble& trouble) {
         return trouble.what();
+    }
+}
+
+void removeLeftovers(const fs::path& path) {
+    try {
+        const fs::path parent = target(path).parent_path();
+        const Descriptor folder(openFolder(parent));
+        std::error_code error;
+        for (fs::directory_iterator entry(parent.empty() ? "." : parent, error), end;
+             !error && entry != end; entry.increment(error)) {
+            const std::string name = entry->path().filename();
+            if (!isOfNewName(name)) continue;
+            const Descriptor file(
+                openat(folder.get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+            struct stat found {};
+            if (fstat(file.get(), &found) != 0 || !S_ISREG(found.st_mode)) continue;
+            if (found.st_uid != geteuid() || found.st_nlink != 1) continue;
+            if (flock(file.get(), LOCK_EX | LOCK_NB) != 0) continue;
+            unlinkat(folder.get(), name.c_str(), 0);
+        }
+    } catch (const Trouble&) {
+        // A folder that cannot be opened has nothing that could be removed.
     }
 }

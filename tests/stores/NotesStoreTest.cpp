@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <random>
 #include <string>
 #include <vector>
@@ -284,6 +285,13 @@ TEST_F(HugeNotesFile, CanHaveAMillionLines) {
     EXPECT_EQ(notes.back(), "999999");
     save(notes);
     EXPECT_TRUE(read() == bytes + "\r\n");
+}
+
+TEST_F(NotesFile, RemovesWhatASaveThatWasKilledHasLeft) {
+    const auto left = path.parent_path() / ".cobweave-0123456789abcdef0123456789abcdef";
+    std::ofstream(left) << "part";
+    store().load();
+    EXPECT_FALSE(std::filesystem::exists(left));
 }
 
 }  // namespace

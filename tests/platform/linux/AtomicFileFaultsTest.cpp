@@ -9,7 +9,9 @@
 #include <cerrno>
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -256,6 +258,86 @@ TEST_F(GuardedFile, IsWholeAtEachLookWhileItsWriterWritesAndIsKilled) {
     // What a killed writer leaves is hidden.
     EXPECT_THAT(names(), testing::Each(AnyOf("file", StartsWith(".cobweave-"))));
     EXPECT_LE(names().size(), std::size_t{writers + 1});
+}
+
+class Leftovers : public ReplacedFile {
+protected:
+    ~Leftovers() override { onSync = nullptr; }
+
+    const std::string name = ".cobweave-0123456789abcdef0123456789abcdef";
+
+    void make(const std::string& file) const { std::ofstream(folder / file) << "part"; }
+    [[nodiscard]] static auto allOf(std::set<std::string> names) {
+        return testing::ContainerEq(names);
+    }
+};
+
+TEST_F(Leftovers, OfASaveThatWasKilledAreRemoved) {
+    const pid_t child = fork();
+    if (child == 0) {
+        onSync = [](bool) { return raise(SIGKILL); };
+        (void)replaceFile(path, "new");
+        _exit(0);
+    }
+    ASSERT_EQ(waitpid(child, nullptr, 0), child);
+    EXPECT_EQ(names().size(), 2U);
+    removeLeftovers(path);
+    expectUntouched();
+}
+
+TEST_F(Leftovers, AreFilesOfThatKindAlone) {
+    const std::set<std::string> others{"file",
+                                       name + "0",
+                                       name.substr(0, name.size() - 1),
+                                       name.substr(1),
+                                       ".cobweave-",
+                                       ".cobweave-0123456789ABCDEF0123456789ABCDEF",
+                                       ".cobweave-0123456789abcdef0123456789abcdeg",
+                                       "x" + name};
+    for (const std::string& other : others)
+        make(other);
+    make(name);
+    removeLeftovers(path);
+    EXPECT_THAT(names(), allOf(others));
+}
+
+TEST_F(Leftovers, AreNothingButFilesOfOneName) {
+    std::string next = name;
+    const auto another = [&] { return folder / (++next.back(), next); };
+    fs::create_directory(another());
+    fs::create_symlink(path, another());
+    fs::create_hard_link(path, another());
+    ASSERT_EQ(mkfifo(another().c_str(), 0600), 0);
+    const auto before = names();
+    removeLeftovers(path);
+    EXPECT_THAT(names(), allOf(before));
+    EXPECT_EQ(read(), "old");
+}
+
+TEST_F(Leftovers, AreNotTheFileThatAnotherProcessIsWriting) {
+    bool wasThere = false;
+    onSync = [&](bool isFolder) {
+        if (isFolder) return 0;
+        const auto before = names();
+        EXPECT_TRUE(passesForked([&] {
+            onSync = nullptr;
+            removeLeftovers(path);
+        }));
+        wasThere = before.size() == 2 && names() == before;
+        return 0;
+    };
+    EXPECT_THAT(replaceFile(path, "new"), succeeds());
+    EXPECT_TRUE(wasThere);
+    EXPECT_EQ(read(), "new");
+}
+
+TEST_F(Leftovers, BehindALinkAreBesideWhatItLeadsTo) {
+    const fs::path link = temporary.path() / "link";
+    fs::create_symlink(path, link);
+    make(name);
+    removeLeftovers(link);
+    expectUntouched();
+    removeLeftovers(temporary.path() / "nowhere" / "file");
 }
 
 }  // namespace
