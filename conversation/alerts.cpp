@@ -19,8 +19,8 @@ namespace {
 constexpr std::string_view alertColor = "ff";
 constexpr std::string_view noEffects;
 
-/// Where last words are kept, one entry for each contact.
-constexpr std::string_view lastWordsSection = "lastthingusersaid";
+/// What is kept of a text, as a contact's last words.
+constexpr std::size_t mostBytes = 65536;
 
 bool isOn(Conversation& conversation, const options::Switch& option) {
     return isOn(conversation.services.settings, option);
@@ -76,7 +76,8 @@ void alerts::join(Conversation& conversation) {
 
 void alerts::lastWords(Conversation& conversation) {
     const std::string& contact = conversation.connection.contactEmail;
-    const std::string kept = conversation.services.settings.ReadSetting(lastWordsSection, contact);
+    const std::string kept =
+        conversation.services.settings.ReadSetting(SettingsStore::lastWords, contact);
     if (kept.empty()) return;
     if (!isOn(conversation, options::lastthing)) return;
     const std::string words = mdlEncode::Base64Decode(kept).value_or(kept);
@@ -113,6 +114,6 @@ void alerts::offline(std::string_view chunk, Conversation& conversation) {
 void alerts::rememberWords(std::string_view sender, std::string_view text,
                            Conversation& conversation) {
     if (isBlank(text)) return;
-    conversation.services.settings.WriteSetting(lastWordsSection, sender,
-                                                mdlEncode::Base64Encode(text));
+    conversation.services.settings.WriteSetting(SettingsStore::lastWords, sender,
+                                                mdlEncode::Base64Encode(text.substr(0, mostBytes)));
 }

@@ -4,14 +4,16 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace {
 
 /// Under this name, spelled so, the settings stand in the file of each user.
-constexpr const char* application = "Cobwaeve";
+constexpr std::string_view application = "Cobwaeve";
 
 constexpr const char* createTable =
     "CREATE TABLE IF NOT EXISTS settings(application TEXT, section TEXT, key TEXT, value TEXT, "
@@ -19,6 +21,27 @@ constexpr const char* createTable =
 
 constexpr const char* insertValue =
     "INSERT OR REPLACE INTO settings(application, section, key, value) VALUES(?1, ?2, ?3, ?4)";
+constexpr const char* deleteValue =
+    "DELETE FROM settings WHERE application = ?1 AND section = ?2 AND key = ?3";
+
+/// A row that is replaced gets a new number, the highest. Some tables of others have no numbers.
+constexpr const char* selectNumbered =
+    "SELECT section, key, value, rowid FROM settings WHERE application = ?1";
+constexpr const char* selectAll =
+    "SELECT section, key, value, 0 FROM settings WHERE application = ?1";
+
+constexpr const char* typeOfSettings = "SELECT type FROM sqlite_schema WHERE name = 'settings'";
+
+/// What the file may make SQLite do: views, triggers and the like of others are computed too.
+constexpr std::clock_t longestWork = CLOCKS_PER_SEC / 4;
+/// How many steps SQLite does between two looks at the clock.
+constexpr int stepsBetweenLooks = 1000;
+/// All that is read, and each value. It is twice what the program ever writes.
+constexpr std::size_t mostBytes = std::size_t{32} << 20U;
+constexpr std::size_t mostRows = 65536;
+
+/// From so many pages on the log is not left to grow.
+constexpr int mostPagesInLog = 1000;
 
 std::string textOf(sqlite3_stmt* row, int column) {
     // As text, since another program may have made a file that keeps it as UTF-16.
@@ -28,10 +51,10 @@ std::string textOf(sqlite3_stmt* row, int column) {
     return codePage::fromUtf8({text, size});
 }
 
-int bindText(sqlite3_stmt* statement, int position, std::string_view bytes) {
+void bindText(sqlite3_stmt* statement, int position, std::string_view bytes) {
     const std::string text = codePage::toUtf8(bytes);
-    return sqlite3_bind_text64(statement, position, text.data(), text.size(), SQLITE_TRANSIENT,
-                               SQLITE_UTF8);
+    sqlite3_bind_text64(statement, position, text.data(), text.size(), SQLITE_TRANSIENT,
+                        SQLITE_UTF8);
 }
 
 SettingsTrouble::Kind kindOf(int result) {
@@ -40,6 +63,8 @@ SettingsTrouble::Kind kindOf(int result) {
         case SQLITE_NOTADB: return SettingsTrouble::Kind::Damaged;
         case SQLITE_BUSY:
         case SQLITE_LOCKED: return SettingsTrouble::Kind::Locked;
+        case SQLITE_TOOBIG:
+        case SQLITE_INTERRUPT: return SettingsTrouble::Kind::Endless;
         default: return SettingsTrouble::Kind::Unusable;
     }
 }
@@ -53,10 +78,56 @@ std::error_code makeFolder(const std::filesystem::path& folder) {
     return error;
 }
 
+/// Takes the file, and what SQLite has left beside it, away from all but its user, who has at least
+/// the same rights to what is beside it.
+void makePrivate(const std::filesystem::path& file) {
+    using std::filesystem::perms;
+    std::error_code notOurs;
+    const auto rights = [&](const std::filesystem::path& part) {
+        return std::filesystem::status(part, notOurs).permissions() & perms::owner_all;
+    };
+    std::filesystem::permissions(file, rights(file), notOurs);
+    for (const std::string_view ending : settingsCompanions) {
+        const std::filesystem::path part = withEnding(file, ending);
+        if (std::filesystem::exists(part, notOurs)) {
+            std::filesystem::permissions(part, rights(part) | rights(file), notOurs);
+        }
+    }
+}
+
 }  // namespace
 
-SettingsFile::SettingsFile() = default;
-SettingsFile::~SettingsFile() = default;
+std::filesystem::path withEnding(const std::filesystem::path& path, std::string_view ending) {
+    std::filesystem::path longer = path;
+    longer += ending;
+    return longer;
+}
+
+bool LockPatience::wait() {
+    constexpr std::chrono::milliseconds pause{5};
+    if (now() >= windowEnd) renew();
+    if (left < pause) return false;
+    left -= pause;
+    sqlite3_sleep(static_cast<int>(pause.count()));
+    return true;
+}
+
+void LockPatience::renew() {
+    windowEnd = now() + window;
+    left = most;
+}
+
+SettingsFile::SettingsFile(std::filesystem::path path, LockPatience::Now now)
+    : patience(now), path(std::move(path)), stamp(this->path), logStamp(this->path) {}
+
+SettingsFile::~SettingsFile() {  // So whoever copies the file, or takes it to a place without logs,
+                                 // has all of it.
+    if (isOpen() && hasLog && isOurs && !isReplaced()) {
+        isHurried = true;
+        (void)run("PRAGMA journal_mode = DELETE");
+    }
+    close();
+}
 
 void SettingsFile::CloseDatabase::operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
 
@@ -64,38 +135,97 @@ void SettingsFile::FinalizeStatement::operator()(sqlite3_stmt* handle) const {
     sqlite3_finalize(handle);
 }
 
-std::optional<SettingsTrouble> SettingsFile::open(const std::filesystem::path& wanted) {
+std::optional<SettingsTrouble> SettingsFile::open() {
     close();
-    path = wanted;
-    if (const std::error_code error = makeFolder(path.parent_path())) {
-        return SettingsTrouble{SettingsTrouble::Kind::Unusable, error.message()};
+    if (const std::error_code refused = makeFolder(path.parent_path())) {
+        return SettingsTrouble{SettingsTrouble::Kind::Unusable, refused.message()};
     }
+    isLogRefused = false;
+    auto found = connect();
+    std::error_code error;
+    realPath = std::filesystem::canonical(path, error);
+    logStamp = FileStamp(withEnding(realPath, "-wal"));
+    if (!found) found = prepareFile();
+    if (found) close();
+    return found;
+}
+
+std::optional<SettingsTrouble> SettingsFile::connect() {
+    versionQuery.reset();
     sqlite3* handle = nullptr;
     const auto name = path.u8string();
     const int result =
         sqlite3_open_v2(reinterpret_cast<const char*>(name.c_str()), &handle,
                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
     database.reset(handle);
-    setPatience(patience);
-    auto found = result == SQLITE_OK ? prepareFile() : trouble();
-    std::error_code error;
-    realPath = std::filesystem::canonical(path, error);
-    if (found) close();
-    return found;
+    if (result != SQLITE_OK) return trouble();
+    setUp();
+    return std::nullopt;
 }
 
 std::optional<SettingsTrouble> SettingsFile::prepareFile() {
-    if (auto found = run("PRAGMA synchronous = FULL")) return found;
-    if (auto found = run(createTable)) return found;
+    // Before anything is in it.
+    makePrivate(realPath);
+    spent = 0;
+    auto found = run(createTable);
+    if (found && found->kind == SettingsTrouble::Kind::Unusable) {
+        // A run that was killed may have left a log in a folder that allows none any more.
+        if (auto lost = abandonLog()) return lost;
+        found = run(createTable);
+    }
+    if (found) return found;
     return prepare("PRAGMA data_version", versionQuery);
 }
 
-void SettingsFile::close() {
-    versionQuery.reset();
-    database.reset();
+/// Makes the connection wait, work and write its log as it should.
+void SettingsFile::setUp() {
+    sqlite3* const handle = database.get();
+    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, static_cast<int>(mostBytes));
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    sqlite3_busy_handler(
+        handle,
+        [](void* file, int /*times*/) {
+            auto& self = *static_cast<SettingsFile*>(file);
+            return !self.isHurried && self.patience.wait() ? 1 : 0;
+        },
+        this);
+    sqlite3_progress_handler(
+        handle, stepsBetweenLooks,
+        [](void* file) {
+            const auto& self = *static_cast<const SettingsFile*>(file);
+            return self.spent + (std::clock() - self.callBegin) > longestWork ? 1 : 0;
+        },
+        this);
+    sqlite3_wal_hook(
+        handle,
+        [](void* file, sqlite3*, const char*, int pages) {
+            static_cast<SettingsFile*>(file)->pagesInLog = pages;
+            return SQLITE_OK;
+        },
+        this);
 }
 
-bool SettingsFile::hasMoved() const {
+void SettingsFile::close() {
+    // The log of a file that went elsewhere would be taken for one of the file that takes its name.
+    if (isOpen() && hasLog && isElsewhere()) emptyLog();
+    versionQuery.reset();
+    database.reset();
+    hasLog = false;
+    pagesInLog = 0;
+}
+
+bool SettingsFile::mayHaveChanged() {
+    const bool inFile = stamp.mayHaveChanged();
+    const bool inLog = hasLog && logStamp.mayHaveChanged();
+    return inFile || inLog;
+}
+
+bool SettingsFile::isReplaced() const {
+    // With a log, SQLite writes to the file itself when the log is brought into it, and not else.
+    return isElsewhere() || (hasLog && looks() != known);
+}
+
+bool SettingsFile::isElsewhere() const {
     // SQLite knows the file behind a link, and not whether the link still leads there.
     int moved = 0;
     sqlite3_file_control(database.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
@@ -103,21 +233,31 @@ bool SettingsFile::hasMoved() const {
     return moved != 0 || std::filesystem::canonical(path, error) != realPath;
 }
 
+SettingsFile::Looks SettingsFile::looks() const {
+    std::error_code missing;
+    return {std::filesystem::last_write_time(realPath, missing),
+            std::filesystem::file_size(realPath, missing)};
+}
+
 std::optional<SettingsTrouble> SettingsFile::readVersion(int& version) {
-    const int result = sqlite3_step(versionQuery.get());
+    const int result = step(versionQuery);
     if (result == SQLITE_ROW) version = sqlite3_column_int(versionQuery.get(), 0);
     sqlite3_reset(versionQuery.get());
     if (result != SQLITE_ROW) return trouble();
     return std::nullopt;
 }
 
-std::optional<SettingsTrouble> SettingsFile::load(Settings& settings) {
+std::optional<SettingsTrouble> SettingsFile::load(std::vector<Setting>& settings) {
+    spent = 0;
     // Another program may have emptied the file since it was opened.
     if (auto found = run(createTable)) return found;
     if (auto found = run("BEGIN")) return found;
     auto found = loadRows(settings);
+    // SQLite would give nothing before it had read all, and of a damaged file nothing at all.
+    std::ranges::stable_sort(settings, {}, &Setting::age);
     if (!found) found = check();
     (void)run("ROLLBACK");
+    if (!found) beginLog();
     return found;
 }
 
@@ -130,11 +270,13 @@ std::optional<SettingsTrouble> SettingsFile::check() {
 
     std::string mode;
     if (auto found = ask("PRAGMA journal_mode", mode)) return found;
-    changesBeside = mode == "wal";
+    hasLog = mode == "wal";
     std::string pageSize;
     if (auto found = ask("PRAGMA page_size", pageSize)) return found;
     // A log is brought into the file while others read it.
-    if (!changesBeside && fileSize() % std::stol(pageSize) != 0) {
+    std::error_code missing;
+    const bool isLogEmpty = std::filesystem::file_size(withEnding(realPath, "-wal"), missing) == 0;
+    if ((!hasLog || isLogEmpty) && fileSize() % std::stol(pageSize) != 0) {
         return SettingsTrouble{SettingsTrouble::Kind::Damaged, "the file is cut off"};
     }
     return std::nullopt;
@@ -149,69 +291,145 @@ std::int64_t SettingsFile::fileSize() const {
     return size;
 }
 
-std::optional<SettingsTrouble> SettingsFile::loadRows(Settings& settings) {
+std::optional<SettingsTrouble> SettingsFile::loadRows(std::vector<Setting>& settings) {
     Statement rows;
-    if (auto found =
-            prepare("SELECT section, key, value FROM settings WHERE application = ?1", rows)) {
-        return found;
+    if (prepare(selectNumbered, rows)) {
+        if (auto found = prepare(selectAll, rows)) return found;
     }
     bindText(rows.get(), 1, application);
-    int result = sqlite3_step(rows.get());
-    for (; result == SQLITE_ROW; result = sqlite3_step(rows.get())) {
-        settings[{textOf(rows.get(), 0), textOf(rows.get(), 1)}] = textOf(rows.get(), 2);
+    std::size_t bytes = 0;
+    int result = step(rows);
+    for (; result == SQLITE_ROW; result = step(rows)) {
+        for (int column = 0; column < 3; ++column) {
+            bytes += static_cast<std::size_t>(sqlite3_column_bytes(rows.get(), column));
+        }
+        if (bytes > mostBytes || settings.size() == mostRows) {
+            settings.clear();
+            return SettingsTrouble{SettingsTrouble::Kind::Endless, "it holds too much"};
+        }
+        settings.push_back({{textOf(rows.get(), 0), textOf(rows.get(), 1)},
+                            textOf(rows.get(), 2),
+                            sqlite3_column_int64(rows.get(), 3)});
     }
     if (result != SQLITE_DONE) return trouble();
     return std::nullopt;
 }
 
-std::optional<SettingsTrouble> SettingsFile::write(const Settings& changes) {
+void SettingsFile::beginLog() {
+    std::string type;
+    // What is somebody else's stays as it is.
+    isOurs = !ask(typeOfSettings, type) && type == "table";
+    if (!hasLog && !isLogRefused && isOurs) {
+        // Not while others are at work in the file, and they are not waited for.
+        isHurried = true;
+        std::string mode;
+        auto found = ask("PRAGMA journal_mode = WAL", mode);
+        hasLog = mode == "wal";
+        int version = 0;
+        if (!found && hasLog) found = readVersion(version);
+        // Where no index can be shared, SQLite finds out too late.
+        if (found && found->kind == SettingsTrouble::Kind::Unusable) (void)abandonLog();
+        isHurried = false;
+    }
+    known = looks();
+}
+
+/// Has the file do without a log, and without what can be shared beside one.
+std::optional<SettingsTrouble> SettingsFile::abandonLog() {
+    hasLog = false;
+    isLogRefused = true;
+    if (auto found = connect()) return found;
+    (void)run("PRAGMA locking_mode = EXCLUSIVE");
+    (void)run("PRAGMA journal_mode = DELETE");
+    (void)run("PRAGMA locking_mode = NORMAL");
+    return prepare("PRAGMA data_version", versionQuery);
+}
+
+void SettingsFile::settle() {
+    if (hasLog && !isReplaced()) emptyLog();
+    pagesInLog = 0;
+}
+
+/// The log has no length afterwards, so it cannot be taken for one of another file.
+void SettingsFile::emptyLog() {
+    isHurried = true;
+    sqlite3_wal_checkpoint_v2(database.get(), "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    isHurried = false;
+    known = looks();
+}
+
+std::optional<SettingsTrouble> SettingsFile::write(const SettingChanges& changes,
+                                                   Durability durability) {
+    spent = 0;
+    // Without a log the weaker one might tear the file.
+    const bool light = hasLog && durability == Durability::SurvivesKill;
+    if (auto found = run(light ? "PRAGMA synchronous = NORMAL" : "PRAGMA synchronous = FULL")) {
+        return found;
+    }
     if (auto found = run("BEGIN IMMEDIATE")) return found;
     auto found = writeAll(changes);
     if (!found) found = run("COMMIT");
-    if (found) (void)run("ROLLBACK");
+    if (found) {
+        (void)run("ROLLBACK");
+    } else if (pagesInLog > mostPagesInLog) {
+        settle();
+    }
     return found;
 }
 
-std::optional<SettingsTrouble> SettingsFile::writeAll(const Settings& changes) {
+std::optional<SettingsTrouble> SettingsFile::writeAll(const SettingChanges& changes) {
     Statement insert;
     if (auto found = prepare(insertValue, insert)) return found;
-    bindText(insert.get(), 1, application);
+    Statement remove;
+    if (auto found = prepare(deleteValue, remove)) return found;
     for (const auto& [name, value] : changes) {
-        bindText(insert.get(), 2, name.first);
-        bindText(insert.get(), 3, name.second);
-        bindText(insert.get(), 4, value);
-        if (sqlite3_step(insert.get()) != SQLITE_DONE) return trouble();
-        sqlite3_reset(insert.get());
+        const Statement& statement = value ? insert : remove;
+        bindText(statement.get(), 1, application);
+        bindText(statement.get(), 2, name.first);
+        bindText(statement.get(), 3, name.second);
+        if (value) bindText(statement.get(), 4, *value);
+        if (step(statement) != SQLITE_DONE) return trouble();
+        sqlite3_reset(statement.get());
     }
     return std::nullopt;
 }
 
-void SettingsFile::setPatience(std::chrono::milliseconds time) {
-    patience = time;
-    if (isOpen()) sqlite3_busy_timeout(database.get(), static_cast<int>(patience.count()));
-}
-
 std::optional<SettingsTrouble> SettingsFile::run(const char* sql) {
-    if (sqlite3_exec(database.get(), sql, nullptr, nullptr, nullptr) == SQLITE_OK) {
-        return std::nullopt;
-    }
+    const int result =
+        measured([&] { return sqlite3_exec(database.get(), sql, nullptr, nullptr, nullptr); });
+    if (result == SQLITE_OK) return std::nullopt;
     return trouble();
 }
 
 std::optional<SettingsTrouble> SettingsFile::prepare(const char* sql, Statement& statement) {
     sqlite3_stmt* handle = nullptr;
-    const int result = sqlite3_prepare_v2(database.get(), sql, -1, &handle, nullptr);
+    const int result =
+        measured([&] { return sqlite3_prepare_v2(database.get(), sql, -1, &handle, nullptr); });
     statement.reset(handle);
     if (result == SQLITE_OK) return std::nullopt;
     return trouble();
 }
 
+int SettingsFile::step(const Statement& statement) {
+    return measured([&] { return sqlite3_step(statement.get()); });
+}
+
 std::optional<SettingsTrouble> SettingsFile::ask(const char* sql, std::string& answer) {
     Statement row;
     if (auto found = prepare(sql, row)) return found;
-    if (sqlite3_step(row.get()) != SQLITE_ROW) return trouble();
+    if (step(row) != SQLITE_ROW) return trouble();
     answer = textOf(row.get(), 0);
     return std::nullopt;
+}
+
+/// Makes a call of SQLite, in which the processor's time is counted. A disk that takes long to wake
+/// up is not.
+template <typename Call>
+int SettingsFile::measured(Call&& call) {
+    callBegin = std::clock();
+    const int result = call();
+    spent += std::clock() - callBegin;
+    return result;
 }
 
 SettingsTrouble SettingsFile::trouble() const {

@@ -1,23 +1,20 @@
 #include "stores/SettingsStore.h"
 
+#include "platform/EventLoop.h"
+
+#include <algorithm>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 namespace {
 
-/// How long another program that has locked the file is waited for: longer than an ordinary commit
-/// takes, short enough not to be noticed in a conversation.
-constexpr std::chrono::milliseconds patience{250};
-
-/// A file that is moved aside takes along what SQLite left beside it, or that would be taken for a
-/// part of the next file of the name.
-constexpr const char* companions[] = {"-journal", "-wal", "-shm"};
-
-std::filesystem::path withEnding(const std::filesystem::path& path, const std::string& ending) {
-    std::filesystem::path longer = path;
-    longer += ending;
-    return longer;
-}
+/// Soon enough for "within a second after the lock".
+constexpr std::chrono::milliseconds beatInterval{500};
+/// Long enough for a lively conversation to cost two syncs of the disk in all that time.
+constexpr int beatsUntilSettled = 10;
+/// How long a file is left alone that took too long.
+constexpr std::chrono::seconds rest{10};
 
 /// The first free name of the form "settings.db.damaged-1".
 std::filesystem::path nameForDamaged(const std::filesystem::path& path) {
@@ -31,9 +28,32 @@ std::filesystem::path nameForDamaged(const std::filesystem::path& path) {
 
 }  // namespace
 
-SettingsStore::SettingsStore(std::filesystem::path path, Event<std::string_view> tell)
-    : path(std::move(path)), tell(std::move(tell)), stamp(this->path) {
-    file.setPatience(patience);
+void Speakers::note(const std::string& contact, std::size_t bytes) {
+    const auto [place, isNew] = places.try_emplace(contact);
+    if (!isNew) {
+        allBytes -= place->second->bytes;
+        byAge.erase(place->second);
+    }
+    allBytes += bytes;
+    place->second = byAge.insert(byAge.end(), {contact, bytes});
+}
+
+bool Speakers::areTooMany() const {
+    return byAge.size() > SettingsStore::mostLastWords ||
+           allBytes > SettingsStore::mostBytesOfLastWords;
+}
+
+std::string Speakers::takeOldest() {
+    Speaker oldest = std::move(byAge.front());
+    byAge.pop_front();
+    places.erase(oldest.contact);
+    allBytes -= oldest.bytes;
+    return std::move(oldest.contact);
+}
+
+SettingsStore::SettingsStore(std::filesystem::path path, Event<std::string_view> tell,
+                             LockPatience::Now now)
+    : path(std::move(path)), tell(std::move(tell)), now(now), file(this->path, now) {
     refresh();
 }
 
@@ -41,10 +61,24 @@ SettingsStore::SettingsStore(std::filesystem::path path, Event<std::string_view>
 // NOLINTNEXTLINE(bugprone-exception-escape)
 SettingsStore::~SettingsStore() {
     if (unsaved.empty()) return;
-    tryAgain();
     // The last chance for what is in memory only.
-    file.setPatience(patience);
+    file.patience.renew();
+    leftAloneUntil = {};
+    isAfterEvent = true;
+    tryAgain();
     refresh();
+}
+
+void SettingsStore::keepUp(EventLoop& loop) {
+    afterEvent = loop.makeTimer();
+    afterEvent->tick = [this] {
+        afterEvent->disable();
+        isAfterEvent = true;
+        tryAgain();
+        refresh();
+    };
+    beat = loop.makeTimer();
+    beat->tick = [this] { upkeep(); };
 }
 
 std::string SettingsStore::ReadSetting(std::string_view section, std::string_view key) {
@@ -55,23 +89,31 @@ std::string SettingsStore::ReadSetting(std::string_view section, std::string_vie
 
 void SettingsStore::WriteSetting(std::string_view section, std::string_view key,
                                  std::string_view value) {
-    tryAgain();
+    const bool canWait = section == lastWords && afterEvent;
+    if (!canWait) tryAgain();
     refresh();
     const auto known = settings.find(std::pair(section, key));
     const bool inMemory = known != settings.end() && known->second == value;
     if (inMemory && loaded && unsaved.empty()) return;
-    const std::pair name{std::string(section), std::string(key)};
-    settings[name] = value;
+    const SettingName name{section, key};
     unsaved[name] = value;
-    save();
+    keep(name, std::string(value));
+    dropOldestWords();
+    if (canWait) {
+        isAfterEvent = false;
+        afterEvent->enable(std::chrono::milliseconds{1});
+    } else {
+        save();
+    }
 }
 
 /// Brings the memory up to what the file holds, and the file to what is in memory only.
 void SettingsStore::refresh() {
     if (givenUp && !file.isOpen()) return;
-    const bool toSave = !unsaved.empty() && !givenUp;
-    if (!stamp.mayHaveChanged() && loaded && !toSave && !file.hasChangesBeside()) return;
-    if ((!file.isOpen() || file.hasMoved()) && !reopen()) return;
+    const bool mayHaveChanged = file.mayHaveChanged();
+    const bool toSave = !unsaved.empty() && !givenUp && isAfterEvent;
+    if (!mayHaveChanged && loaded && !toSave) return;
+    if ((!file.isOpen() || file.isReplaced()) && !reopen()) return;
     int version = 0;
     if (const auto trouble = file.readVersion(version)) {
         // A change may become whole without another change of the file's time.
@@ -83,46 +125,93 @@ void SettingsStore::refresh() {
     }
     if (!loaded) return;
     if (unsaved.empty()) {
-        unlocked();
-    } else if (!givenUp) {
+        told.erase(SettingsTrouble::Kind::Locked);
+    } else if (!givenUp && isAfterEvent) {
         save();
     }
 }
 
 /// A file that was of no use may be of use again, to be opened anew.
 void SettingsStore::tryAgain() {
+    if (now() < leftAloneUntil) return;
     if (std::exchange(givenUp, false)) file.close();
 }
 
 bool SettingsStore::reopen() {
     loaded = false;
     givenUp = false;
-    if (const auto trouble = file.open(path)) handle(*trouble);
+    if (const auto trouble = file.open()) handle(*trouble);
     return file.isOpen();
 }
 
 void SettingsStore::reload() {
+    std::vector<Setting> rows;
+    const auto trouble = file.load(rows);
     Settings fresh;
-    const auto trouble = file.load(fresh);
-    for (const auto& [name, value] : unsaved)
-        fresh[name] = value;
-    loaded = !trouble;
+    // What can no longer be read is kept as it was known.
     if (trouble) {
-        // What can no longer be read is kept as it was known.
-        fresh.merge(settings);
+        fresh = std::move(settings);
+    } else {
+        speakers = {};
     }
     settings = std::move(fresh);
+    for (Setting& row : rows) {
+        const auto waiting = unsaved.find(row.name);
+        if (waiting == unsaved.end()) keep(std::move(row.name), std::move(row.value));
+    }
+    for (const auto& [name, value] : unsaved) {
+        if (value) keep(name, *value);
+    }
+    loaded = !trouble;
+    dropOldestWords();
     if (trouble) handle(*trouble);
+}
+
+void SettingsStore::keep(SettingName name, std::string value) {
+    if (name.first == lastWords) speakers.note(name.second, name.second.size() + value.size());
+    settings.insert_or_assign(std::move(name), std::move(value));
+}
+
+void SettingsStore::dropOldestWords() {
+    while (speakers.areTooMany()) {
+        const SettingName name{lastWords, speakers.takeOldest()};
+        settings.erase(name);
+        // What is in the file as well goes with the next change or start.
+        if (unsaved.erase(name) == 0) unsaved[name] = std::nullopt;
+    }
 }
 
 void SettingsStore::save() {
     if (!file.isOpen()) return;
-    if (const auto trouble = file.write(unsaved)) {
+    isAfterEvent = true;
+    const bool areLastWords = std::ranges::all_of(
+        unsaved, [](const auto& change) { return change.first.first == lastWords; });
+    if (const auto trouble =
+            file.write(unsaved, areLastWords ? SettingsFile::Durability::SurvivesKill
+                                             : SettingsFile::Durability::SurvivesPowerCut)) {
         handle(*trouble);
         return;
     }
     unsaved.clear();
-    unlocked();
+    told.erase(SettingsTrouble::Kind::Locked);
+    if (file.isUnsettled() && beatsToSettle == 0) {
+        beatsToSettle = beatsUntilSettled;
+        lookAfter();
+    }
+}
+
+/// Begins the beat, if there is a loop to keep up with.
+void SettingsStore::lookAfter() {
+    if (beat && !std::exchange(isBeating, true)) beat->enable(beatInterval);
+}
+
+void SettingsStore::upkeep() {
+    refresh();
+    if (beatsToSettle > 0 && --beatsToSettle == 0) file.settle();
+    const bool isLocked = told.contains(SettingsTrouble::Kind::Locked) && !givenUp;
+    if (isLocked || beatsToSettle > 0) return;
+    beat->disable();
+    isBeating = false;
 }
 
 void SettingsStore::handle(const SettingsTrouble& trouble) {
@@ -130,19 +219,27 @@ void SettingsStore::handle(const SettingsTrouble& trouble) {
     switch (trouble.kind) {
         case SettingsTrouble::Kind::Damaged: replaceDamagedFile(trouble.reason); break;
         case SettingsTrouble::Kind::Locked:
-            // One that keeps the file for long is not waited for at each use.
-            file.setPatience(std::chrono::milliseconds{0});
+            lookAfter();
             tellOnce(trouble.kind, "another program keeps the settings in " + name +
                                        " locked; changes are kept in memory and saved when the "
                                        "file is free again");
+            break;
+        case SettingsTrouble::Kind::Endless:
+            givenUp = true;
+            file.close();
+            leftAloneUntil = now() + rest;
+            tellOnce(trouble.kind, "the settings in " + name +
+                                       " are too much, or take too long, to read or write; changes "
+                                       "are kept in memory. Move the file to another place, and "
+                                       "they are saved into a new one with the next change");
             break;
         case SettingsTrouble::Kind::Unusable:
             givenUp = true;
             tellOnce(trouble.kind, "the settings in " + name + " cannot be used (" +
                                        trouble.reason +
-                                       "); changes last until the end of this run. Make the file "
-                                       "and its folder readable and writable and start Cobweave "
-                                       "again");
+                                       "); changes are kept in memory. Make the file and its "
+                                       "folder readable and writable, and they are saved with the "
+                                       "next change");
             break;
     }
 }
@@ -161,29 +258,27 @@ void SettingsStore::replaceDamagedFile(const std::string& reason) {
         giveUp(reason + "; it cannot be moved aside: " + error.message());
         return;
     }
-    for (const char* const companion : companions) {
+    // They would be taken for a part of the next file of the name.
+    for (const std::string_view companion : settingsCompanions) {
         std::filesystem::rename(withEnding(path, companion), withEnding(kept, companion), error);
     }
     tell("the settings in " + path.string() + " are damaged (" + reason +
          "); the file is kept as " + kept.string() +
          ", and a new one is begun with what could be read");
-    unsaved = settings;
-    auto trouble = file.open(path);
-    if (!trouble) trouble = file.write(unsaved);
+    for (const auto& [name, value] : settings)
+        unsaved[name] = value;
+    auto trouble = file.open();
+    if (!trouble) trouble = file.write(unsaved, SettingsFile::Durability::SurvivesPowerCut);
     if (!trouble) trouble = file.readVersion(knownVersion);
     if (trouble) {
         giveUp(trouble->reason);
         return;
     }
+    file.beginLog();
     unsaved.clear();
     loaded = true;
 }
 
 void SettingsStore::tellOnce(SettingsTrouble::Kind kind, const std::string& text) {
     if (told.insert(kind).second) tell(text);
-}
-
-/// The next program that locks the file is waited for, and told of, again.
-void SettingsStore::unlocked() {
-    if (told.erase(SettingsTrouble::Kind::Locked) > 0) file.setPatience(patience);
 }

@@ -217,4 +217,23 @@ TEST_F(ServerFilter, LosesTheWordsOfAnAlertToAClientThatIsGoneWithoutHarm) {
     EXPECT_THAT(logged(), ElementsAre("bob@example.com has left your conversation window."));
 }
 
+TEST_F(ServerFilter, ForwardsATextBeforeItsWordsAreInTheFile) {
+    spine.settings.keepUp(spine.loop);
+    FakeTimer& afterEvent = *spine.loop.timers.at(spine.loop.timers.size() - 2);
+    const auto inFile = [&] {
+        return SettingsStore(spine.facilities.folder.path() / "settings.db", [](auto) {})
+            .ReadSetting("lastthingusersaid", "bob@example.com");
+    };
+    passes(contactText("hello"));
+    EXPECT_EQ(inFile(), "");
+    afterEvent.pass();
+    EXPECT_EQ(inFile(), mdlEncode::Base64Encode("hello"));
+}
+
+TEST_F(ServerFilter, KeepsTheFirst64KiBOfALongText) {
+    const std::string text = contactText(std::string(70'000, 'x'));
+    (void)toClient(text);
+    EXPECT_EQ(stored("bob@example.com"), mdlEncode::Base64Encode(std::string(65536, 'x')));
+}
+
 }  // namespace

@@ -18,6 +18,14 @@ public:
         database.reset(handle);
         check(result);
         run("PRAGMA busy_timeout = 0");
+    }  /// From now on changes go into a log, and the end of this connection is like that of a
+       /// process
+    /// that is killed: the log stays.
+    void leaveLog() const {
+        run("PRAGMA journal_mode = WAL");
+        int keeps = 1;
+        check(sqlite3_file_control(database.get(), "main", SQLITE_FCNTL_PERSIST_WAL, &keeps));
+        check(sqlite3_db_config(database.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr));
     }
 
     void run(const std::string& sql) const {

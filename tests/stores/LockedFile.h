@@ -14,9 +14,11 @@ class Waiting {
 public:
     Waiting() {
         passed = std::chrono::microseconds{0};
+        now = {};
         meanwhile = [] {};
         system->xSleep = [](sqlite3_vfs*, int time) {
             passed += std::chrono::microseconds(time);
+            now += std::chrono::microseconds(time);
             meanwhile();
             return time;
         };
@@ -26,6 +28,7 @@ public:
     Waiting& operator=(const Waiting&) = delete;
 
     static inline std::chrono::microseconds passed{};
+    static inline std::chrono::steady_clock::time_point now;
     static inline std::function<void()> meanwhile;
 
 private:
@@ -34,10 +37,15 @@ private:
 };
 
 /// A file that another program may lock.
-class LockedFile : public StoreFolder {
+class LockedFile : public AnyFolder {
 protected:
     Waiting waiting;
     std::optional<Database> program;
+
+    [[nodiscard]] SettingsStore open() {
+        return {path, [this](std::string_view text) { told.emplace_back(text); },
+                [] { return Waiting::now; }};
+    }
 
     LockedFile() {
         other().set("callby", "e");
@@ -47,6 +55,8 @@ protected:
 
     void lock() const { program->run("BEGIN EXCLUSIVE"); }
     void unlock() const { program->run("COMMIT"); }
+    /// Whether a program that writes keeps others from reading, once the store has the file.
+    [[nodiscard]] static bool keepsFromReading() { return !hasLogs(); }
     /// The lock goes after so much waiting.
     void unlockAfter(std::chrono::milliseconds time) const {
         Waiting::meanwhile = [this, time] {

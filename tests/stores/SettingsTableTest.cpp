@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 namespace {
@@ -12,53 +13,65 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-class ForeignTable : public StoreFolder, public testing::WithParamInterface<const char*> {};
+class TableOfOthers : public AnyFolder {};
 
-TEST_P(ForeignTable, IsToldOfAndTheProgramGoesOn) {
-    other().run(GetParam());
-    const std::string before = readFile(path);
-    {
-        SettingsStore store = open();
-        EXPECT_EQ(option(store, "callby"), "");
-        store.WriteSetting("Options", "callby", "fn");
-        EXPECT_EQ(option(store, "callby"), "fn");
-        store.WriteSetting("Options", "timestamp", "True");
-        EXPECT_EQ(option(store, "callby"), "fn");
-        EXPECT_EQ(option(store, "timestamp"), "True");
+constexpr const char* uselessTables[] = {
+    "CREATE TABLE settings(name TEXT)",
+    "CREATE TABLE settings(section TEXT, key TEXT, value TEXT)",
+    "CREATE TABLE settings(a TEXT, b TEXT, c TEXT, d TEXT)",
+    "CREATE VIEW settings AS SELECT 1 AS application, 2 AS section, 3 AS key, 4 AS value",
+};
+
+TEST_P(TableOfOthers, IsToldOfAndTheProgramGoesOn) {
+    for (const char* const table : uselessTables) {
+        SCOPED_TRACE(table);
+        other().run(table);
+        const std::string before = readFile(path);
+        told.clear();
+        {
+            SettingsStore store = open();
+            EXPECT_EQ(option(store, "callby"), "");
+            store.WriteSetting("Options", "callby", "fn");
+            EXPECT_EQ(option(store, "callby"), "fn");
+            store.WriteSetting("Options", "timestamp", "True");
+            EXPECT_EQ(option(store, "callby"), "fn");
+            EXPECT_EQ(option(store, "timestamp"), "True");
+        }
+        EXPECT_THAT(told, ElementsAre(HasSubstr(path.string())));
+        EXPECT_TRUE(readFile(path) == before);
+        std::filesystem::remove_all(folder);
     }
-    EXPECT_THAT(told, ElementsAre(HasSubstr(path.string())));
-    EXPECT_TRUE(readFile(path) == before);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Shapes, ForeignTable,
-    testing::Values("CREATE TABLE settings(name TEXT)",
-                    "CREATE TABLE settings(section TEXT, key TEXT, value TEXT)",
-                    "CREATE TABLE settings(a TEXT, b TEXT, c TEXT, d TEXT)",
-                    "CREATE VIEW settings AS SELECT 1 AS application, 2 AS section, 3 AS key, "
-                    "4 AS value"));
+constexpr const char* usefulTables[] = {
+    "CREATE TABLE settings(value, key, section, application)",
+    "CREATE TABLE settings(application, section, key, value, note DEFAULT 'x', "
+    "PRIMARY KEY(application, section, key))",
+    "CREATE TABLE settings(application TEXT, section TEXT, key TEXT, value TEXT, "
+    "PRIMARY KEY(application, section, key)) WITHOUT ROWID",
+};
 
-class OtherTable : public StoreFolder, public testing::WithParamInterface<const char*> {};
-
-TEST_P(OtherTable, ThatHasTheColumnsIsUsed) {
-    other().run(GetParam());
-    {
-        SettingsStore store = open();
-        store.WriteSetting("Options", "callby", "e");
-        store.WriteSetting("Options", "callby", "fn");
-        EXPECT_EQ(other().query("SELECT group_concat(application || section || key) FROM settings "
-                                "WHERE value = 'fn'"),
-                  "CobwaeveOptionscallby");
+TEST_P(TableOfOthers, IsUsedWhereItHasTheColumns) {
+    for (const char* const table : usefulTables) {
+        SCOPED_TRACE(table);
+        other().run(table);
+        {
+            SettingsStore store = open();
+            store.WriteSetting("Options", "callby", "e");
+            store.WriteSetting("Options", "callby", "fn");
+            EXPECT_EQ(other().query("SELECT group_concat(application || section || key) FROM "
+                                    "settings WHERE value = 'fn'"),
+                      "CobwaeveOptionscallby");
+        }
+        {
+            SettingsStore store = open();
+            EXPECT_EQ(option(store, "callby"), "fn");
+        }
+        EXPECT_THAT(told, ElementsAre());
+        std::filesystem::remove_all(folder);
     }
-    SettingsStore store = open();
-    EXPECT_EQ(option(store, "callby"), "fn");
-    EXPECT_THAT(told, ElementsAre());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Shapes, OtherTable,
-    testing::Values("CREATE TABLE settings(value, key, section, application)",
-                    "CREATE TABLE settings(application, section, key, value, note DEFAULT 'x', "
-                    "PRIMARY KEY(application, section, key))"));
+INSTANTIATE_TEST_SUITE_P(Folders, TableOfOthers, anyFolder, folderName);
 
 }  // namespace

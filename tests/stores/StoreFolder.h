@@ -2,6 +2,7 @@
 
 #include "stores/SettingsStore.h"
 #include "tests/stores/Database.h"
+#include "tests/stores/FileRules.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/readFile.h"
 
@@ -30,6 +31,11 @@ protected:
         std::filesystem::create_directories(folder);
         return Database(path);
     }
+    [[nodiscard]] std::filesystem::path beside(const char* ending) const {
+        std::filesystem::path longer = path;
+        longer += ending;
+        return longer;
+    }
 
     /// As if the last change of the file had been an hour ago.
     void age() const {
@@ -42,6 +48,41 @@ protected:
         std::ofstream(file, std::ios::binary) << bytes;
     }
 };
+
+/// How it stands with logs beside the file.
+enum class Logs {
+    Allowed,
+    /// The folder does not allow them.
+    NotAllowed,  /// They are allowed, and a run that was killed has left one.
+    Left,
+};
+
+/// A place for a settings file, of each kind.
+class AnyFolder : public StoreFolder, public testing::WithParamInterface<Logs> {
+protected:
+    FileRules rules{GetParam() == Logs::NotAllowed ? FileRules::Log::NotAllowed
+                                                   : FileRules::Log::Allowed};
+
+    [[nodiscard]] static bool hasLogs() { return GetParam() != Logs::NotAllowed; }
+
+    /// The file as another program has it, after a killed run where it is that kind of folder.
+    [[nodiscard]] Database other() const {
+        Database database = StoreFolder::other();
+        if (GetParam() == Logs::Left) database.leaveLog();
+        return database;
+    }
+};
+
+inline const auto anyFolder = testing::Values(Logs::Allowed, Logs::NotAllowed, Logs::Left);
+
+[[nodiscard]] inline std::string folderName(const testing::TestParamInfo<Logs>& info) {
+    switch (info.param) {
+        case Logs::Allowed: return "WithALog";
+        case Logs::NotAllowed: return "WithoutALog";
+        case Logs::Left: break;
+    }
+    return "AfterAKill";
+}
 
 /// A setting of the fixed ones.
 [[nodiscard]] inline std::string option(SettingsStore& store, std::string_view key) {
