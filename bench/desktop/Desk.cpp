@@ -1,22 +1,21 @@
 #include "bench/desktop/Desk.h"
 
-#include "stores/SettingsStore.h"
 #include "tests/support/Peer.h"
+#include "tests/support/storedSettings.h"
 
 #include <stdexcept>
 
 namespace {
 
 void turnEverythingOn(const std::filesystem::path& folder) {
-    SettingsStore settings(folder / "Cobwaeve" / "settings.db", [](std::string_view) {});
-    for (const char* const key :
-         {"alertoffline", "alertclosewindow", "alertopenwindow", "alertjoinwindow"}) {
-        settings.WriteSetting("Options", key, "True");
-    }
-    for (const char* const key : {"progress", "trayicon", "messengerwindow"}) {
-        settings.WriteSetting("Options", key, "1");
-    }
-    settings.WriteSetting("Options", "useristyping", "False");
+    writeSettings(folder, storedOptions({{"alertoffline", "True"},
+                                         {"alertclosewindow", "True"},
+                                         {"alertopenwindow", "True"},
+                                         {"alertjoinwindow", "True"},
+                                         {"progress", "1"},
+                                         {"trayicon", "1"},
+                                         {"messengerwindow", "1"},
+                                         {"useristyping", "False"}}));
 }
 
 }  // namespace

@@ -7,9 +7,9 @@
 #include <iostream>
 #include <string>
 
-Benchmark::Benchmark(const Plan& chosen, std::vector<Contender> found, std::size_t openLimit)
-    : plan(chosen),
-      allContenders(std::move(found)),
+Benchmark::Benchmark(const Plan& plan, std::vector<Contender> contenders, std::size_t openLimit)
+    : plan(plan),
+      allContenders(std::move(contenders)),
       stages(allStages(plan, openLimit)),
       start(Clock::now()) {}
 

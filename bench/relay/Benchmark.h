@@ -16,7 +16,7 @@
 class Benchmark {
 public:
     /// `openLimit` is how many connections the descriptors at hand allow for.
-    Benchmark(const Plan& chosen, std::vector<Contender> found, std::size_t openLimit);
+    Benchmark(const Plan& plan, std::vector<Contender> contenders, std::size_t openLimit);
 
     /// Throws `BenchError` when the program under test does not start at all.
     void run();

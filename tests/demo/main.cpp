@@ -1,7 +1,7 @@
-#include "stores/SettingsStore.h"
 #include "tests/demo/Stage.h"
 #include "tests/support/Program.h"
 #include "tests/support/messages.h"
+#include "tests/support/storedSettings.h"
 
 #include <chrono>
 #include <csignal>
@@ -27,8 +27,7 @@ Program::Environment desktop() {
 
 /// The options would open by themselves, and wait to be answered.
 void beNoFirstRun(const std::filesystem::path& folder) {
-    SettingsStore(folder / "Cobwaeve" / "settings.db", [](std::string_view) {
-    }).WriteSetting("Options", "useristyping", "False");
+    writeSettings(folder, storedOptions({{"useristyping", "False"}}));
 }
 
 /// Gives those who can see the desktop the time to look there.

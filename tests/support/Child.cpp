@@ -1,6 +1,7 @@
 #include "tests/support/Child.h"
 
 #include "tests/support/Peer.h"
+#include "tests/support/process.h"
 
 #include <array>
 #include <csignal>
@@ -9,7 +10,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 
 Child::Child(const std::vector<std::string>& command) {
@@ -17,18 +17,7 @@ Child::Child(const std::vector<std::string>& command) {
     if (pipe2(pipeEnds.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
     output = Descriptor(pipeEnds[0]);
     const Descriptor childOutput(pipeEnds[1]);
-    std::vector<char*> arguments;
-    for (const std::string& argument : command) {
-        arguments.push_back(const_cast<char*>(argument.c_str()));
-    }
-    arguments.push_back(nullptr);
-    process = fork();
-    if (process == 0) {
-        prctl(PR_SET_PDEATHSIG, SIGKILL);
-        dup2(childOutput.get(), STDOUT_FILENO);
-        execvp(arguments.front(), arguments.data());
-        _exit(127);
-    }
+    process = startProcess({.command = command, .output = childOutput.get()});
 }
 
 Child::Child(Child&& other) noexcept

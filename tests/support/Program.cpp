@@ -1,8 +1,9 @@
 #include "tests/support/Program.h"
 
-#include "stores/SettingsStore.h"
 #include "tests/support/Peer.h"
+#include "tests/support/process.h"
 #include "tests/support/readFile.h"
+#include "tests/support/storedSettings.h"
 
 #include <array>
 #include <csignal>
@@ -13,8 +14,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/prctl.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 
 namespace {
@@ -35,25 +34,6 @@ void fill(int writer) {
     while (write(writer, page.data(), page.size()) > 0) {
     }
     fcntl(writer, F_SETFL, 0);
-}
-
-[[noreturn]] void become(const char* executable, const Program::Options& options, int output,
-                         int errors) {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (options.descriptors > 0) {
-        const rlimit limit{options.descriptors, options.descriptors};
-        setrlimit(RLIMIT_NOFILE, &limit);
-    }
-    dup2(output, STDOUT_FILENO);
-    dup2(errors, STDERR_FILENO);
-    unsetenv("DISPLAY");
-    unsetenv("WAYLAND_DISPLAY");
-    unsetenv("QT_QPA_PLATFORM");
-    for (const auto& [name, value] : options.environment) {
-        setenv(name.c_str(), value.c_str(), 1);
-    }
-    execl(executable, executable, nullptr);
-    _exit(127);
 }
 
 }  // namespace
@@ -79,11 +59,17 @@ Program::Program(const Options& options) {
         if (file.path().extension() != ".swf") continue;
         std::filesystem::copy_file(file, folder.path() / file.path().filename());
     }
-    Options whole = options;
-    whole.environment.try_emplace("XDG_CONFIG_HOME", folder.path());
-    process = fork();
-    if (process == 0) become(executable.c_str(), whole, childOutput.get(), childErrors.get());
-    if (process < 0) throw std::runtime_error("cannot start a process");
+    ProcessStart start{.command = {executable},
+                       .environment = {{"DISPLAY", {}},
+                                       {"WAYLAND_DISPLAY", {}},
+                                       {"QT_QPA_PLATFORM", {}},
+                                       {"XDG_CONFIG_HOME", folder.path()}},
+                       .output = childOutput.get(),
+                       .errors = childErrors.get(),
+                       .descriptors = options.descriptors};
+    for (const auto& [name, value] : options.environment)
+        start.environment[name] = value;
+    process = startProcess(start);
 }
 
 Program::~Program() {
@@ -108,9 +94,7 @@ std::string Program::waitUntilReady() {
 }
 
 void Program::setSetting(const std::string& key, const std::string& value) {
-    SettingsStore(store(), [](std::string_view trouble) {
-        throw std::runtime_error(std::string(trouble));
-    }).WriteSetting("Options", key, value);
+    writeSettings(folder.path(), storedOptions({{key, value}}));
 }
 
 void Program::signal(int number) const { kill(process, number); }
@@ -139,20 +123,7 @@ std::size_t Program::openDescriptors() const {
     return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
 }
 
-long Program::wakeUps() const {
-    long sum = 0;
-    for (const auto& thread :
-         std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/task")) {
-        std::ifstream facts(thread.path() / "status");
-        for (std::string word; facts >> word;) {
-            if (word != "voluntary_ctxt_switches:") continue;
-            long count = 0;
-            facts >> count;
-            sum += count;
-        }
-    }
-    return sum;
-}
+long Program::wakeUps() const { return wakeUpsOf(process); }
 
 std::size_t Program::memory() const {
     std::ifstream sizes("/proc/" + std::to_string(process) + "/statm");
@@ -162,4 +133,4 @@ std::size_t Program::memory() const {
     return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-std::filesystem::path Program::store() const { return folder.path() / "Cobwaeve" / "settings.db"; }
+std::filesystem::path Program::store() const { return storeIn(folder.path()); }

@@ -1,4 +1,3 @@
-#include "stores/SettingsStore.h"
 #include "tests/support/Child.h"
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
@@ -8,6 +7,7 @@
 #include "tests/support/Variable.h"
 #include "tests/support/messages.h"
 #include "tests/support/readFile.h"
+#include "tests/support/storedSettings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@
 
 namespace {
 
-using Settings = std::vector<std::pair<const char*, const char*>>;
+using Options = std::vector<std::pair<std::string, std::string>>;
 
 /// The program on a desktop with a window manager, and a Messenger that is no more than a window.
 class OnTheDesktop : public testing::Test {
@@ -29,12 +29,10 @@ protected:
     StandIn other;
     std::unique_ptr<Program> program;
 
-    void start(const Settings& settings = {}) {
+    void start(const Options& settings = {}) {
         const auto prepare = [&](const std::filesystem::path& folder) {
-            SettingsStore store(folder / "Cobwaeve" / "settings.db", [](std::string_view) {});
-            store.WriteSetting("Options", "useristyping", "False");
-            for (const auto& [key, value] : settings)
-                store.WriteSetting("Options", key, value);
+            writeSettings(folder, storedOptions({{"useristyping", "False"}}));
+            writeSettings(folder, storedOptions(settings));
         };
         program = std::make_unique<Program>(Program::Options{
             .environment = {{"DISPLAY", display.name()}, {"DBUS_SESSION_BUS_ADDRESS", "disabled:"}},

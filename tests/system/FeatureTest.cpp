@@ -1,8 +1,8 @@
-#include "stores/SettingsStore.h"
 #include "tests/support/Program.h"
 #include "tests/support/Relay.h"
 #include "tests/support/messages.h"
 #include "tests/support/readFile.h"
+#include "tests/support/storedSettings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -177,8 +177,7 @@ TEST(LastWords, SurviveARestart) {
         EXPECT_EQ(relay.down(contactText("See you\r\ntomorrow")),
                   contactText("See you\r\ntomorrow"));
     }
-    SettingsStore(settings.path() / "Cobwaeve" / "settings.db", [](std::string_view) {
-    }).WriteSetting("Options", "lastthing", "True");
+    writeSettings(settings.path(), storedOptions({{"lastthing", "True"}}));
     Program second(options);
     second.waitUntilReady();
     Relay relay = Relay::through(Program::port);

@@ -1,7 +1,7 @@
 #include "bench/relay/contenders/Contender.h"
 
 #include "bench/relay/system/BenchError.h"
-#include "stores/SettingsStore.h"
+#include "tests/support/storedSettings.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
-#include <stdexcept>
 
 #include <pwd.h>
 #include <sys/resource.h>
@@ -104,16 +103,10 @@ fs::path writeHAProxyConfiguration(const fs::path& folder, Port port, Port serve
 }
 
 /// A store that nobody has changed for long: one that has just changed is looked at more closely.
-void writeStore(const fs::path& path, const Settings& settings) {
-    fs::remove_all(path.parent_path());
-    {
-        SettingsStore store(path, [](std::string_view trouble) {
-            throw BenchError("cannot prepare the settings: " + std::string(trouble));
-        });
-        for (const auto& [name, value] : settings)
-            store.WriteSetting(name.first, name.second, value);
-    }
-    fs::last_write_time(path, fs::file_time_type::clock::now() - std::chrono::hours(1));
+void writeRestingStore(const fs::path& folder, const Settings& settings) {
+    fs::remove_all(folder);
+    writeSettings(folder, settings);
+    fs::last_write_time(storeIn(folder), fs::file_time_type::clock::now() - std::chrono::hours(1));
 }
 
 }  // namespace
@@ -138,18 +131,16 @@ std::vector<Contender> findContenders(const fs::path& ownFolder, const fs::path&
     };
 }
 
-fs::path storeIn(const fs::path& folder) {
-    return folder / "XDG_CONFIG_HOME" / "Cobwaeve" / "settings.db";
-}
+fs::path settingsFolderIn(const fs::path& folder) { return folder / "XDG_CONFIG_HOME"; }
 
-Launch launchOf(const Contender& contender, Port port, Port server, const fs::path& folder,
-                const Settings& settings) {
-    Launch launch;
-    launch.log = folder / (contender.name + ".log");
-    // None of them is to find a desktop to talk to.
-    launch.removedVariables = {"DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS"};
-    launch.command = {contender.program.value()};
-    auto& command = launch.command;
+ProcessStart startOf(const Contender& contender, Port port, Port server, const fs::path& folder,
+                     const Settings& settings) {
+    ProcessStart start{
+        .command = {contender.program.value()},
+        // None of them is to find a desktop to talk to.
+        .environment = {
+            {"DISPLAY", {}}, {"WAYLAND_DISPLAY", {}}, {"DBUS_SESSION_BUS_ADDRESS", {}}}};
+    auto& command = start.command;
     const std::string portText = std::to_string(port);
     switch (contender.id) {
         case ContenderId::Direct: break;
@@ -160,9 +151,9 @@ Launch launchOf(const Contender& contender, Port port, Port server, const fs::pa
                  {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
                 const fs::path own = folder / name;
                 fs::create_directories(own);
-                launch.variables.emplace_back(name, own);
+                start.environment[name] = own;
             }
-            writeStore(storeIn(folder), settings);
+            writeRestingStore(settingsFolderIn(folder), settings);
             break;
         case ContenderId::MicroSocks:
             command.insert(command.end(), {"-i", "127.0.0.1", "-p", portText});
@@ -176,5 +167,5 @@ Launch launchOf(const Contender& contender, Port port, Port server, const fs::pa
                            {"-db", "-f", writeHAProxyConfiguration(folder, port, server)});
             break;
     }
-    return launch;
+    return start;
 }

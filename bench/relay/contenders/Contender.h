@@ -1,8 +1,8 @@
 #pragma once
 
-#include "bench/relay/system/ChildProcess.h"
 #include "bench/relay/system/socketTools.h"
 #include "stores/SettingsFile.h"
+#include "tests/support/process.h"
 
 #include <filesystem>
 #include <optional>
@@ -42,11 +42,11 @@ struct Contender {
                                                     const std::filesystem::path& cobweave,
                                                     bool plain);
 
-/// Where the program under test has its settings when it is started with `folder`.
-[[nodiscard]] std::filesystem::path storeIn(const std::filesystem::path& folder);
+/// The folder for settings of the program under test when it is started with `folder`.
+[[nodiscard]] std::filesystem::path settingsFolderIn(const std::filesystem::path& folder);
 
 /// How to start a relay on `port`. A relay that cannot be asked for a destination gets `server`.
-/// Configurations, settings and logs go to `folder`; `settings` are all that the program under test
+/// Configurations and settings go to `folder`; `settings` are all that the program under test
 /// finds in its store, unchanged for long. Throws `BenchError` when they cannot be written.
-[[nodiscard]] Launch launchOf(const Contender& contender, Port port, Port server,
-                              const std::filesystem::path& folder, const Settings& settings);
+[[nodiscard]] ProcessStart startOf(const Contender& contender, Port port, Port server,
+                                   const std::filesystem::path& folder, const Settings& settings);

@@ -4,6 +4,7 @@
 #include "bench/relay/system/BenchError.h"
 #include "bench/relay/system/interruption.h"
 #include "tests/support/Peer.h"
+#include "tests/support/storedSettings.h"
 
 #include <array>
 #include <chrono>
@@ -59,7 +60,7 @@ void shakeHandsBySocks5(int socket, Port server) {
 std::optional<std::filesystem::file_time_type> storeTime(const Contender& contender,
                                                          const std::filesystem::path& folder) {
     if (!contender.rewrites) return {};
-    return std::filesystem::last_write_time(storeIn(folder));
+    return std::filesystem::last_write_time(storeIn(settingsFolderIn(folder)));
 }
 
 /// Asks for `server` on loopback over a connected socket, and waits for the consent.
@@ -73,14 +74,14 @@ void shakeHands(int socket, Handshake handshake, Port server) {
 
 }  // namespace
 
-RunningRelay::RunningRelay(const Contender& which, const ServerProcess& server,
+RunningRelay::RunningRelay(const Contender& contender, const ServerProcess& server,
                            const std::filesystem::path& folder, const Settings& settings)
-    : contender(which), serverPort(server.port()), port(choosePort()) {
+    : contender(contender), serverPort(server.port()), port(choosePort()) {
     if (contender.isRelay()) {
-        const Launch launch = launchOf(contender, port, serverPort, folder, settings);
+        const ProcessStart start = startOf(contender, port, serverPort, folder, settings);
         const auto stored = storeTime(contender, folder);
         const auto began = Clock::now();
-        process.emplace(launch);
+        process.emplace(start, folder / (contender.name + ".log"));
         awaitFirstMessage();
         startTime = std::chrono::duration<double, std::milli>(Clock::now() - began).count();
         if (storeTime(contender, folder) != stored) {
@@ -141,7 +142,7 @@ std::string RunningRelay::describeState() const {
     if (!process) return "there is no relay between";
     const std::string last = process->lastLine();
     return std::string(process->isRunning() ? "the relay is running" : "the relay has ended") +
-           (last.empty() ? "" : "; its last words: " + last);
+           (last.empty() ? "" : "; it wrote last: " + last);
 }
 
 void echo(int socket, std::string_view line) {

@@ -2,6 +2,7 @@
 
 #include "bench/relay/contenders/Contender.h"
 #include "bench/relay/server/ServerProcess.h"
+#include "bench/relay/system/ChildProcess.h"
 
 #include <optional>
 #include <string_view>
@@ -13,7 +14,7 @@ class RunningRelay {
 public:
     /// Starts it and waits until it has relayed a line there and back. `settings` are for the
     /// program under test alone. Throws `BenchError` when it does not start, and `PortTaken`.
-    RunningRelay(const Contender& which, const ServerProcess& server,
+    RunningRelay(const Contender& contender, const ServerProcess& server,
                  const std::filesystem::path& folder, const Settings& settings);
 
     /// From the start of the process to the first line relayed.

@@ -22,9 +22,9 @@ std::int64_t numberIn(std::string_view command) {
 
 }  // namespace
 
-TrafficServer::TrafficServer(Server ownListener, ServerFacts& sharedFacts)
-    : listener(std::move(ownListener)),
-      facts(sharedFacts),
+TrafficServer::TrafficServer(Server accepting, ServerFacts& facts)
+    : listener(std::move(accepting)),
+      facts(facts),
       epoll(epoll_create1(EPOLL_CLOEXEC)),
       buffer(traffic::blockSize),
       block(traffic::block()),

@@ -26,11 +26,11 @@ void arrivesUnchanged(const traffic::Turn& turn, const Delivered& delivered) {
     }
 }
 
-Talker::Talker(const StageRun& stageRun, int connected, traffic::Talk talk, Check demanded)
-    : run(stageRun),
-      socket(connected),
+Talker::Talker(const StageRun& run, int socket, traffic::Talk talk, Check check)
+    : run(run),
+      socket(socket),
       turns(traffic::turnsOf(talk)),
-      check(std::move(demanded)),
+      check(std::move(check)),
       buffer(traffic::blockSize, '\0') {
     for (const traffic::Turn& turn : turns)
         answers.push_back(countCommands(traffic::joined(turn.fromServer)));
@@ -61,10 +61,12 @@ std::size_t commandSize(std::string_view bytes) {
     return bytes.size() < line + payload ? 0 : line + payload;
 }
 
-std::string textOf(std::string_view message) {
-    constexpr std::string_view emptyLine = "\r\n\r\n";
-    return std::string(message.substr(message.find(emptyLine) + emptyLine.size()));
+std::string_view behind(std::string_view mark, std::string_view text) {
+    const std::size_t found = text.find(mark);
+    return found == std::string_view::npos ? "" : text.substr(found + mark.size());
 }
+
+std::string textOf(std::string_view message) { return std::string(behind("\r\n\r\n", message)); }
 
 std::string_view receiveCommands(int socket, std::size_t count, std::string& buffer) {
     std::size_t arrived = 0;

@@ -52,6 +52,9 @@ private:
 /// The size of the command that `bytes` begin with, with its payload; 0 while it is not whole.
 [[nodiscard]] std::size_t commandSize(std::string_view bytes);
 
+/// What stands behind the first `mark`; nothing where there is none.
+[[nodiscard]] std::string_view behind(std::string_view mark, std::string_view text);
+
 /// What stands behind the headers of a message.
 [[nodiscard]] std::string textOf(std::string_view message);
 

@@ -19,10 +19,7 @@ std::string replaced(std::string text, std::string_view old, std::string_view fr
     return text.replace(found, old.size(), fresh);
 }
 
-/// The payload of a message, in which no header is an empty line.
-std::string_view payloadOf(std::string_view message) {
-    return message.substr(message.find(traffic::lineEnd) + traffic::lineEnd.size());
-}
+std::string_view payloadOf(std::string_view message) { return behind(traffic::lineEnd, message); }
 
 /// A message with this payload, of its true length.
 std::string withPayload(const std::string& message, const std::string& payload) {
@@ -60,10 +57,8 @@ void hasNoToken(const traffic::Turn& turn, const Delivered& delivered) {
 Check hasNewColour() {
     return [last = std::string("0")](const traffic::Turn& turn,
                                      const Delivered& delivered) mutable {
-        constexpr std::string_view mark = "CO=";
-        const std::string_view behind =
-            delivered.atServer.substr(delivered.atServer.find(mark) + mark.size());
-        const std::string color(behind.substr(0, behind.find(';')));
+        const std::string_view field = behind("CO=", delivered.atServer);
+        const std::string color(field.substr(0, field.find(';')));
         demand(std::exchange(last, color) != color, "the colour of a text did not change");
         const std::string sent = turn.fromClient.front();
         const std::string payload = replaced(std::string(payloadOf(sent)), "CO=0", "CO=" + color);

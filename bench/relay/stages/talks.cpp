@@ -4,11 +4,10 @@
 #include "bench/relay/system/BenchError.h"
 #include "bench/relay/system/processFacts.h"
 #include "tests/support/messages.h"
+#include "tests/support/storedSettings.h"
 
-#include <algorithm>
 #include <chrono>
 #include <functional>
-#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -78,20 +77,18 @@ struct Dialogue {
                                                                       const Turn&) {};
 };
 
-/// The usual ones and these.
-Settings options(std::initializer_list<std::pair<const char*, const char*>> values,
-                 Settings settings = usualSettings()) {
-    for (const auto& [key, value] : values)
-        settings[{"Options", key}] = value;
-    return settings;
-}
-
 /// The usual ones, but for the last words: the first text changes the store, which is then looked
 /// at more closely for some seconds than one that rests.
 Settings withoutLastWords() {
     Settings settings = usualSettings();
     std::erase_if(settings, [](const auto& setting) { return setting.first.first != "Options"; });
     return settings;
+}
+
+/// Both, and what they both have as the first has it.
+Settings with(Settings first, Settings second) {
+    first.merge(second);
+    return first;
 }
 
 void measureTrips(const StageRun& run, const Dialogue& dialogue) {
@@ -172,7 +169,9 @@ std::vector<Dialogue> allDialogues() {
          .before = switchColoursOn},
         {.name = "text and stamped text",
          .median = StampMedian,
-         .settings = options({{"timestamp", "True"}, {"tsprefix", "["}, {"tspostfix", "]"}}),
+         .settings =
+             with(storedOptions({{"timestamp", "True"}, {"tsprefix", "["}, {"tspostfix", "]"}}),
+                  usualSettings()),
          .check = hasStamp,
          .before = [](const StageRun&, int) {}},
         {.name = "text, the store just written",
@@ -181,12 +180,12 @@ std::vector<Dialogue> allDialogues() {
         {.name = "text and new last words",
          .talk = Talk::NewTexts,
          .median = LastWordsMedian,
-         .settings = options({{"lastthing", "True"}}, withoutLastWords()),
+         .settings = with(storedOptions({{"lastthing", "True"}}), withoutLastWords()),
          .after = repeatsLastWords},
         {.name = "typing notices",
          .talk = Talk::Typing,
          .median = TypingMedian,
-         .settings = options({{"useristyping", "True"}}),
+         .settings = with(storedOptions({{"useristyping", "True"}}), usualSettings()),
          .check = hidesTyping},
         unknown(UnknownMedian0, UnknownTail0, UnknownProcessor0, 0),
         unknown(UnknownMedian50, UnknownTail50, {}, 50),
@@ -213,10 +212,11 @@ std::vector<Stage> talkStages(const Plan& plan) {
              .repetitions = plan.repetitions,
              .settings = dialogue.settings});
     }
-    stages.push_back({.name = "recorded sign-in",
-                      .figures = {SignInMedian},
-                      .measure = measureSignIns,
-                      .repetitions = plan.repetitions,
-                      .settings = options({{"initialStatus", "Busy"}})});
+    stages.push_back(
+        {.name = "recorded sign-in",
+         .figures = {SignInMedian},
+         .measure = measureSignIns,
+         .repetitions = plan.repetitions,
+         .settings = with(storedOptions({{"initialStatus", "Busy"}}), usualSettings())});
     return stages;
 }

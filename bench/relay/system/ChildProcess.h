@@ -1,19 +1,11 @@
 #pragma once
 
+#include "tests/support/process.h"
+
 #include <filesystem>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include <sys/types.h>
-
-/// What to start, and with which changes to the environment.
-struct Launch {
-    std::vector<std::string> command;
-    std::vector<std::pair<std::string, std::string>> variables;
-    std::vector<std::string> removedVariables;
-    std::filesystem::path log;
-};
 
 /// Lets the children of an ended program become this process's own, so that `ChildProcess` can wait
 /// for them too. To be called once, first of all.
@@ -23,12 +15,16 @@ void adoptOrphans();
 /// with all that it started itself, and also when this process is killed.
 class ChildProcess {
 public:
-    explicit ChildProcess(const Launch& launch);
+    /// Starts it. All that it says goes to the file `log`. Throws `BenchError` when that cannot be
+    /// written.
+    ChildProcess(ProcessStart start, const std::filesystem::path& log);
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
     ~ChildProcess();
 
+    /// Its number, and that of its group.
     [[nodiscard]] pid_t id() const { return process; }
+    /// The program itself has not ended, whatever its own children do.
     [[nodiscard]] bool isRunning() const;
 
     /// The last line that it wrote, for an error text. May be empty.

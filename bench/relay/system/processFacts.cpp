@@ -1,6 +1,7 @@
 #include "bench/relay/system/processFacts.h"
 
 #include "bench/relay/system/BenchError.h"
+#include "tests/support/process.h"
 
 #include <algorithm>
 #include <charconv>
@@ -86,9 +87,7 @@ std::int64_t ownMemoryBytes(pid_t group) { return sumOfMemory(group, "Pss_Anon:"
 std::int64_t wakeUps(pid_t group) {
     std::int64_t sum = 0;
     for (const pid_t process : membersOf(group)) {
-        for (const auto& thread : fs::directory_iterator(folderOf(process) / "task")) {
-            sum += numberInFile(thread.path() / "status", "voluntary_ctxt_switches:");
-        }
+        sum += wakeUpsOf(process);
     }
     return sum;
 }
