@@ -1,11 +1,15 @@
 #include "bench/desktop/Desk.h"
-#include "bench/desktop/RoundTrips.h"
+#include "tests/support/Relay.h"
 
+#include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <exception>
 #include <iomanip>
 #include <iostream>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -16,6 +20,47 @@ using namespace std::chrono_literals;
 constexpr double longestPause = 50;
 /// How often an idle program may wake up, a second.
 constexpr double mostWakeUps = 0.2;
+
+/// A client that sends one short command after the other through the program, each when the last
+/// one has arrived, from the moment that it is made.
+class RoundTrips {
+public:
+    RoundTrips() : relay(Relay::through(Program::port)), runner([this] { run(); }) {}
+    ~RoundTrips() {
+        if (runner.joinable()) (void)finish();
+    }
+    RoundTrips(const RoundTrips&) = delete;
+    RoundTrips& operator=(const RoundTrips&) = delete;
+
+    /// In milliseconds.
+    struct Result {
+        double median;
+        double longest;
+    };
+    /// Ends the series.
+    [[nodiscard]] Result finish() {
+        ending = true;
+        runner.join();
+        std::ranges::sort(times);
+        return {times.at(times.size() / 2).count(), times.back().count()};
+    }
+
+private:
+    void run() {
+        while (!ending) {
+            const auto begin = std::chrono::steady_clock::now();
+            (void)relay.up("PNG\r\n");
+            times.emplace_back(std::chrono::steady_clock::now() - begin);
+            // Leaves the other core to those who make trouble.
+            std::this_thread::sleep_for(200us);
+        }
+    }
+
+    Relay relay;
+    std::vector<std::chrono::duration<double, std::milli>> times;
+    std::atomic<bool> ending = false;
+    std::thread runner;
+};
 
 bool allHold = true;
 
