@@ -31,6 +31,9 @@ struct SettingOrder {
 /// The section and the key of a setting.
 using SettingName = std::pair<std::string, std::string>;
 
+/// Values by section and key.
+using Settings = std::map<SettingName, std::string, SettingOrder>;
+
 /// What is to be in the file: a value for each name, or nothing where the row is to go.
 using SettingChanges = std::map<SettingName, std::optional<std::string>, SettingOrder>;
 

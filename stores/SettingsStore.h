@@ -71,8 +71,6 @@ public:
     void WriteSetting(std::string_view section, std::string_view key, std::string_view value);
 
 private:
-    using Settings = std::map<SettingName, std::string, SettingOrder>;
-
     void refresh();
     void tryAgain();
     [[nodiscard]] bool reopen();
