@@ -176,6 +176,8 @@ TEST(LastWords, SurviveARestart) {
         Relay relay = Relay::through(Program::port);
         EXPECT_EQ(relay.down(contactText("See you\r\ntomorrow")),
                   contactText("See you\r\ntomorrow"));
+        // What comes next is relayed once the words before it are written.
+        EXPECT_EQ(relay.down("QNG\r\n"), "QNG\r\n");
     }
     writeSettings(settings.path(), storedOptions({{"lastthing", "True"}}));
     Program second(options);
