@@ -15,6 +15,8 @@ public:
     LinuxClock() : locale(newlocale(LC_TIME_MASK, "", nullptr)) {
         // The environment may name a locale that is not installed.
         if (locale == nullptr) locale = newlocale(LC_TIME_MASK, "C", nullptr);
+        // The zone's file is read now: later there may be no descriptor for it.
+        tzset();
     }
     ~LinuxClock() override { freelocale(locale); }
     LinuxClock(const LinuxClock&) = delete;

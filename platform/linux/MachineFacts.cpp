@@ -1,34 +1,36 @@
 #include "platform/MachineFacts.h"
 
+#include "platform/linux/Descriptor.h"
+
+#include <algorithm>
+#include <array>
 #include <charconv>
-#include <fstream>
-#include <string>
 #include <string_view>
 
+#include <fcntl.h>
+#include <unistd.h>
 #include <ctime>
 
 namespace {
 
-/// The bytes in a line such as "MemTotal:       24611400 kB".
-std::uint64_t bytesIn(std::string_view line) {
+/// The bytes that a table such as "MemTotal:       24611400 kB\n..." has for `name`.
+std::uint64_t bytesOf(std::string_view name, std::string_view table) {
     constexpr std::uint64_t bytesPerKb = 1024;
-    const std::size_t start = line.find_first_of("0123456789");
+    const std::size_t start = table.find_first_of("0123456789", table.find(name));
     if (start == std::string_view::npos) return 0;
     std::uint64_t kilobytes = 0;
-    std::from_chars(line.data() + start, line.data() + line.size(), kilobytes);
+    std::from_chars(table.data() + start, table.data() + table.size(), kilobytes);
     return kilobytes * bytesPerKb;
 }
 
 class LinuxMachineFacts final : public MachineFacts {
 public:
     [[nodiscard]] MemoryStatus memory() override {
-        MemoryStatus status;
-        std::ifstream table("/proc/meminfo");
-        for (std::string line; std::getline(table, line);) {
-            if (line.starts_with("MemTotal:")) status.total = bytesIn(line);
-            if (line.starts_with("MemAvailable:")) status.available = bytesIn(line);
-        }
-        return status;
+        // What is asked for stands in the first three lines.
+        std::array<char, 512> start;
+        const ssize_t count = pread(table.get(), start.data(), start.size(), 0);
+        const std::string_view lines(start.data(), std::max<ssize_t>(count, 0));
+        return {bytesOf("MemTotal:", lines), bytesOf("MemAvailable:", lines)};
     }
 
     [[nodiscard]] std::chrono::milliseconds uptime() override {
@@ -37,6 +39,10 @@ public:
         return std::chrono::duration_cast<std::chrono::milliseconds>(
             std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec});
     }
+
+private:
+    // Kept open: later there may be no descriptor for it.
+    Descriptor table{open("/proc/meminfo", O_RDONLY | O_CLOEXEC)};
 };
 
 }  // namespace

@@ -196,7 +196,10 @@ protected:
     TemporaryFolder tools;
     Program program;
 
-    Searches() : program({.environment = {{"PATH", makeOpener()}}}) { program.waitUntilReady(); }
+    explicit Searches(unsigned long descriptors = 0)
+        : program({.environment = {{"PATH", makeOpener()}}, .descriptors = descriptors}) {
+        program.waitUntilReady();
+    }
 
     std::string makeOpener() {
         const auto opener = tools.path() / "xdg-open";
@@ -212,6 +215,25 @@ TEST_F(Searches, OpenExactlyWhatWasTyped) {
     EXPECT_THAT(relay.up(clientText("!google a  b & 100% \"c\" $(d)")), HasSubstr("TypingUserx"));
     EXPECT_TRUE(becomesTrue([&] { return readFile(opened()).ends_with('|'); }));
     EXPECT_THAT(readFile(opened()), EndsWith("/search?q=a%20%20b%20&%20100%%20\"c\"%20$(d)|"));
+}
+
+class CrowdedFeatures : public Searches {
+protected:
+    CrowdedFeatures() : Searches(48) {}
+};
+
+TEST_F(CrowdedFeatures, NoCommandReachesTheContactThoughNoFileCanBeOpened) {
+    Relay relay = Relay::through(Program::port);
+    std::vector<Peer> waiting;
+    for (int count = 0; count < 60; ++count)
+        waiting.push_back(Peer::connectedTo(Program::port));
+    ASSERT_TRUE(becomesTrue([&] { return program.openDescriptors() >= 47; }));
+    for (const char* const command :
+         {"!nick <ru>, <ur> of <tr>", "!note <t> <d>", "!google spiders", "!winamp <ut>", "!winamp",
+          "!rancolor", "!notes"}) {
+        EXPECT_THAT(relay.up(clientText(command)), HasSubstr("TypingUserx")) << command;
+    }
+    EXPECT_TRUE(becomesTrue([&] { return readFile(opened()).ends_with("spiders|"); }));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <set>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -38,8 +39,14 @@ public:
 
 private:
     void read() {
-        keys.clear();
         std::ifstream lines(file);
+        std::error_code unknown;
+        if (!lines && std::filesystem::exists(file, unknown)) {
+            // It cannot be opened now: what was known holds, and the next question tries again.
+            stamp = FileStamp(file);
+            return;
+        }
+        keys.clear();
         for (std::string line; std::getline(lines, line);) {
             if (std::string key = keyOf(line); !key.empty()) keys.insert(std::move(key));
         }

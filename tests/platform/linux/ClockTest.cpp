@@ -1,10 +1,14 @@
 #include "platform/Clock.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/Variable.h"
+#include "tests/support/linux/forked.h"
 
 #include <gtest/gtest.h>
 
 #include <clocale>
 #include <ctime>
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 namespace {
@@ -56,6 +60,31 @@ TEST_F(LocalClock, FollowsTheTimeZoneWhileItRuns) {
     const std::string before = fiveHoursAnd47MinutesOn();
     const std::string given = clock->timeText();
     EXPECT_TRUE(given == before || given == fiveHoursAnd47MinutesOn()) << given;
+}
+
+TEST_F(LocalClock, KnowsTheTimeZoneThoughNoFileCanBeOpened) {
+    // One zone of 5:47 east, by the name "E".
+    std::string rules(28, '\0');
+    rules.replace(0, 4, "TZif");
+    const auto number = [&rules](int value) {
+        for (int shift = 24; shift >= 0; shift -= 8)
+            rules += static_cast<char>(value >> shift);
+    };
+    for (const int count : {0, 0, 1, 2})
+        number(count);
+    number((5 * 60 + 47) * 60);
+    rules.append(2, '\0').append("E").append(1, '\0');
+    const TemporaryFolder folder;
+    const std::filesystem::path file = folder.path() / "zone";
+    std::ofstream(file) << rules;
+    const Variable here("TZ", ":" + file.string());
+    EXPECT_TRUE(passesForked([] {
+        const auto clock = makeClock();
+        refuseDescriptors();
+        const std::string before = fiveHoursAnd47MinutesOn();
+        const std::string given = clock->timeText();
+        EXPECT_TRUE(given == before || given == fiveHoursAnd47MinutesOn()) << given;
+    }));
 }
 
 TEST_F(LocalClock, WritesInTheFormOfCWhereTheLanguageIsNotInstalled) {

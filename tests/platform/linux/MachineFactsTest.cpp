@@ -1,5 +1,7 @@
 #include "platform/MachineFacts.h"
 
+#include "tests/support/linux/forked.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -35,6 +37,16 @@ TEST_F(LinuxMachine, CountsMillisecondsSinceItsStart) {
     const auto uptime = facts->uptime();
     EXPECT_GE(uptime, before);
     EXPECT_LE(uptime, sinceStart());
+}
+
+TEST_F(LinuxMachine, HasItsMemoryThoughNoFileCanBeOpened) {
+    EXPECT_TRUE(passesForked([] {
+        const auto facts = makeMachineFacts();
+        const MemoryStatus before = facts->memory();
+        refuseDescriptors();
+        EXPECT_EQ(facts->memory().total, before.total);
+        EXPECT_GT(facts->memory().available, 0U);
+    }));
 }
 
 }  // namespace

@@ -35,3 +35,11 @@ void becomeNobody() {
         throw std::runtime_error("the superuser cannot become nobody");
     }
 }
+
+rlimit refuseDescriptors() {
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit none{0, before.rlim_max};
+    if (setrlimit(RLIMIT_NOFILE, &none) != 0) throw std::runtime_error("no limit of descriptors");
+    return before;
+}

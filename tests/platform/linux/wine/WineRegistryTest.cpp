@@ -1,6 +1,7 @@
 #include "platform/Registry.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Variable.h"
+#include "tests/support/linux/forked.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+
+#include <sys/resource.h>
 
 namespace {
 
@@ -160,6 +163,20 @@ TEST_F(PrefixRegistry, SeesAFileThatReplacesTheOther) {
     std::ofstream(fresh) << present;
     std::filesystem::rename(fresh, file);
     EXPECT_TRUE(registry->currentUserHasKey(addOn));
+}
+
+TEST_F(PrefixRegistry, StaysAsItWasWhileTheFileCannotBeOpened) {
+    EXPECT_TRUE(passesForked([this] {
+        write(present);
+        const auto registry = open();
+        EXPECT_TRUE(registry->currentUserHasKey(addOn));
+        write(absent);
+        age(1h);
+        const rlimit before = refuseDescriptors();
+        EXPECT_TRUE(registry->currentUserHasKey(addOn));
+        setrlimit(RLIMIT_NOFILE, &before);
+        EXPECT_FALSE(registry->currentUserHasKey(addOn));
+    }));
 }
 
 TEST(HomeRegistry, IsTheOneInTheHomeFolderWithoutAPrefix) {
