@@ -16,6 +16,7 @@
 #include "platform/Platform.h"
 #include "platform/Registry.h"
 #include "platform/Tray.h"
+#include "platform/qt/Application.h"
 #include "platform/qt/qtMessages.h"
 #include "platform/qt/qtPlatform.h"
 #include "proxy/frmMain.h"
@@ -66,7 +67,7 @@ int main(int argc, char* argv[]) {
     std::string platformName = qtPlatform(withWindows);
     std::array arguments{argv[0], option.data(), platformName.data()};
     int count = arguments.size();
-    QApplication application(count, arguments.data());
+    Application application(count, arguments.data());
     display.connection.reset();
     QApplication::setApplicationName("Cobweave");
     QApplication::setQuitOnLastWindowClosed(false);

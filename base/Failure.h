@@ -12,7 +12,7 @@
 /// abandons the tool and its callers, up to the `attempt` that skips them as one step.
 
 /// A step that was abandoned: what it needs is not there, or a send has found the socket gone. The
-/// user is not told of it, unless it ends the program because it leaves the event of a timer.
+/// user is not told of it, unless nobody skips the step and it ends the whole event.
 class Failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

@@ -9,7 +9,8 @@
 /// enabled, also after a rest; those that the loop was too busy for are left out.
 class Timer {
 public:
-    /// May enable, disable, rest and wake this timer and others. It must not destroy this one.
+    /// May enable, disable, rest and wake this timer and others. It must not destroy this one. An
+    /// exception ends the one tick.
     Event<> tick;
 
     Timer() = default;

@@ -87,7 +87,8 @@ public:
     virtual void Close() = 0;
 
     /// Sends all of `data`, in order, keeping what the system does not take yet. Fails when the
-    /// socket is not connected, or is found to be no longer.
+    /// socket is not connected, or is found to be no longer. Without memory for what has to be kept
+    /// the connection is lost, so that no peer gets a text with a hole in it.
     virtual void SendData(std::string_view data) = 0;
     /// What the running `DataArrival` is about: all bytes of one read. Valid until that event
     /// returns or gives the loop a turn.

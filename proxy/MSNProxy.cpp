@@ -40,9 +40,19 @@ private:
     int& count;
 };
 
-/// Gives the memory back too, which an assignment would not: a thousand quiet connections are to
-/// cost little.
-void empty(std::string& buffer) { std::string().swap(buffer); }
+/// A buffer that is empty afterwards, whatever gets in between: the next chunk is treated afresh.
+class SpentBuffer {
+public:
+    explicit SpentBuffer(std::string& buffer) : buffer(buffer) {}
+    /// Gives the memory back too, which an assignment would not: a thousand quiet connections are
+    /// to cost little.
+    ~SpentBuffer() { std::string().swap(buffer); }
+    SpentBuffer(const SpentBuffer&) = delete;
+    SpentBuffer& operator=(const SpentBuffer&) = delete;
+
+private:
+    std::string& buffer;
+};
 
 /// Two characters of a frame or request as the number that they are; nothing above 32,767.
 std::optional<std::int16_t> twoByteNumber(std::string_view bytes) {
@@ -134,8 +144,9 @@ void MSNProxy::Unload() {
 void MSNProxy::Winsock1_Connect(int Index) {
     const RunningEvent running(runningEvents);
     if (Index != serverSide) return;
-    attempt([&] { Winsock1[clientSide]->SendData(std::string(requestGranted) + socksReplyTail); });
+    // First: whatever becomes of the reply, the connection is watched.
     Timer1->enable(watchInterval);
+    attempt([&] { Winsock1[clientSide]->SendData(std::string(requestGranted) + socksReplyTail); });
 }
 
 void MSNProxy::Timer1_Timer() {
@@ -163,10 +174,10 @@ void MSNProxy::Winsock1_DataArrival(int Index) {
     std::string& buffer = stream.receiveBuffer;
     buffer += Winsock1[Index]->GetData();
     if (takesForeignFrames(stream)) return;
+    const SpentBuffer spent(buffer);
     if (!takesSocksRequest(buffer) && !dropsDirectConnect(Index, buffer)) {
         relay(Index, buffer);
     }
-    empty(buffer);
 }
 
 /// Takes whole frames of another protocol off the head of the buffer; they are sent nowhere. True

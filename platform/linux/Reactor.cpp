@@ -1,5 +1,7 @@
 #include "platform/linux/Reactor.h"
 
+#include "platform/shared/runEvent.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -76,7 +78,8 @@ void Reactor::dispatch() {
         batch.count = std::max(0, epoll_wait(set.get(), batch.events.data(), Batch::size, 0));
         for (int index = 0; index < batch.count; ++index) {
             auto* const watched = static_cast<Watched*>(batch.events[index].data.ptr);
-            if (watched != nullptr) watched->ready(readyFor(batch.events[index].events));
+            if (watched == nullptr) continue;
+            runEvent([&] { watched->ready(readyFor(batch.events[index].events)); });
         }
     } while (batch.count > 0 && std::chrono::steady_clock::now() < deadline);
 }

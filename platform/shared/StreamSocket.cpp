@@ -1,9 +1,11 @@
 #include "platform/shared/StreamSocket.h"
 
 #include "base/Failure.h"
+#include "platform/shared/runEvent.h"
 
 #include <charconv>
 #include <chrono>
+#include <new>
 #include <utility>
 
 using systemSockets::NewSocket;
@@ -136,7 +138,13 @@ void StreamSocket::SendData(std::string_view data) {
     }
     if (sent < data.size()) {
         const bool first = queue.empty();
-        queue.append(data.substr(sent));
+        try {
+            queue.append(data.substr(sent));
+        } catch (const std::bad_alloc&) {
+            // What comes after a piece that is missing would be taken for something else.
+            lose(SocketState::Error);
+            throw;
+        }
         if (first) updateInterest();
     }
     SendProgress(sent, queue.size());
@@ -323,7 +331,7 @@ bool StreamNetwork::announce(StreamSocket& listener, SocketHandle client) {
     if (said.result == Result::Done) {
         requests.push_back(client);
         listener.peeked = {readBuffer.data(), said.bytes};
-        listener.ConnectionRequest(client);
+        runEvent([&] { listener.ConnectionRequest(client); });
         listener.peeked = {};
         if (std::erase(requests, client) == 0) return true;
     }

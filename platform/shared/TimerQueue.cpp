@@ -1,5 +1,7 @@
 #include "platform/shared/TimerQueue.h"
 
+#include "platform/shared/runEvent.h"
+
 class TimerQueue::QueuedTimer final : public Timer {
 public:
     explicit QueuedTimer(TimerQueue& queue) : queue(queue) {}
@@ -32,7 +34,7 @@ public:
 
     void run() {
         queued = false;
-        tick();
+        runEvent([this] { tick(); });
         if (enabled && !resting && !queued) enterQueue();
     }
 

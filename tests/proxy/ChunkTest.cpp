@@ -1,8 +1,10 @@
 #include "tests/support/Spine.h"
+#include "tests/support/messages.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <new>
 #include <random>
 
 namespace {
@@ -79,6 +81,35 @@ TEST_F(Chunk, ThatCannotBeSentIsLostAndTheNextIsTreatedAfresh) {
     spine.client().arrive("SYN 6 0\r\n");
     EXPECT_THAT(spine.server().sent, ElementsAre("SYN 6 0\r\n"));
     EXPECT_THAT(spine.windows.captions, ElementsAre("SYN", "SYN"));
+}
+
+/// A clock that has no memory for the time.
+struct BrokenClock final : Clock {
+    [[nodiscard]] std::string timeText() override { throw std::bad_alloc(); }
+    [[nodiscard]] std::string dateText() override { throw std::bad_alloc(); }
+};
+
+TEST(BrokenChunk, IsLostAndTheNextIsTreatedAfresh) {
+    FakeFacilities facilities;
+    BrokenClock clock;
+    FakeNetwork network;
+    FakeLoop loop;
+    FakeMessageBox boxes;
+    frmMain host(
+        network, loop, boxes,
+        {facilities.settings, facilities.machine, clock, facilities.chance, facilities.registry,
+         facilities.player, facilities.browser, facilities.notes, facilities.commandLine});
+    network.sockets.at(0)->peeked = Spine::socksRequest;
+    network.sockets.at(0)->ConnectionRequest(1);
+    FakeWinsock& client = *network.sockets.at(1);
+    FakeWinsock& server = *network.sockets.at(2);
+    client.arrive(Spine::socksRequest);
+    server.succeedConnecting();
+    EXPECT_THROW(client.arrive(clientText("<t>")), std::bad_alloc);
+    client.arrive("PNG\r\n");
+    EXPECT_THAT(server.sent, ElementsAre("PNG\r\n"));
+    // The instance can be destroyed once it has ended: no event of it counts as running.
+    EXPECT_FALSE(host.instances().at(1)->isInEvent());
 }
 
 TEST_F(Chunk, BeforeTheSignInTellsTheTrayItsFirstThreeCharacters) {

@@ -14,6 +14,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 namespace {
@@ -34,6 +35,20 @@ void fill(int writer) {
     while (write(writer, page.data(), page.size()) > 0) {
     }
     fcntl(writer, F_SETFL, 0);
+}
+
+/// Its address space, in bytes, and what of it is in memory.
+struct Sizes {
+    std::size_t all = 0;
+    std::size_t resident = 0;
+};
+
+Sizes sizesOf(pid_t process) {
+    std::ifstream table("/proc/" + std::to_string(process) + "/statm");
+    Sizes pages;
+    table >> pages.all >> pages.resident;
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    return {pages.all * page, pages.resident * page};
 }
 
 }  // namespace
@@ -125,12 +140,15 @@ std::size_t Program::openDescriptors() const {
 
 long Program::wakeUps() const { return wakeUpsOf(process); }
 
-std::size_t Program::memory() const {
-    std::ifstream sizes("/proc/" + std::to_string(process) + "/statm");
-    std::size_t all = 0;
-    std::size_t resident = 0;
-    sizes >> all >> resident;
-    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+bool Program::limitMemory(std::size_t more) const {
+    constexpr std::size_t tooMuch = std::size_t{1} << 40;
+    const std::size_t now = sizesOf(process).all;
+    rlimit limit{};
+    if (now > tooMuch || prlimit(process, RLIMIT_AS, nullptr, &limit) != 0) return false;
+    limit.rlim_cur = now + more;
+    return prlimit(process, RLIMIT_AS, &limit, nullptr) == 0;
 }
+
+std::size_t Program::memory() const { return sizesOf(process).resident; }
 
 std::filesystem::path Program::store() const { return storeIn(folder.path()); }

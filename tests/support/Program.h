@@ -58,6 +58,9 @@ public:
     [[nodiscard]] std::size_t openDescriptors() const;
     /// How often its threads have gone to sleep so far: as often they woke up.
     [[nodiscard]] long wakeUps() const;
+    /// Lets it take so many bytes of address space on top of what it has. False where a sanitizer
+    /// has taken all of it in advance.
+    [[nodiscard]] bool limitMemory(std::size_t more) const;
     /// Its resident memory, in bytes.
     [[nodiscard]] std::size_t memory() const;
 

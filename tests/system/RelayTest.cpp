@@ -151,6 +151,26 @@ TEST_F(Relaying, AReceiverThatStallsMakesItsSenderWaitAndLosesNothing) {
     sender.get();
 }
 
+TEST_F(Relaying, WithoutMemoryTheConnectionThatNeedsItEndsAlone) {
+    Relay stalled = relay();
+    Relay other = relay();
+    if (!program.limitMemory(std::size_t{1} << 20)) GTEST_SKIP() << "there is no such limit";
+    auto sender = std::async(std::launch::async, [&] {
+        try {
+            for (;;)
+                stalled.server.send(std::string(65536, 'x'));
+        } catch (const std::runtime_error&) {
+        }
+    });
+    // Nobody reads, and what waits finds no memory.
+    EXPECT_EQ(sender.wait_for(waitLimit), std::future_status::ready);
+    EXPECT_EQ(other.up("PNG\r\n"), "PNG\r\n");
+    EXPECT_EQ(other.down("QNG 50\r\n"), "QNG 50\r\n");
+    EXPECT_NE(program.errors().find("an event was broken off: std::bad_alloc.\n"),
+              std::string::npos)
+        << program.errors();
+}
+
 TEST_F(Relaying, AStalledReceiverThatClosesFreesItsSender) {
     Relay pair = relay();
     auto sender = std::async(std::launch::async, [&] {

@@ -1,8 +1,7 @@
+#include "platform/qt/Application.h"
 #include "ui/common/look.h"
 
 #include <gtest/gtest.h>
-
-#include <QApplication>
 
 #include <array>
 #include <string>
@@ -13,7 +12,7 @@ int main(int argc, char* argv[]) {
     std::string platform = "offscreen";
     std::array arguments{argv[0], option.data(), platform.data()};
     int count = arguments.size();
-    const QApplication application(count, arguments.data());
+    const Application application(count, arguments.data());
     QApplication::setApplicationName("Cobweave");
     QApplication::setQuitOnLastWindowClosed(false);
     look::apply();

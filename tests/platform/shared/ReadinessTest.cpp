@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <functional>
 #include <list>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -114,6 +115,21 @@ TEST_F(WatchedSockets, AreToldOfWhatArrivedBeforeTheyWaitedForIt) {
     socket.change({.receiving = true});
     ASSERT_TRUE(loop.runUntil([&] { return socket.count > 0; }));
     EXPECT_TRUE(socket.last.receiving);
+}
+
+TEST_F(WatchedSockets, AreToldThoughAnEventBesideWasBrokenOff) {
+    WatchedSocket one(readiness, listener, {.receiving = true});
+    WatchedSocket other(readiness, listener, {.receiving = true});
+    for (WatchedSocket* const socket : {&one, &other}) {
+        socket->whenReady = [socket] {
+            (void)socket->receive();
+            throw std::bad_alloc();
+        };
+        socket->peer.send("x");
+    }
+    EXPECT_TRUE(loop.runUntil([&] { return one.count == 1 && other.count == 1; }));
+    one.peer.send("x");
+    EXPECT_TRUE(loop.runUntil([&] { return one.count == 2; }));
 }
 
 TEST_F(WatchedSockets, AreToldAgainUntilAllIsReceived) {

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <new>
 #include <utility>
 
 namespace {
@@ -155,6 +156,20 @@ TEST_F(Socket, CannotAcceptWhatIsNoRequest) {
     const RecordedSocket socket(network);
     EXPECT_THROW(socket->Accept(0), Failure);
     EXPECT_EQ(socket->State(), SocketState::Closed);
+}
+
+TEST_F(Socket, DropsTheClientOfARequestThatWasBrokenOffAndTakesTheNext) {
+    const RecordedSocket socket(network);
+    int requests = 0;
+    listener->ConnectionRequest = [&](RequestId requestID) {
+        if (++requests == 1) throw std::bad_alloc();
+        socket->Accept(requestID);
+    };
+    Peer first = speakingPeer(listener->LocalPort());
+    ASSERT_TRUE(loop.runUntil([&] { return requests == 1; }));
+    first.waitForEnd();
+    const Peer second = speakingPeer(listener->LocalPort());
+    EXPECT_TRUE(loop.runUntil([&] { return socket.received == "?"; }));
 }
 
 TEST_F(Socket, StopsTakingRequestsWhenItIsClosedWithinOne) {

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 
@@ -52,6 +53,16 @@ TEST_F(Timers, AreDueOneIntervalAfterTheyWereEnabled) {
     EXPECT_LE(due(), Clock::now() + 1h);
     queue.tickDue();
     EXPECT_EQ(ticks, 0);
+}
+
+TEST_F(Timers, TickAgainAfterATickThatWasBrokenOff) {
+    const auto broken = makeTimer();
+    broken->tick = [this] {
+        ++ticks;
+        throw std::bad_alloc();
+    };
+    broken->enable(1ms);
+    EXPECT_TRUE(runUntilTicks(3));
 }
 
 TEST_F(Timers, TickOnAndOnButNotBeforeTheyAreDue) {
