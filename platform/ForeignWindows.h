@@ -26,8 +26,8 @@ public:
     [[nodiscard]] virtual WindowHandle MessengerWindowHandle() = 0;
     /// Writes a window's title, which is text in the program's code page.
     virtual void SetWindowText(WindowHandle window, std::string_view text) = 0;
-    /// Asks a window to close, as its close box does.
-    virtual void requestClose(WindowHandle window) = 0;
+    /// Asks Messenger to sign out and to end, and does not wait for it.
+    virtual void requestMessengerEnd() = 0;
 
     /// The window that the user works in: the one that has the keyboard.
     [[nodiscard]] virtual WindowHandle foreground() = 0;

@@ -18,7 +18,7 @@ struct FakeForeignWindows final : ForeignWindows {
     std::vector<std::pair<WindowHandle, std::string>> titles;
     std::vector<WindowHandle> focused;
     int searches = 0;
-    /// What was asked for, as in "close 77" and "title of 77: text".
+    /// What was asked for, as in "end 77" and "title of 77: text".
     Event<const std::string&> asked;
 
     /// Messenger's window becomes this one, and whoever waits for that is told.
@@ -35,7 +35,7 @@ struct FakeForeignWindows final : ForeignWindows {
         titles.emplace_back(window, text);
         asked("title of " + std::to_string(window) + ": " + std::string(text));
     }
-    void requestClose(WindowHandle window) override { asked("close " + std::to_string(window)); }
+    void requestMessengerEnd() override { asked("end " + std::to_string(messenger)); }
     [[nodiscard]] WindowHandle foreground() override { return inFront; }
     void giveFocusBack(WindowHandle window) override { focused.push_back(window); }
 };

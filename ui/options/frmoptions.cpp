@@ -194,7 +194,7 @@ void frmoptions::Command2_Click() {
 }
 
 void frmoptions::restartMessenger() {
-    parts.windows.requestClose(parts.windows.MessengerWindowHandle());
+    parts.windows.requestMessengerEnd();
     parts.messageBox.information(
         "You are about to be signed out of MSN Messenger.\r\n\r\n"
         "Please click \"OK\" once you are fully signed out of MSN Messenger.");

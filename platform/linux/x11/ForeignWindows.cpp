@@ -37,9 +37,10 @@ public:
         if (window != 0) titles.write(toX11(window), text);
     }
 
-    void requestClose(WindowHandle window) override {
-        if (window == 0 || !client.waitUntilWritable()) return;
-        const xcb_window_t target = toX11(window);
+    // As the close box of its main window does.
+    void requestMessengerEnd() override {
+        const xcb_window_t target = messenger.main();
+        if (target == 0 || !client.waitUntilWritable()) return;
         const X11Atoms& atoms = client.atoms();
         client.requestProperty(target, atoms.wmProtocols, [this, target](const X11Property& list) {
             const auto protocols = list.numbers();

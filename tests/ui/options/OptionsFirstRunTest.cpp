@@ -29,7 +29,7 @@ TEST_F(OptionsFirstRun, OkRefusesToCloseThenStartsTheClientAgainAndOffersHelp) {
     openFirst();
     pressOk();
     EXPECT_EQ(calls,
-              (std::vector<std::string>{refusal, "close 77", signOut, "start the client", offer}));
+              (std::vector<std::string>{refusal, "end 77", signOut, "start the client", offer}));
     EXPECT_NE(shown(), nullptr);
 }
 
@@ -41,7 +41,7 @@ TEST_F(OptionsFirstRun, OkUnderItsOwnBoxesDoesNothing) {
     openFirst();
     pressOk();
     EXPECT_EQ(calls,
-              (std::vector<std::string>{refusal, "close 77", signOut, "start the client", offer}));
+              (std::vector<std::string>{refusal, "end 77", signOut, "start the client", offer}));
 }
 
 TEST_F(OptionsFirstRun, HelpIsShownOnYes) {
@@ -57,14 +57,14 @@ TEST_F(OptionsFirstRun, GoesOnWithoutAClient) {
     openFirst();
     pressOk();
     EXPECT_EQ(calls,
-              (std::vector<std::string>{refusal, "close 0", signOut, "start the client", offer}));
+              (std::vector<std::string>{refusal, "end 0", signOut, "start the client", offer}));
 }
 
 TEST_F(OptionsFirstRun, DoesNotStartTheClientWhenTheProgramEndsInsteadOfTheAnswer) {
     boxes.endsAt = "information";
     openFirst();
     pressOk();
-    EXPECT_EQ(calls, (std::vector<std::string>{refusal, "close 77", signOut}));
+    EXPECT_EQ(calls, (std::vector<std::string>{refusal, "end 77", signOut}));
 }
 
 TEST_F(OptionsFirstRun, LeavesTheClientAloneWhenTheProgramEndsUnderTheRefusal) {
@@ -138,7 +138,7 @@ TEST_F(OptionsFirstRunBoxes, AreAnsweredByTheirRealButtons) {
     EXPECT_EQ(answers.boxes[2].buttons, QMessageBox::Yes | QMessageBox::No);
     for (const auto& box : answers.boxes)
         EXPECT_EQ(box.title, "Cobweave");
-    EXPECT_EQ(calls, (std::vector<std::string>{"close 77", "start the client"}));
+    EXPECT_EQ(calls, (std::vector<std::string>{"end 77", "start the client"}));
     // Both windows stand, and either can be closed.
     QWidget* const helpWindow = windowOf("Cobweave - Help");
     ASSERT_NE(helpWindow, nullptr);
@@ -163,7 +163,7 @@ TEST_F(OptionsFirstRunBoxes, TheMenuUnderAnOpenBoxBreaksNothing) {
     };
     pressOk();
     EXPECT_EQ(rounds, 3);
-    EXPECT_EQ(calls, (std::vector<std::string>{"close 77", "start the client"}));
+    EXPECT_EQ(calls, (std::vector<std::string>{"end 77", "start the client"}));
     EXPECT_NE(shown(), nullptr);
     pressCancel();
     EXPECT_EQ(shown(), nullptr);

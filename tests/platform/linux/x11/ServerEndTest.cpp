@@ -22,7 +22,7 @@ void expectQuiet(ForeignWindows& windows, OwnWindows& own) {
     EXPECT_EQ(windows.MessengerWindowHandle(), 0U);
     EXPECT_EQ(windows.foreground(), 0U);
     windows.SetWindowText(1, "x");
-    windows.requestClose(1);
+    windows.requestMessengerEnd();
     windows.giveFocusBack(1);
     own.setAlpha(1, 100);
     own.setTopMost(1, true);
@@ -87,7 +87,7 @@ TEST(AServerThatEnds, MayDoSoInTheMiddleOfAQuestion) {
         {
             StandIn other;
             (void)other.open(mainClass("MSN Messenger"));
-            windows->requestClose(1);
+            windows->requestMessengerEnd();
             windows->giveFocusBack(1);
             server.end();
         }

@@ -109,7 +109,8 @@ TEST_F(Closing, IsAskedOfAWindowThatUnderstands) {
     StandIn::Look look = ofProcess("x");
     look.isClosable = true;
     const auto window = open(look);
-    windows->requestClose(window);
+    ASSERT_TRUE(finds(window));
+    windows->requestMessengerEnd();
     std::optional<std::uint32_t> asked;
     EXPECT_TRUE(comesTrue([&] {
         asked = other.message("WM_PROTOCOLS");
@@ -121,8 +122,7 @@ TEST_F(Closing, IsAskedOfAWindowThatUnderstands) {
 TEST_F(Closing, IsNotForcedOnAWindowThatDoesNotUnderstand) {
     const auto window = open(ofProcess("x"));
     EXPECT_TRUE(finds(window));
-    windows->requestClose(window);
-    windows->requestClose(0);
+    windows->requestMessengerEnd();
     EXPECT_TRUE(stays(window));
     EXPECT_EQ(other.message("WM_PROTOCOLS"), std::nullopt);
     EXPECT_EQ(other.geometry(window).width, 200);
@@ -132,8 +132,9 @@ TEST_F(Closing, OfAWindowThatIsGoneIsNothing) {
     const auto window = open(ofProcess("x"));
     EXPECT_TRUE(finds(window));
     other.close(window);
-    windows->requestClose(window);
+    windows->requestMessengerEnd();
     EXPECT_TRUE(finds(0));
+    windows->requestMessengerEnd();
 }
 
 }  // namespace
