@@ -1,6 +1,8 @@
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
 find_package(Qt6 6.4 REQUIRED COMPONENTS DBus)
+find_package(SQLite3 REQUIRED)
+find_package(ZLIB REQUIRED)
 
 set(COBWEAVE_PLATFORM_CORE
     platform/linux/AtomicFile.cpp

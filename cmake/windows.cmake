@@ -1,0 +1,62 @@
+# Everything is linked into the program, which then needs nothing but Windows itself.
+set(ZLIB_USE_STATIC_LIBS ON)
+find_package(ZLIB REQUIRED)
+
+# SQLite's one source. Its warnings are not ours to mend.
+enable_language(C)
+add_library(sqlite3 STATIC ${COBWEAVE_SQLITE}/sqlite3.c)
+target_include_directories(sqlite3 SYSTEM PUBLIC ${COBWEAVE_SQLITE})
+
+add_library(SQLite::SQLite3 ALIAS sqlite3)
+
+# What Windows 10 has; without the parts of its headers that nothing here uses; text as UTF-16.
+target_compile_definitions(cobweave_warnings INTERFACE
+    _WIN32_WINNT=0x0A00 WINVER=0x0A00 NTDDI_VERSION=0x0A000006 WIN32_LEAN_AND_MEAN UNICODE)
+
+set(COBWEAVE_PLATFORM_CORE
+    platform/windows/AtomicFile.cpp
+    platform/windows/Browser.cpp
+    platform/windows/Client.cpp
+    platform/windows/Clock.cpp
+    platform/windows/Console.cpp
+    platform/windows/EndSignals.cpp
+    platform/windows/Folders.cpp
+    platform/windows/ForeignWindows.cpp
+    platform/windows/HiddenWindow.cpp
+    platform/windows/MachineFacts.cpp
+    platform/windows/MediaPlayer.cpp
+    platform/windows/OwnWindows.cpp
+    platform/windows/Reactor.cpp
+    platform/windows/Registry.cpp
+    platform/windows/WindowOfClass.cpp
+    platform/windows/startProgram.cpp
+    platform/windows/systemSockets.cpp
+    platform/windows/wideText.cpp)
+set(COBWEAVE_PLATFORM_CORE_LIBRARIES ole32 shell32 user32 ws2_32)
+set(COBWEAVE_PLATFORM_QT
+    platform/windows/Display.cpp
+    platform/windows/Platform.cpp
+    platform/windows/TrayHost.cpp)
+set(COBWEAVE_PLATFORM_LIBRARIES)
+
+# The icon, whose pictures are those of the window, what the system shows as the program's version,
+# and what it is told of the program.
+set(icon ${PROJECT_BINARY_DIR}/cobweave.ico)
+set(pictures)
+foreach(size 16 24 32 48 64 128 256)
+    list(APPEND pictures ${PROJECT_SOURCE_DIR}/ui/icons/cobweave-${size}.png)
+endforeach()
+list(POP_BACK pictures largest)
+add_custom_command(
+    OUTPUT ${icon}
+    COMMAND icotool --create --output=${icon} ${pictures} --raw=${largest}
+    DEPENDS ${pictures} ${largest}
+    VERBATIM)
+configure_file(packaging/windows/cobweave.rc.in ${PROJECT_BINARY_DIR}/cobweave.rc @ONLY)
+configure_file(packaging/windows/cobweave.manifest.in ${PROJECT_BINARY_DIR}/cobweave.manifest @ONLY)
+set_source_files_properties(${PROJECT_BINARY_DIR}/cobweave.rc PROPERTIES
+    OBJECT_DEPENDS "${icon};${PROJECT_BINARY_DIR}/cobweave.manifest")
+enable_language(RC)
+set(COBWEAVE_PLATFORM_PROGRAM ${PROJECT_BINARY_DIR}/cobweave.rc)
+# No console window comes with it.
+set(CMAKE_WIN32_EXECUTABLE ON)

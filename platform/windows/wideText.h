@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Windows' own text is UTF-16. What is none, in either direction, comes out as U+FFFD.
+namespace wideText {
+
+[[nodiscard]] std::wstring fromUtf8(std::string_view utf8);
+[[nodiscard]] std::string toUtf8(std::wstring_view wide);
+/// Of bytes in the program's code page.
+[[nodiscard]] std::wstring fromBytes(std::string_view bytes);
+
+/// What the system says of an error of this number, in the user's language, as UTF-8.
+[[nodiscard]] std::string describe(unsigned long error);
+
+}  // namespace wideText
