@@ -6,23 +6,12 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <random>
-#include <vector>
 
 namespace {
 
 namespace fs = std::filesystem;
-
-std::vector<fs::path> filesOf(const fs::path& folder, const std::string& ending) {
-    std::vector<fs::path> files;
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        if (ending.empty() || entry.path().extension() == ending) files.push_back(entry.path());
-    }
-    std::sort(files.begin(), files.end());
-    return files;
-}
 
 /// A movie of ours with its content laid open.
 std::string unpacked(const fs::path& path) {
@@ -66,12 +55,5 @@ INSTANTIATE_TEST_SUITE_P(Ours, HostileMovie,
                          testing::Values("button", "about", "generaloptions", "signingin",
                                          "tsmessages", "alerts", "windowrename"),
                          [](const auto& tested) { return tested.param; });
-
-TEST(FuzzCorpus, IsPlayedToItsEnd) {
-    const auto files = filesOf(COBWEAVE_CORPUS, "");
-    ASSERT_GT(files.size(), 20U);
-    for (const fs::path& file : files)
-        playMovie(readFile(file));
-}
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "stores/SettingsStore.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
@@ -70,9 +71,16 @@ struct FakeFacilities {
     } browser;
 
     TemporaryFolder folder;
-    SettingsStore settings{folder.path() / "settings.db", [](std::string_view) {}};
-    NotesStore notes{folder.path() / "notes.cwv", [](std::string_view) {}};
+    SettingsStore settings;
+    NotesStore notes;
     std::string commandLine = "cobweave";
+
+    FakeFacilities() : FakeFacilities("") {}
+    /// With stores in another folder than its own, if that is named.
+    explicit FakeFacilities(const std::filesystem::path& other)
+        : settings((other.empty() ? folder.path() : other) / "settings.db",
+                   [](std::string_view) {}),
+          notes((other.empty() ? folder.path() : other) / "notes.cwv", [](std::string_view) {}) {}
 
     [[nodiscard]] Facilities all() {
         return {settings, machine, clock, chance, registry, player, browser, notes, commandLine};

@@ -61,7 +61,7 @@ public:
     /// What the user was told of on standard error.
     std::vector<std::string> told;
 
-    Spine() {
+    explicit Spine(const std::filesystem::path& stores = "") : facilities(stores) {
         windows.connect(host.windows);
         listener().listening = [this] { windows.calls.emplace_back("listen"); };
         host.trouble = [this](std::string_view text) { told.emplace_back(text); };
