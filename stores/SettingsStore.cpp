@@ -82,7 +82,7 @@ void SettingsStore::keepUp(EventLoop& loop) {
 }
 
 std::string SettingsStore::ReadSetting(std::string_view section, std::string_view key) {
-    refresh();
+    glance();
     const auto found = settings.find(std::pair(section, key));
     return found == settings.end() ? std::string() : found->second;
 }
@@ -90,8 +90,12 @@ std::string SettingsStore::ReadSetting(std::string_view section, std::string_vie
 void SettingsStore::WriteSetting(std::string_view section, std::string_view key,
                                  std::string_view value) {
     const bool canWait = section == lastWords && afterEvent;
-    if (!canWait) tryAgain();
-    refresh();
+    if (canWait) {
+        glance();
+    } else {
+        tryAgain();
+        refresh();
+    }
     const auto known = settings.find(std::pair(section, key));
     const bool inMemory = known != settings.end() && known->second == value;
     if (inMemory && loaded && unsaved.empty()) return;
@@ -105,6 +109,13 @@ void SettingsStore::WriteSetting(std::string_view section, std::string_view key,
     } else {
         save();
     }
+}
+
+/// What a read needs of `refresh`.
+void SettingsStore::glance() {
+    if (look == Look::None) return;
+    if (look == Look::Next) look = Look::None;
+    refresh();
 }
 
 /// Brings the memory up to what the file holds, and the file to what is in memory only.

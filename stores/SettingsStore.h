@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <list>
 #include <map>
@@ -12,6 +13,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 class EventLoop;
 class Timer;
@@ -39,10 +41,13 @@ private:
 /// Everything that is remembered between runs, apart from the notes: strings by section and key.
 ///
 /// Reads are answered from memory, yet what another program writes into the file is seen by the
-/// next read. A write is on the disk when it returns, but for last words. What is wrong with the
-/// file is told once, and the program goes on with what it has in memory; what the file did not
-/// take goes there as soon as it can be used again.
+/// next read, or within a `OneLook` by the next event's. A write is on the disk when it returns,
+/// but for last words. What is wrong with the file is told once, and the program goes on with what
+/// it has in memory; what the file did not take goes there as soon as it can be used again.
 class SettingsStore {
+    /// Which reads look at the file.
+    enum class Look : std::uint8_t { Each, Next, None };
+
 public:
     /// The section of what contacts said last, one key for each. A kill does not lose them, a power
     /// cut those of the last seconds. Where there are too many, those of the contacts who spoke
@@ -65,12 +70,28 @@ public:
     /// happens with a later read or write, or at the end.
     void keepUp(EventLoop& loop);
 
+    /// For the length of an event that reads several settings: the file is looked at with the
+    /// first of them only. To end before the event gives the loop a turn.
+    class OneLook {
+    public:
+        explicit OneLook(SettingsStore& store)
+            : store(store), outer(std::exchange(store.look, Look::Next)) {}
+        ~OneLook() { store.look = outer; }
+        OneLook(const OneLook&) = delete;
+        OneLook& operator=(const OneLook&) = delete;
+
+    private:
+        SettingsStore& store;
+        const Look outer;
+    };
+
     /// The stored value; empty when there is none.
     [[nodiscard]] std::string ReadSetting(std::string_view section, std::string_view key);
     /// Replaces the stored value, also by an empty one.
     void WriteSetting(std::string_view section, std::string_view key, std::string_view value);
 
 private:
+    void glance();
     void refresh();
     void tryAgain();
     [[nodiscard]] bool reopen();
@@ -93,6 +114,7 @@ private:
     bool givenUp = false;
     /// A file that takes long is left alone until then.
     std::chrono::steady_clock::time_point leftAloneUntil{};
+    Look look = Look::Each;
     bool loaded = false;
     int knownVersion = 0;
     Settings settings;

@@ -41,6 +41,43 @@ TEST_P(ChangedByOthers, IsSeenByTheNextRead) {
     EXPECT_EQ(option(store, "callby"), "fn");
 }
 
+TEST_P(ChangedByOthers, IsSeenByTheEventBehindTheOneThatHasLooked) {
+    SettingsStore store = open();
+    for (int round = 0; round < 3; ++round) {
+        const std::string value = std::to_string(round);
+        const SettingsStore::OneLook event(store);
+        other().set("callby", value);
+        EXPECT_EQ(option(store, "callby"), value);
+        other().set("callby", "half way");
+        EXPECT_EQ(option(store, "callby"), value);
+    }
+    EXPECT_EQ(option(store, "callby"), "half way");
+}
+
+TEST_P(ChangedByOthers, IsSeenByAnEventWithinAnother) {
+    SettingsStore store = open();
+    const SettingsStore::OneLook outer(store);
+    EXPECT_EQ(option(store, "callby"), "e");
+    other().set("callby", "fn");
+    {
+        const SettingsStore::OneLook inner(store);
+        EXPECT_EQ(option(store, "callby"), "fn");
+    }
+    other().set("callby", "later");
+    EXPECT_EQ(option(store, "callby"), "fn");
+}
+
+TEST_P(ChangedByOthers, IsKeptBesideAWriteOfTheEventThatHasLooked) {
+    SettingsStore store = open();
+    const SettingsStore::OneLook event(store);
+    EXPECT_EQ(option(store, "callby"), "e");
+    other().set("callby", "fn");
+    store.WriteSetting("Options", "timestamp", "True");
+    EXPECT_EQ(option(store, "timestamp"), "True");
+    EXPECT_EQ(other().get("timestamp"), "True");
+    EXPECT_EQ(other().get("callby"), "fn");
+}
+
 TEST_P(ChangedByOthers, IsSeenDirectlyAfterAnotherChange) {
     SettingsStore store = open();
     const Database database = other();
