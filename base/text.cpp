@@ -15,6 +15,10 @@ std::optional<std::string_view> behind(std::string_view text, std::string_view s
     return text;
 }
 
+char inLowerCase(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
 }  // namespace
 
 std::optional<std::string_view> piece(std::string_view text, std::string_view separator,
@@ -56,10 +60,12 @@ std::string_view trimmed(std::string_view text) {
 
 std::string lowerCase(std::string_view text) {
     std::string lower(text);
-    for (char& letter : lower) {
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    }
+    std::ranges::transform(lower, lower.begin(), inLowerCase);
     return lower;
+}
+
+bool beginsInAnyCase(std::string_view text, std::string_view head) {
+    return std::ranges::equal(text.substr(0, head.size()), head, {}, inLowerCase);
 }
 
 std::string replaceFirst(std::string text, std::string_view from, std::string_view to) {

@@ -44,6 +44,9 @@ inline constexpr std::string_view lineEnd = "\r\n";
 /// `text` with A to Z in lower case and all other bytes as they are.
 [[nodiscard]] std::string lowerCase(std::string_view text);
 
+/// Whether `text` begins with `head`, which is in lower case, in any case of A to Z.
+[[nodiscard]] bool beginsInAnyCase(std::string_view text, std::string_view head);
+
 /// `text` with the first occurrence of `from`, wherever it stands, replaced by `to`.
 [[nodiscard]] std::string replaceFirst(std::string text, std::string_view from,
                                        std::string_view to);

@@ -193,10 +193,8 @@ void chatCommands::FilterOutgoing(std::string& message, Conversation& conversati
         if (!colored) return;
         message = *std::move(colored);
     }
-    auto expanded = messageConstants::ExpandConstants(message, conversation);
     // Where no constants are looked for there are no commands either.
-    if (!expanded) return;
-    message = *std::move(expanded);
+    if (!messageConstants::ExpandConstants(message, conversation)) return;
     filterCommand(message, conversation);
 }
 

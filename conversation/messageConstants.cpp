@@ -11,6 +11,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
+#include <utility>
 
 namespace {
 
@@ -21,6 +23,9 @@ constexpr std::int32_t longestForUptime = 1600;
 
 /// Positions in a text have 16 bits.
 constexpr std::size_t longestExpanded = 32767;
+
+/// False for nearly all that users type, which costs no more than this look then.
+bool mayHoldToken(std::string_view text) { return text.find('<') != std::string_view::npos; }
 
 /// Replaces every `token` in `text` by its value, which is asked for only if there is one. Abandons
 /// the step, before it takes any memory, where the text would become too long.
@@ -64,16 +69,20 @@ void expandAll(std::string& text, std::int32_t declared, Conversation& conversat
 
 }  // namespace
 
-std::optional<std::string> messageConstants::ExpandConstants(std::string_view message,
-                                                             Conversation& conversation) {
-    if (!isOn(conversation.services.settings, options::constants)) {
-        return std::nullopt;
-    }
+bool messageConstants::ExpandConstants(std::string& message, Conversation& conversation) {
+    if (!isOn(conversation.services.settings, options::constants)) return false;
     const auto declared = messageTools::PayloadLength(message);
-    if (!declared || *declared > longest) return std::nullopt;
-    std::string expanded(message);
+    if (!declared || *declared > longest) return false;
+    if (!mayHoldToken(message)) {
+        message = need(messageTools::FixPayloadLength(std::move(message)));
+        return true;
+    }
+    std::string expanded = message;
     expandAll(expanded, *declared, conversation);
-    return messageTools::FixPayloadLength(expanded);
+    auto measured = messageTools::FixPayloadLength(std::move(expanded));
+    if (!measured) return false;
+    message = *std::move(measured);
+    return true;
 }
 
 std::string messageConstants::expandNickName(std::string text, Services& services) {

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 using namespace std::string_view_literals;
 
@@ -14,7 +15,7 @@ namespace {
 /// Whether `text` begins with `head`, which is in lower case, in any case of letters.
 Answer beginsLike(std::optional<std::string_view> text, std::string_view head) {
     if (!text) return Answer::Unknown;
-    return lowerCase(text->substr(0, head.size())) == head ? Answer::Yes : Answer::No;
+    return beginsInAnyCase(*text, head) ? Answer::Yes : Answer::No;
 }
 
 /// The declared length as it is written.
@@ -25,6 +26,12 @@ std::optional<std::string_view> lengthWord(std::string_view message) {
 /// The integer part of the number that `text` is; nothing where it is none, or has more than 32
 /// bits.
 std::optional<std::int32_t> integerPart(std::string_view text) {
+    // As clients and servers write it.
+    std::int32_t whole = 0;
+    const auto [wholeEnd, wholeError] =
+        std::from_chars(text.data(), text.data() + text.size(), whole);
+    if (wholeError == std::errc() && wholeEnd == text.data() + text.size()) return whole;
+
     text = trimmed(text);
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     const char* const end = text.data() + text.size();
@@ -94,11 +101,11 @@ std::string_view messageTools::payloadOf(std::string_view message) {
     return linesFrom(message, 1).value_or(message);
 }
 
-std::optional<std::string> messageTools::FixPayloadLength(std::string_view message) {
+std::optional<std::string> messageTools::FixPayloadLength(std::string message) {
     const auto declared = PayloadLength(message);
     if (!declared) return std::nullopt;
-    return replaceFirst(std::string(message), std::to_string(*declared),
-                        std::to_string(payloadOf(message).size()));
+    const std::size_t length = payloadOf(message).size();
+    return replaceFirst(std::move(message), std::to_string(*declared), std::to_string(length));
 }
 
 std::optional<std::string> messageTools::withLengthChanged(std::string_view message,

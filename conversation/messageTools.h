@@ -34,7 +34,7 @@ namespace messageTools {
 [[nodiscard]] Answer HasTrailingData(std::string_view message);
 /// `message` with word 3 of line 0 made the true length of its payload; nothing without a declared
 /// length.
-[[nodiscard]] std::optional<std::string> FixPayloadLength(std::string_view message);
+[[nodiscard]] std::optional<std::string> FixPayloadLength(std::string message);
 /// `message` in a new colour, with its length in step; nothing where line 3 is no format line, line
 /// 0 has no length, or the change has no 16 bits.
 [[nodiscard]] std::optional<std::string> ApplyRandomColor(std::string_view message, Chance& chance);

@@ -5,6 +5,7 @@
 #include "desktop/mdlFunctions.h"
 #include "proxy/ProgramWindows.h"
 #include "proxy/filters.h"
+#include "stores/SettingsStore.h"
 
 #include <optional>
 #include <utility>
@@ -24,6 +25,9 @@ constexpr std::size_t lowWaterMark = highWaterMark / 2;
 /// 4, where SOCKS 4 has 0: Messenger and `nc -X 4` take it, curl and proxychains do not.
 constexpr std::string_view requestGranted = "\x04\x5A";
 constexpr std::string_view connectRequest = "\x04\x01";
+
+/// A header of direct connections of another protocol begins so.
+constexpr std::string_view directConnectHead = "ODC2";
 
 /// The head of a foreign frame: the marker, a channel, two bytes of sequence, two of length.
 constexpr std::int32_t frameHead = 6;
@@ -172,12 +176,24 @@ void MSNProxy::Winsock1_DataArrival(int Index) {
     Stream& stream = streams[Index];
     if (stream.blocked) return;
     std::string& buffer = stream.receiveBuffer;
-    buffer += Winsock1[Index]->GetData();
+    const std::string_view arrived = Winsock1[Index]->GetData();
+    if (buffer.empty() && !isForeign(arrived)) {
+        relay(Index, arrived);
+        return;
+    }
+    buffer += arrived;
     if (takesForeignFrames(stream)) return;
     const SpentBuffer spent(buffer);
     if (!takesSocksRequest(buffer) && !dropsDirectConnect(Index, buffer)) {
         relay(Index, buffer);
     }
+}
+
+/// Whether a chunk may be anything but a command. What is none is sent on from where it was
+/// received.
+bool MSNProxy::isForeign(std::string_view chunk) {
+    return beginsLikeForeignFrame(chunk) || chunk.starts_with(connectRequest) ||
+           chunk.starts_with(directConnectHead);
 }
 
 /// Takes whole frames of another protocol off the head of the buffer; they are sent nowhere. True
@@ -228,7 +244,7 @@ bool MSNProxy::takesSocksRequest(std::string_view buffer) {
 
 /// True for a direct-connection header of the same foreign protocol while much waits to be sent.
 bool MSNProxy::dropsDirectConnect(int Index, const std::string& buffer) {
-    if (!buffer.starts_with("ODC2"sv)) return false;
+    if (!buffer.starts_with(directConnectHead)) return false;
     if (Index == serverSide) {
         directConnectName = removeAll(characters(buffer, 45, 60), "\0"sv);
     }
@@ -243,14 +259,15 @@ bool MSNProxy::dropsDirectConnect(int Index, const std::string& buffer) {
            (!Label1 || *Label1 > 30000);
 }
 
-void MSNProxy::relay(int Index, std::string& buffer) {
-    if (Index == clientSide) {
-        filterClientChunk(buffer, *this, host.windows);
-    } else {
-        filterServerChunk(buffer, *this);
-    }
-    attempt([&] { Winsock1[1 - Index]->SendData(buffer); });
+void MSNProxy::relay(int Index, std::string_view chunk) {
+    const SettingsStore::OneLook look(services.settings);
+    std::string rewritten = std::move(host.spare);
+    const std::string_view result = Index == clientSide
+                                        ? filterClientChunk(chunk, rewritten, *this, host.windows)
+                                        : filterServerChunk(chunk, rewritten, *this);
+    attempt([&] { Winsock1[1 - Index]->SendData(result); });
     std::string caption =
-        services.values.loggedin ? std::string("Cobweave") : std::string(characters(buffer, 1, 3));
+        services.values.loggedin ? std::string("Cobweave") : std::string(characters(result, 1, 3));
     host.windows.changetraycaption(caption);
+    host.spare = std::move(rewritten);
 }

@@ -20,6 +20,8 @@ struct ProxyHost {
     const ProgramWindows& windows;
     Network& network;
     EventLoop& loop;
+    /// The memory of the last chunk that was rewritten, for the next one.
+    std::string spare;
 };
 
 /// One connection of the client: the pair of sockets, how the server side is opened, and what
@@ -86,11 +88,12 @@ private:
     void Winsock1_SendProgress(int Index, std::size_t bytesRemaining);
     void Timer1_Timer();
 
+    [[nodiscard]] static bool isForeign(std::string_view chunk);
     [[nodiscard]] static bool takesForeignFrames(Stream& stream);
     [[nodiscard]] static bool takesFrames(Stream& stream, std::string_view& rest);
     [[nodiscard]] bool takesSocksRequest(std::string_view buffer);
     [[nodiscard]] bool dropsDirectConnect(int Index, const std::string& buffer);
-    void relay(int Index, std::string& buffer);
+    void relay(int Index, std::string_view chunk);
 
     void sendToClient(std::string_view bytes) override;
     void showPopup(std::string_view text) override { popup(text); }

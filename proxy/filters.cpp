@@ -26,7 +26,8 @@ void learnDialect(std::string_view chunk, ConnectionRecord& connection) {
 }
 
 /// The client's first status, online or offline as it signs in, becomes the user's choice.
-void applyStatus(std::string& chunk, Conversation& conversation, const ProgramWindows& windows) {
+std::string_view applyStatus(std::string_view chunk, std::string& rewritten,
+                             Conversation& conversation, const ProgramWindows& windows) {
     Services& services = conversation.services;
     conversation.connection.statusApplied = true;
     services.values.loggedin = true;
@@ -34,19 +35,24 @@ void applyStatus(std::string& chunk, Conversation& conversation, const ProgramWi
     windows.changetraycaption(caption);
     if (const auto postfix = word(chunk, 3)) services.values.statusPostfix = *postfix;
     const std::string status = textOf(services.settings, options::initialStatus);
-    chunk = replaceFirst(std::move(chunk), "NLN"sv, "{status}"sv);
-    chunk = replaceFirst(std::move(chunk), "FLN"sv, "{status}"sv);
-    chunk = replaceFirst(std::move(chunk), "{status}"sv, mdlFunctions::StatusCodeFromName(status));
+    rewritten = replaceFirst(std::string(chunk), "NLN"sv, "{status}"sv);
+    rewritten = replaceFirst(std::move(rewritten), "FLN"sv, "{status}"sv);
+    rewritten =
+        replaceFirst(std::move(rewritten), "{status}"sv, mdlFunctions::StatusCodeFromName(status));
+    return rewritten;
 }
 
-void filterMessage(std::string& chunk, Conversation& conversation) {
+std::string_view filterMessage(std::string_view chunk, std::string& rewritten,
+                               Conversation& conversation) {
     constexpr std::string_view peerToPeer = "Content-Type: application/x-msnmsgrp2p";
-    if (line(chunk, 2) == peerToPeer) return;
-    attempt([&] { chatCommands::FilterOutgoing(chunk, conversation); });
+    if (line(chunk, 2) == peerToPeer) return chunk;
+    rewritten = chunk;
+    attempt([&] { chatCommands::FilterOutgoing(rewritten, conversation); });
     if (isOn(conversation.services.settings, options::useristyping)) {
         // The contact's client does not know this header and shows nothing; the length stays.
-        chunk = replaceFirst(std::move(chunk), "TypingUser:"sv, "TypingUserx"sv);
+        rewritten = replaceFirst(std::move(rewritten), "TypingUser:"sv, "TypingUserx"sv);
     }
+    return rewritten;
 }
 
 /// What is not there leaves what was kept before.
@@ -67,29 +73,32 @@ void learnNickName(std::string_view chunk, ProcessValues& values) {
     if (auto nickname = mdlFunctions::UrlDecode(*coded)) values.nickname = *std::move(nickname);
 }
 
-void stamp(std::string& chunk, Services& services) {
+std::string_view stamp(std::string_view chunk, std::string& rewritten, Services& services) {
     auto stamped = mdlFunctions::MessengerPlusPresent(services.registry)
                        ? timestamps::StampFormatted(chunk, services.settings, services.clock)
                        : timestamps::StampPlain(chunk, services.settings, services.clock);
-    if (stamped) chunk = *std::move(stamped);
-    if (auto measured = messageTools::FixPayloadLength(chunk)) chunk = *std::move(measured);
+    rewritten = stamped ? *std::move(stamped) : std::string(chunk);
+    if (auto measured = messageTools::FixPayloadLength(rewritten)) rewritten = *std::move(measured);
+    return rewritten;
 }
 
-void filterText(std::string& chunk, Conversation& conversation) {
+std::string_view filterText(std::string_view chunk, std::string& rewritten,
+                            Conversation& conversation) {
     // Each test that cannot be answered lets the message go on to the next one.
-    if (surely(messageTools::HasTrailingData(chunk))) return;
-    if (word(chunk, 1) == "Hotmail"sv) return;
-    if (!mayBe(messageTools::IsTextMessage(chunk))) return;
+    if (surely(messageTools::HasTrailingData(chunk))) return chunk;
+    if (word(chunk, 1) == "Hotmail"sv) return chunk;
+    if (!mayBe(messageTools::IsTextMessage(chunk))) return chunk;
     alerts::rememberWords(messageTools::SecondWord(chunk).value_or(""),
                           messageTools::MessageBody(chunk).value_or(""), conversation);
     Services& services = conversation.services;
-    if (isOn(services.settings, options::timestamp)) stamp(chunk, services);
+    if (!isOn(services.settings, options::timestamp)) return chunk;
+    return stamp(chunk, rewritten, services);
 }
 
 }  // namespace
 
-void filterClientChunk(std::string& chunk, Conversation& conversation,
-                       const ProgramWindows& windows) {
+std::string_view filterClientChunk(std::string_view chunk, std::string& rewritten,
+                                   Conversation& conversation, const ProgramWindows& windows) {
     ProcessValues& values = conversation.services.values;
     ConnectionRecord& connection = conversation.connection;
     if (const auto number = word(chunk, 1)) values.tranID = *number;
@@ -98,13 +107,16 @@ void filterClientChunk(std::string& chunk, Conversation& conversation,
         learnDialect(chunk, connection);
     } else if (name == "CHG"sv) {
         values.serverID = connection.formID;
-        if (!connection.statusApplied) applyStatus(chunk, conversation, windows);
+        if (connection.statusApplied) return chunk;
+        return applyStatus(chunk, rewritten, conversation, windows);
     } else if (name == "MSG"sv) {
-        filterMessage(chunk, conversation);
+        return filterMessage(chunk, rewritten, conversation);
     }
+    return chunk;
 }
 
-void filterServerChunk(std::string& chunk, Conversation& conversation) {
+std::string_view filterServerChunk(std::string_view chunk, std::string& rewritten,
+                                   Conversation& conversation) {
     ProcessValues& values = conversation.services.values;
     ConnectionRecord& connection = conversation.connection;
     const std::string_view name = characters(chunk, 1, 3);
@@ -123,8 +135,9 @@ void filterServerChunk(std::string& chunk, Conversation& conversation) {
     } else if (name == "RNG"sv) {
         alerts::openWindow(chunk, conversation);
     } else if (name == "MSG"sv) {
-        filterText(chunk, conversation);
+        return filterText(chunk, rewritten, conversation);
     } else if (name == "BYE"sv) {
         alerts::closeWindow(chunk, conversation);
     }
+    return chunk;
 }

@@ -111,6 +111,15 @@ TEST(LowerCase, ChangesTheLettersFromAToZAlone) {
     EXPECT_EQ(lowerCase(""sv), "");
 }
 
+TEST(BeginsInAnyCase, ComparesTheBeginningAlone) {
+    EXPECT_TRUE(beginsInAnyCase("Content-TYPE: Text"sv, "content-type"sv));
+    EXPECT_TRUE(beginsInAnyCase("A"sv, "a"sv));
+    EXPECT_TRUE(beginsInAnyCase(""sv, ""sv));
+    EXPECT_FALSE(beginsInAnyCase("Content-Typ"sv, "content-type"sv));
+    EXPECT_FALSE(beginsInAnyCase("Content_Type"sv, "content-type"sv));
+    EXPECT_FALSE(beginsInAnyCase("\xC0"sv, "\xE0"sv));
+}
+
 TEST(ReplaceFirst, LeavesTheLaterOnes) {
     EXPECT_EQ(replaceFirst("NLN NLN", "NLN"sv, "BSY"sv), "BSY NLN");
 }

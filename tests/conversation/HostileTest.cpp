@@ -95,7 +95,10 @@ TEST_P(OneMegabyte, PassesEveryTool) {
     (void)messageTools::HasTrailingData(text);
     (void)messageTools::FixPayloadLength(text);
     (void)messageTools::ApplyRandomColor(text, facilities.chance);
-    attempt([&] { (void)messageConstants::ExpandConstants(text, conversation); });
+    attempt([&] {
+        std::string expanded = text;
+        (void)messageConstants::ExpandConstants(expanded, conversation);
+    });
     attempt([&] { (void)injection::MakeCoverMessage(text, text); });
     (void)injection::add1(text);
     (void)timestamps::StampPlain(text, facilities.settings, facilities.clock);

@@ -103,8 +103,8 @@ TEST_F(RandomMessages, HaveTheirTrueLengthAfterConstants) {
     for (int round = 0; round < rounds; ++round) {
         const std::string payload = anyPayload();
         if (payload.size() > 1640) continue;
-        const std::string expanded =
-            need(messageConstants::ExpandConstants(message(plainHead, payload), conversation));
+        std::string expanded = message(plainHead, payload);
+        EXPECT_TRUE(messageConstants::ExpandConstants(expanded, conversation));
         expectTrueLength(expanded);
         EXPECT_EQ(headOf(expanded), plainHead);
         EXPECT_EQ(expanded.find("<ws>"), std::string::npos);
