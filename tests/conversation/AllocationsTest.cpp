@@ -16,7 +16,7 @@ namespace {
 class Allocations : public testing::Test {
 protected:
     LoneConversation conversation;
-    const ProgramWindows windows;
+    const ProgramWindows windows{};
     std::string rewritten;
 
     /// How often memory is asked for by a chunk that was preceded by one of its kind.
@@ -51,7 +51,7 @@ TEST_F(Allocations, AreCounted) {
 }
 
 TEST_F(Allocations, AreNotMadeForCommandsThatPass) {
-    for (const std::size_t size : {250, 65536}) {
+    for (const std::size_t size : {std::size_t{250}, std::size_t{65536}}) {
         const std::string line = "ILN 5 NLN " + std::string(size, 'x') + "\r\n";
         EXPECT_EQ(ofClient(line), 0U) << size;
         EXPECT_EQ(ofServer(line), 0U) << size;
