@@ -92,7 +92,7 @@ TEST_F(Tray, OfAnOlderPanelIsUsedWhileTheBusDoesNotAnswer) {
     kill(bus.process(), SIGCONT);
 }
 
-TEST_F(Tray, DISABLED_OfAPanelOnTheBusTakesTheIconAndTakesItAgainAfterARestart) {
+TEST_F(Tray, OfAPanelOnTheBusTakesTheIconAndTakesItAgainAfterARestart) {
     Panel panel;
     IconProgram program;
     EXPECT_EQ(program.word(), "searching");
