@@ -70,7 +70,7 @@ SettingsTrouble::Kind kindOf(int result) {
 }
 
 /// Makes the folder, for nobody but its user: last words are private.
-std::error_code makeFolder(const std::filesystem::path& folder) {
+std::error_code makePrivateFolder(const std::filesystem::path& folder) {
     std::error_code error;
     if (std::filesystem::create_directories(folder, error)) {
         std::filesystem::permissions(folder, std::filesystem::perms::owner_all, error);
@@ -137,7 +137,7 @@ void SettingsFile::FinalizeStatement::operator()(sqlite3_stmt* handle) const {
 
 std::optional<SettingsTrouble> SettingsFile::open() {
     close();
-    if (const std::error_code refused = makeFolder(path.parent_path())) {
+    if (const std::error_code refused = makePrivateFolder(path.parent_path())) {
         return SettingsTrouble{SettingsTrouble::Kind::Unusable, refused.message()};
     }
     isLogRefused = false;

@@ -13,14 +13,15 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 /// Far beyond any measured time; a relay that loses bytes is found out by it.
-constexpr std::chrono::seconds patience{30};
+constexpr std::chrono::seconds longestTransfer{30};
 
 std::string command(std::string_view word, std::int64_t count) {
     return std::string(word) + std::to_string(count) + std::string(traffic::lineEnd);
 }
 
 void failWhenLate(Clock::time_point start) {
-    if (Clock::now() - start > patience) throw BenchError("the bytes did not all arrive in time");
+    if (Clock::now() - start > longestTransfer)
+        throw BenchError("the bytes did not all arrive in time");
 }
 
 void awaitAnswer(int socket, std::string_view expected) {

@@ -21,8 +21,8 @@ std::string replaced(std::string text, std::string_view old, std::string_view fr
 
 std::string_view payloadOf(std::string_view message) { return behind(traffic::lineEnd, message); }
 
-/// A message with this payload, of its true length.
-std::string withPayload(const std::string& message, const std::string& payload) {
+/// The message with another payload, and its true length.
+std::string withOtherPayload(const std::string& message, const std::string& payload) {
     const std::string head = message.substr(0, message.size() - payloadOf(message).size());
     return replaced(head, " " + std::to_string(payloadOf(message).size()) + "\r\n",
                     " " + std::to_string(payload.size()) + "\r\n") +
@@ -35,8 +35,9 @@ void hasLengthOfFirstPart(const traffic::Turn& turn, const Delivered& delivered)
     const std::string whole = traffic::joined(turn.fromClient);
     const std::string first(payloadOf(turn.fromClient.front()));
     const std::string rest = turn.fromClient.back();
-    demand(delivered.atServer == whole || delivered.atServer == withPayload(whole, first) + rest,
-           "the filters did not see the first part of a text");
+    demand(
+        delivered.atServer == whole || delivered.atServer == withOtherPayload(whole, first) + rest,
+        "the filters did not see the first part of a text");
     arrivesUnchanged({{std::string(delivered.atServer)}, turn.fromServer}, delivered);
 }
 
@@ -62,7 +63,7 @@ Check hasNewColour() {
         demand(std::exchange(last, color) != color, "the colour of a text did not change");
         const std::string sent = turn.fromClient.front();
         const std::string payload = replaced(std::string(payloadOf(sent)), "CO=0", "CO=" + color);
-        arrivesUnchanged({{withPayload(sent, payload)}, turn.fromServer}, delivered);
+        arrivesUnchanged({{withOtherPayload(sent, payload)}, turn.fromServer}, delivered);
     };
 }
 
@@ -73,7 +74,7 @@ void hasStamp(const traffic::Turn& turn, const Delivered& delivered) {
     demand(stamp.starts_with(" [") && stamp.ends_with(']') && stamp.size() > 5,
            "a contact's text came without its stamp");
     const std::string stamped = std::string(payloadOf(sent)).append(stamp);
-    arrivesUnchanged({turn.fromClient, {withPayload(sent, stamped)}}, delivered);
+    arrivesUnchanged({turn.fromClient, {withOtherPayload(sent, stamped)}}, delivered);
 }
 
 void hidesTyping(const traffic::Turn& turn, const Delivered& delivered) {

@@ -18,7 +18,7 @@ namespace {
 
 using namespace std::string_literals;
 
-using Clock = std::chrono::steady_clock;
+using Steady = std::chrono::steady_clock;
 
 /// Far more than there is in what a bus says to a new connection.
 constexpr std::uint32_t longestAnswer = 65536;
@@ -34,7 +34,7 @@ std::size_t aligned(std::size_t position, std::size_t unit) {
 /// A connection that is given up at the deadline.
 class Stream {
 public:
-    explicit Stream(Clock::time_point deadline) : deadline(deadline) {}
+    explicit Stream(Steady::time_point deadline) : deadline(deadline) {}
 
     [[nodiscard]] bool connect(std::string_view socketName) {
         sockaddr_un address{};
@@ -77,7 +77,7 @@ public:
 private:
     /// False when nothing comes any more, or not in time.
     [[nodiscard]] bool receive() {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Steady::now());
         if (left.count() <= 0) return false;
         pollfd entry{descriptor.get(), POLLIN, 0};
         const int ready = poll(&entry, 1, static_cast<int>(left.count()));
@@ -90,7 +90,7 @@ private:
         return true;
     }
 
-    Clock::time_point deadline;
+    Steady::time_point deadline;
     Descriptor descriptor;
     std::string received;
 };
@@ -192,7 +192,7 @@ std::string inHexadecimal(std::string_view text) {
 
 }  // namespace
 
-bool isAnsweringBus(std::string_view socketName, Clock::time_point deadline) {
+bool isAnsweringBus(std::string_view socketName, Steady::time_point deadline) {
     Stream stream(deadline);
     const std::string user = inHexadecimal(std::to_string(getuid()));
     if (!stream.connect(socketName) || !stream.send("\0AUTH EXTERNAL "s + user + "\r\n")) {

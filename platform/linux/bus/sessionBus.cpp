@@ -15,7 +15,7 @@ constexpr std::chrono::seconds longestWait{2};
 /// one of another kind.
 std::string socketName(const QString& address) {
     for (const QString& pair : address.mid(QString("unix:").size()).split(',')) {
-        const std::string value =
+        std::string value =
             QByteArray::fromPercentEncoding(pair.section('=', 1).toLocal8Bit()).toStdString();
         if (pair.startsWith("path=")) return value;
         if (pair.startsWith("abstract=")) return '\0' + value;
