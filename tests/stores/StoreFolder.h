@@ -52,9 +52,8 @@ protected:
 /// How it stands with logs beside the file.
 enum class Logs {
     Allowed,
-    /// The folder does not allow them.
-    NotAllowed,  /// They are allowed, and a run that was killed has left one.
-    Left,
+    NotAllowed,  ///< by the folder
+    Left,        ///< allowed, and a run that was killed has left one
 };
 
 /// A place for a settings file, of each kind.

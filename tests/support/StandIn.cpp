@@ -145,6 +145,18 @@ bool StandIn::isListed(xcb_window_t window) {
     return std::find(list.begin(), list.end(), window) != list.end();
 }
 
+bool StandIn::isManaged() {
+    const auto cookie = xcb_get_window_attributes(connection, screenRoot);
+    const auto reply = own(xcb_get_window_attributes_reply(connection, cookie, nullptr));
+    return reply != nullptr && (reply->all_event_masks & XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT) != 0;
+}
+
+bool StandIn::isViewable(xcb_window_t window) {
+    const auto cookie = xcb_get_window_attributes(connection, window);
+    const auto reply = own(xcb_get_window_attributes_reply(connection, cookie, nullptr));
+    return reply != nullptr && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
 std::optional<std::string> StandIn::bytes(xcb_window_t window, const std::string& name) {
     const auto cookie =
         xcb_get_property(connection, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 0x100000);

@@ -57,6 +57,10 @@ public:
     [[nodiscard]] xcb_atom_t atom(const std::string& name);
     /// Whether a window manager has the window in its list.
     [[nodiscard]] bool isListed(xcb_window_t window);
+    /// A window manager decides on what is shown.
+    [[nodiscard]] bool isManaged();
+    /// It and all that it lies in are shown.
+    [[nodiscard]] bool isViewable(xcb_window_t window);
     /// A property's bytes; nothing where there is none.
     [[nodiscard]] std::optional<std::string> bytes(xcb_window_t window, const std::string& name);
     [[nodiscard]] std::string typeOf(xcb_window_t window, const std::string& name);

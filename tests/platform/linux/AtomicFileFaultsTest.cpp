@@ -233,8 +233,8 @@ TEST_F(GuardedFile, IsWholeAtEachLookWhileItsWriterWritesAndIsKilled) {
     // Of other lengths, so that neither covers the other.
     const std::string first(100'000, 'a');
     const std::string second(300'000, 'b');
-    constexpr int writers = 30;
-    constexpr int looksEach = 20;
+    constexpr int writers = 8;
+    constexpr int looksEach = 10;
     write(first);
     for (int writer = 0; writer < writers; ++writer) {
         {

@@ -51,10 +51,11 @@ protected:
         if (windows->MessengerWindowHandle() == window) return testing::AssertionSuccess();
         return testing::AssertionFailure() << "found is " << windows->MessengerWindowHandle();
     }
-    /// Opens a window, and waits until the window manager, if there is one, has taken it.
+    /// Opens a window, and waits until the window manager, if there is one, has taken and shown it.
     [[nodiscard]] xcb_window_t open(const StandIn::Look& look) {
         const xcb_window_t window = other.open(look);
-        if (managed && !look.isOverrideRedirect && !becomesTrue([&] { return isListed(window); })) {
+        const auto isTaken = [&] { return isListed(window) && other.isViewable(window); };
+        if (managed && !look.isOverrideRedirect && !becomesTrue(isTaken)) {
             throw std::runtime_error("the window manager does not take a window");
         }
         return window;
@@ -73,6 +74,9 @@ protected:
     }
     void unmanage() {
         manager.reset();
+        if (!becomesTrue([&] { return !other.isManaged(); })) {
+            throw std::runtime_error("the window manager does not go");
+        }
         managed = false;
     }
 
