@@ -96,7 +96,8 @@ class X11Client {
 public:
     /// The X server answers within some hundredths of a millisecond. One that takes longer than
     /// this is held up, and no answer is worth waiting longer for it.
-    static constexpr std::chrono::milliseconds longestWait{5};
+    static constexpr std::chrono::milliseconds usualWait{5};
+    static inline std::chrono::milliseconds longestWait = usualWait;
 
     /// Any event that arrives over the connection, whichever client it was selected by; errors, of
     /// type 0, too.

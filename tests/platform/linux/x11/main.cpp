@@ -1,4 +1,5 @@
 #include "platform/Platform.h"
+#include "platform/linux/x11/X11Client.h"
 #include "tests/platform/linux/x11/IconProgram.h"
 #include "tests/support/XServer.h"
 
@@ -17,6 +18,8 @@ int main(int argc, char* argv[]) {
         return IconProgram::run();
     }
     testing::InitGoogleTest(&argc, argv);
+    // A busy machine's X server answers later than a program may wait that serves connections.
+    X11Client::longestWait = waitLimit;
     const XServer server;
     setenv("DISPLAY", server.name().c_str(), 1);
     setenv("QT_QPA_PLATFORM", "xcb", 1);
