@@ -11,7 +11,7 @@ constexpr double unmeasured = 5e4;
 
 // What things cost, measured with Qt's raster engine. bench/movies prints what comes of them.
 constexpr double paintingCost = 500;
-constexpr double edgeCost = 25;
+constexpr double edgeCost = 75;
 constexpr double segmentCost = 20;
 constexpr double cellCost = 25;
 constexpr double cellStepCost = 1.2;
@@ -21,17 +21,19 @@ constexpr double steepCellCost = 10;
 /// So long one band may take.
 constexpr double bandCost = 1e6;
 constexpr double beyondCost = 6;
-constexpr double linePieceCost = 700;
+constexpr double linePieceCost = 5000;
+constexpr double thinPieceCost = 60;
+constexpr double thinPixelCost = 25;
 constexpr double orderedEdgeCost = 60;
 constexpr double morphEdgeCost = 200;
 constexpr double morphStyleCost = 200;
 constexpr double rowCost = 30;
 constexpr double opaquePixelCost = 0.12;
-constexpr double translucentPixelCost = 0.8;
+constexpr double translucentPixelCost = 0.5;
 constexpr double linearPixelCost = 1.5;
 constexpr double radialPixelCost = 2.5;
-constexpr double gradientCellCost = 60;
-constexpr double gradientCost = 6000;
+constexpr double gradientCellCost = 20;
+constexpr double gradientCost = 4000;
 constexpr double copiedPixelCost = 0.3;
 constexpr double blendedPixelCost = 0.8;
 constexpr double roughPixelCost = 1.5;
@@ -60,9 +62,13 @@ DrawingBudget::DrawingBudget(std::function<double()> clock)
 bool DrawingBudget::take(double cost) {
     over = over || left() <= 0 || cost > left();
     if (over) return false;
+    add(cost);
+    return true;
+}
+
+void DrawingBudget::add(double cost) {
     pending += cost;
     counted += cost;
-    return true;
 }
 
 bool DrawingBudget::goesOn() {
@@ -126,9 +132,13 @@ double DrawingCosts::picture(const moviePaths::Path& path, PictureScaling scalin
 }
 
 double DrawingCosts::line(const moviePaths::Path& path, double width) const {
-    // The line's outline runs along both of its sides, and around each joint.
     const double length = path.length * view.pixelsPerUnit;
     const double wide = width * view.pixelsPerUnit;
+    if (isThin(width, view)) {
+        return path.segments * thinPieceCost + length * thinPixelCost +
+               beyondCost * path.beyond * view.pixelsPerUnit;
+    }
+    // The line's outline runs along both of its sides, and around each joint.
     const double cells = 2.2 * length + 4 * path.segments * wide;
     const QRectF seen = inPixels(path.bounds.adjusted(-width, -width, width, width));
     const double area = std::min(length * wide, seen.width() * seen.height());
@@ -145,7 +155,7 @@ int DrawingCosts::bands(const moviePaths::Path& path, double counted) const {
     const double cells = path.rise * view.pixelsPerUnit;
     const double density = std::min(cells / std::max(seen.height(), 1.0) / 100, 1.0);
     const double steep = cells * density * steepCellCost * seen.width();
-    const double cost = std::max(steep, counted > 2 * bandCost ? counted : 0);
+    const double cost = std::max(steep, counted > atOnce ? counted : 0);
     return static_cast<int>(std::clamp(cost / bandCost, 1.0, std::max(seen.height(), 1.0)));
 }
 

@@ -24,6 +24,8 @@ public:
     /// To be called before each thing. False when it does not fit any more; from then on nothing
     /// fits.
     [[nodiscard]] bool take(double cost);
+    /// The same for what was done already.
+    void add(double cost);
     /// Whether that much is left.
     [[nodiscard]] bool has(double cost) { return cost <= left(); }
     /// How much is left.
@@ -32,6 +34,8 @@ public:
     [[nodiscard]] double taken() const { return counted; }
     /// To be called between the parts of one thing. False when the time is over.
     [[nodiscard]] bool goesOn();
+    /// From now on nothing fits.
+    void end() { over = true; }
     /// Whether more was asked for than there is.
     [[nodiscard]] bool exceeded() const { return over; }
 
@@ -61,7 +65,9 @@ public:
     static constexpr double instance = 60;
     static constexpr double glyph = 100;
     /// Of a path that is being made: one of its lines.
-    static constexpr double segment = 15;
+    static constexpr double segment = 50;
+    /// What takes longer is drawn in parts, so that the time can be looked at between them.
+    static constexpr double atOnce = 2e6;
 
     DrawingCosts() = default;
     /// The surface that the paths are on.
@@ -83,6 +89,10 @@ public:
     /// To fill a path with a picture.
     [[nodiscard]] double picture(const moviePaths::Path& path, PictureScaling scaling,
                                  bool hasAlpha) const;
+    /// Whether a line has at most the width of a pixel: Qt draws it without an outline.
+    [[nodiscard]] static bool isThin(double width, const moviePaths::View& view) {
+        return width * view.pixelsPerUnit <= 1;
+    }
     /// To draw a path as a line of a width.
     [[nodiscard]] double line(const moviePaths::Path& path, double width) const;
     /// In how many bands an area is to be filled, so that the time can be looked at between them:

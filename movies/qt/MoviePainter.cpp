@@ -85,8 +85,7 @@ void MoviePainter::drawShape(const std::vector<swf::Painting>& paintings, const 
     for (const swf::Painting& painting : paintings) {
         if (budget.exceeded()) return;
         if (painting.isLine) {
-            const moviePaths::Path path = pathOf(painting, pose.matrix);
-            if (path.usable) drawLine(path, shape.lines[painting.style], pose);
+            drawLine(painting, shape.lines[painting.style], pose);
         } else {
             drawFill(painting, shape.fills[painting.style], pose);
         }
@@ -120,8 +119,9 @@ void MoviePainter::fillPath(const moviePaths::Path& path, const QBrush& brush, d
     const double height = std::ceil(seen.height() / pixel / bands) * pixel;
     const double first =
         view.visible.top() + std::floor((seen.top() - view.visible.top()) / pixel) * pixel;
+    const moviePaths::Bands parts(path.path);
     for (double top = first; top < seen.bottom() && budget.goesOn(); top += height)
-        painter->fillPath(moviePaths::band(path.path, top, top + height), brush);
+        painter->fillPath(parts.between(top, top + height), brush);
 }
 
 std::optional<QBrush> MoviePainter::pictureBrush(const QRectF& area, const swf::Fill& fill,
@@ -196,12 +196,14 @@ void MoviePainter::drawPicture(const moviePaths::Path& path, const swf::Fill& fi
     painter->restore();
 }
 
-void MoviePainter::drawLine(const moviePaths::Path& path, const swf::Line& line, const Pose& pose) {
+void MoviePainter::drawLine(const swf::Painting& painting, const swf::Line& line,
+                            const Pose& pose) {
+    const moviePaths::Path path = pathOf(painting, pose.matrix);
+    if (!path.usable) return;
     QPen pen = movieBrushes::pen(line, pose.matrix, 1 / view.pixelsPerUnit);
     const double margin = pen.widthF();
     const QRectF bounds = path.bounds.adjusted(-margin, -margin, margin, margin);
     if (!bounds.intersects(view.visible)) return;
-    if (!budget.take(costs.line(path, margin))) return;
     if (line.fill && line.fill->kind == swf::Fill::Kind::Bitmap) {
         const std::optional<QBrush> brush = pictureBrush(bounds, *line.fill, pose);
         if (!brush) return;
@@ -211,7 +213,33 @@ void MoviePainter::drawLine(const moviePaths::Path& path, const swf::Line& line,
     } else {
         pen.setColor(movieBrushes::color(pose.colors.apply(line.color)));
     }
-    painter->strokePath(path.path, pen);
+    const double cost = costs.line(path, pen.widthF());
+    if (cost <= DrawingCosts::atOnce) {
+        if (budget.take(cost)) painter->strokePath(path.path, pen);
+        return;
+    }
+    if (DrawingCosts::isThin(pen.widthF(), view)) {
+        const auto all = static_cast<double>(painting.edges.size());
+        const auto most = static_cast<std::size_t>(std::ceil(all * DrawingCosts::atOnce / cost));
+        const std::span<const swf::Edge> edges(painting.edges);
+        if (!budget.take(std::min(cost, budget.left()))) return;
+        for (std::size_t first = 0; first < edges.size() && budget.goesOn(); first += most) {
+            const auto part = edges.subspan(first, std::min(most, edges.size() - first));
+            painter->strokePath(moviePaths::way(part, pose.matrix, view).path, pen);
+        }
+        return;
+    }
+    // A wide line becomes an area, which can be filled in bands. Half of the time is for making it,
+    // so that some of it is seen.
+    const double reserved = budget.left() / 2;
+    bool isWhole = true;
+    const auto goesOn = [&] { return isWhole = budget.goesOn() && budget.left() > reserved; };
+    const moviePaths::Path outline =
+        moviePaths::lineOutline(painting.edges, pose.matrix, pen, view, goesOn);
+    if (outline.usable) {
+        fillPath(outline, pen.brush(), std::max(cost, costs.fill(outline, {}, false)));
+    }
+    if (!isWhole) budget.end();
 }
 
 void MoviePainter::drawText(const swf::Text& text, const Pose& pose) {
@@ -300,6 +328,7 @@ moviePaths::Path MoviePainter::pathOf(const swf::Painting& painting, const swf::
     if (!budget.take(DrawingCosts::path(painting.edges.size()))) return none;
     moviePaths::Path path = painting.isLine ? moviePaths::way(painting.edges, matrix, view)
                                             : moviePaths::outline(painting.edges, matrix, view);
-    if (!budget.take(DrawingCosts::segment * path.segments)) return none;
+    // It is there now, whatever it took.
+    budget.add(DrawingCosts::segment * path.segments);
     return path;
 }

@@ -56,7 +56,7 @@ private:
     /// where that has its place; nothing when it costs too much.
     [[nodiscard]] std::optional<QTransform> extend(QImage& image, QTransform place,
                                                    const QRectF& area, bool smooth);
-    void drawLine(const moviePaths::Path& path, const swf::Line& line, const Pose& pose);
+    void drawLine(const swf::Painting& painting, const swf::Line& line, const Pose& pose);
     void drawText(const swf::Text& text, const Pose& pose);
     /// Hands out the outlines of a text's glyphs, their colours and their places, as far as the
     /// budget goes.

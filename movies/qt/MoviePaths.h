@@ -4,10 +4,13 @@
 #include "movies/player/contours.h"
 
 #include <QPainterPath>
+#include <QPen>
 #include <QRectF>
 #include <QTransform>
 
+#include <functional>
 #include <span>
+#include <vector>
 
 /// Shapes of movies as paths of Qt.
 namespace moviePaths {
@@ -46,8 +49,23 @@ struct Path {
 [[nodiscard]] Path way(std::span<const swf::Edge> edges, const swf::Matrix& matrix,
                        const View& view);
 
-/// What of an outline's area lies between two heights.
-[[nodiscard]] QPainterPath band(const QPainterPath& outline, double top, double bottom);
+/// The outline of what a pen draws along the edges. It is made piece by piece, and ends where
+/// `goesOn` says so.
+[[nodiscard]] Path lineOutline(std::span<const swf::Edge> edges, const swf::Matrix& matrix,
+                               const QPen& pen, const View& view,
+                               const std::function<bool()>& goesOn);
+
+/// An outline of straight lines, of which parts are wanted.
+class Bands {
+public:
+    explicit Bands(const QPainterPath& outline);
+    /// What of the area lies between two heights.
+    [[nodiscard]] QPainterPath between(double top, double bottom) const;
+
+private:
+    std::vector<QPainterPath::Element> elements;
+    Qt::FillRule rule;
+};
 
 /// The same matrix for Qt.
 [[nodiscard]] QTransform toQt(const swf::Matrix& matrix);

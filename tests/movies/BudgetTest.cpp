@@ -226,4 +226,47 @@ TEST(MovieBudget, EndsALongFillBetweenTwoRows) {
     EXPECT_EQ(inked(part, 4), inked(all, 4));
 }
 
+/// A movie of one line that goes to and fro.
+std::string longLine(int edges, double width) {
+    Bits body = Bits().u16(1).rect(0, 100, 0, 100).u8(0).u8(1);
+    body.u16(static_cast<unsigned>(width * swf::twips)).rgb(white).styleBits(0, 1);
+    body.jumpAndLine(10, 5);
+    for (int edge = 0; edge < edges; ++edge)
+        body.line(edge % 2 == 0 ? 80 : -80, 90.0 / edges);
+    body.endShape();
+    return MovieFile().tag(Tag::DefineShape, body).place(1, 1).show().file();
+}
+
+TEST(MovieBudget, DrawsLongLinesInPiecesThatAreNotSeen) {
+    constexpr int edges = 600;
+    for (const double width : {0.2, 2.0}) {
+        Screening screen(longLine(edges, width), [] { return 0.0; });
+        const QImage pieces = screen.picture(2);
+        EXPECT_FALSE(screen.outcome.cut);
+        QImage whole = screen.ground(2);
+        QPainter painter(&whole);
+        painter.setRenderHint(QPainter::Antialiasing);
+        QPainterPath path({20, 10});
+        for (int edge = 1; edge <= edges; ++edge)
+            path.lineTo(edge % 2 == 0 ? 20 : 180, 10 + edge * 0.3);
+        painter.strokePath(path, QPen(Qt::white, std::max(1.0, width * 2), Qt::SolidLine,
+                                      Qt::RoundCap, Qt::RoundJoin));
+        int different = 0;
+        for (int y = 0; y < whole.height(); ++y) {
+            for (int x = 0; x < whole.width(); ++x)
+                different += std::abs(qRed(whole.pixel(x, y)) - qRed(pieces.pixel(x, y))) > 24;
+        }
+        EXPECT_LT(different, 20) << width;
+    }
+}
+
+TEST(MovieBudget, ShowsTheBeginningOfALineThatTakesTooLong) {
+    double calls = 0;
+    Screening screen(longLine(3000, 2), [&] { return ++calls * DrawingBudget::whole / 20; });
+    const QImage image = screen.picture(2);
+    EXPECT_TRUE(screen.outcome.cut);
+    EXPECT_EQ(image.pixel(100, 14) & 0xFFFFFFU, white);
+    EXPECT_EQ(image.pixel(100, 185) & 0xFFFFFFU, black);
+}
+
 }  // namespace
