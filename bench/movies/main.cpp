@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <fstream>
 #include <iterator>
 #include <limits>
@@ -19,7 +18,7 @@ struct Times {
     bool cut = false;
 };
 
-double now() { return static_cast<double>(std::clock()) * 1e3 / CLOCKS_PER_SEC; }
+double now() { return DrawingBudget::processorTime() / 1e6; }
 
 /// What drawing the frame takes when all is ready: the shortest of several times, so that what else
 /// the machine does counts little.

@@ -6,6 +6,8 @@
 #include "movies/player/limits.h"
 
 #include <algorithm>
+#include <array>
+#include <string>
 
 namespace swf {
 
@@ -13,34 +15,105 @@ namespace {
 
 constexpr std::uint32_t opaque = 0xFF000000U;
 
-/// The colour as files hold it; theirs are multiplied by alpha already, which not all keep to.
-std::uint32_t readArgb(Reader& reader, bool hasAlpha) {
-    const std::uint32_t alpha = hasAlpha ? reader.u8() : 255U;
-    std::uint32_t value = alpha;
-    for (int channel = 0; channel < 3; ++channel) {
-        value = value << 8U | std::min<std::uint32_t>(reader.u8(), alpha);
-    }
-    return value;
-}
-
-std::uint32_t readPalette(Reader& reader, bool hasAlpha) {
-    Reader color(reader.bytes(hasAlpha ? 4 : 3));
-    const std::uint32_t red = color.u8();
-    const std::uint32_t green = color.u8();
-    const std::uint32_t blue = color.u8();
-    const std::uint32_t alpha = hasAlpha ? color.u8() : 255U;
+/// The colour as files hold it: multiplied by alpha already, which not all keep to.
+std::uint32_t limited(std::uint32_t alpha, std::uint32_t red, std::uint32_t green,
+                      std::uint32_t blue) {
     return alpha << 24U | std::min(red, alpha) << 16U | std::min(green, alpha) << 8U |
            std::min(blue, alpha);
 }
 
-std::uint32_t fromFifteenBits(unsigned high, unsigned low) {
-    const unsigned value = high << 8U | low;
-    const auto channel = [&](unsigned shift) { return (value >> shift & 31U) * 255U / 31U; };
+std::uint32_t fromFifteenBits(std::uint32_t high, std::uint32_t low) {
+    const std::uint32_t value = high << 8U | low;
+    const auto channel = [&](std::uint32_t shift) { return (value >> shift & 31U) * 255U / 31U; };
     return opaque | channel(10) << 16U | channel(5) << 8U | channel(0);
 }
 
-/// Rows begin at every fourth byte.
-std::size_t stride(std::size_t bytes) { return (bytes + 3) / 4 * 4; }
+/// Unpacks a picture row by row.
+class Rows {
+public:
+    explicit Rows(const Bitmap& bitmap) : bitmap(bitmap), inflater(bitmap.data) {
+        const std::size_t size = bitmap.hasAlpha ? 4 : 3;
+        const std::string_view table = next(bitmap.colors * size);
+        for (std::size_t at = 0; at < table.size(); at += size) {
+            palette.push_back(limited(bitmap.hasAlpha ? byte(table, at + 3) : 255U, byte(table, at),
+                                      byte(table, at + 1), byte(table, at + 2)));
+        }
+    }
+
+    /// Fails where the bytes end.
+    void read(std::vector<std::uint32_t>& pixels) {
+        const std::size_t size = bitmap.kind == Bitmap::Kind::Palette    ? 1
+                                 : bitmap.kind == Bitmap::Kind::Pixels15 ? 2
+                                                                         : 4;
+        // Rows begin at every fourth byte.
+        const std::string_view row = next((bitmap.width * size + 3) / 4 * 4);
+        for (std::size_t x = 0; x < bitmap.width; ++x)
+            pixels[x] = pixel(row.substr(x * size, size));
+    }
+
+private:
+    static std::uint32_t byte(std::string_view bytes, std::size_t at) {
+        return static_cast<std::uint8_t>(bytes[at]);
+    }
+
+    std::uint32_t pixel(std::string_view bytes) const {
+        switch (bitmap.kind) {
+            case Bitmap::Kind::Palette: {
+                const std::size_t index = byte(bytes, 0);
+                return index < palette.size() ? palette[index] : 0;
+            }
+            case Bitmap::Kind::Pixels15: return fromFifteenBits(byte(bytes, 0), byte(bytes, 1));
+            default:
+                return limited(bitmap.hasAlpha ? byte(bytes, 0) : 255U, byte(bytes, 1),
+                               byte(bytes, 2), byte(bytes, 3));
+        }
+    }
+
+    std::string_view next(std::size_t count) {
+        unpacked.clear();
+        while (unpacked.size() < count && inflater.unpack(unpacked, count - unpacked.size())) {
+        }
+        if (unpacked.size() < count) throw Failure("a picture that ends too early");
+        return unpacked;
+    }
+
+    const Bitmap& bitmap;
+    Inflater inflater;
+    std::string unpacked;
+    std::vector<std::uint32_t> palette;
+};
+
+/// The mean colour of each `step` pixels of `step` rows; fewer at the right and lower edge.
+class Means {
+public:
+    Means(std::size_t width, std::size_t step) : step(step), sums((width + step - 1) / step) {}
+
+    void add(const std::vector<std::uint32_t>& row) {
+        for (std::size_t x = 0; x < row.size(); ++x) {
+            Sum& sum = sums[x / step];
+            ++sum.count;
+            for (unsigned channel = 0; channel < 4; ++channel)
+                sum.channels[channel] += row[x] >> 8U * channel & 255U;
+        }
+    }
+    void take(std::vector<std::uint32_t>& values) {
+        for (Sum& sum : sums) {
+            std::uint32_t mean = 0;
+            for (unsigned channel = 0; channel < 4; ++channel)
+                mean |= (sum.channels[channel] + sum.count / 2) / sum.count << 8U * channel;
+            values.push_back(mean);
+            sum = {};
+        }
+    }
+
+private:
+    struct Sum {
+        std::uint32_t count = 0;
+        std::array<std::uint32_t, 4> channels{};
+    };
+    std::size_t step;
+    std::vector<Sum> sums;
+};
 
 }  // namespace
 
@@ -75,38 +148,30 @@ Bitmap readJpeg(Reader& reader, int version, std::string_view tables) {
     return bitmap;
 }
 
-std::vector<std::uint32_t> unpackPixels(const Bitmap& bitmap) {
+Pixels unpackPixels(const Bitmap& bitmap, std::size_t most) {
     if (bitmap.width == 0 || bitmap.height == 0 ||
-        bitmap.height > limits::pixelsPerPicture / bitmap.width) {
+        bitmap.height > limits::packedPixels / bitmap.width) {
         throw Failure("a picture of no fitting size");
     }
-    const std::size_t bytesPerPixel = bitmap.kind == Bitmap::Kind::Palette    ? 1
-                                      : bitmap.kind == Bitmap::Kind::Pixels15 ? 2
-                                                                              : 4;
-    const std::size_t row = stride(bitmap.width * bytesPerPixel);
-    const std::size_t table = bitmap.colors * (bitmap.hasAlpha ? 4 : 3);
-    const std::string bytes = inflate(bitmap.data, table + row * bitmap.height);
-    Reader reader(bytes);
-    std::vector<std::uint32_t> palette;
-    for (std::size_t left = bitmap.colors; left > 0; --left) {
-        palette.push_back(readPalette(reader, bitmap.hasAlpha));
+    std::size_t step = 1;
+    Pixels pixels{bitmap.width, bitmap.height, {}};
+    while (pixels.width * pixels.height > most) {
+        ++step;
+        pixels.width = (bitmap.width + step - 1) / step;
+        pixels.height = (bitmap.height + step - 1) / step;
     }
-    std::vector<std::uint32_t> pixels;
-    pixels.reserve(bitmap.width * bitmap.height);
-    for (std::size_t y = 0; y < bitmap.height; ++y) {
-        Reader line(reader.bytes(row));
-        for (std::size_t x = 0; x < bitmap.width; ++x) {
-            if (bitmap.kind == Bitmap::Kind::Palette) {
-                const std::size_t index = line.u8();
-                pixels.push_back(index < palette.size() ? palette[index] : 0);
-            } else if (bitmap.kind == Bitmap::Kind::Pixels15) {
-                const unsigned high = line.u8();
-                pixels.push_back(fromFifteenBits(high, line.u8()));
-            } else {
-                if (!bitmap.hasAlpha) line.skip(1);
-                pixels.push_back(readArgb(line, bitmap.hasAlpha));
-            }
+    Rows rows(bitmap);
+    Means means(bitmap.width, step);
+    std::vector<std::uint32_t> row(bitmap.width);
+    pixels.values.reserve(pixels.width * pixels.height);
+    for (std::size_t y = 1; y <= bitmap.height; ++y) {
+        rows.read(row);
+        if (step == 1) {
+            pixels.values.insert(pixels.values.end(), row.begin(), row.end());
+            continue;
         }
+        means.add(row);
+        if (y % step == 0 || y == bitmap.height) means.take(pixels.values);
     }
     return pixels;
 }

@@ -34,8 +34,14 @@ struct Bitmap {
 /// the third with alpha, or the fourth.
 [[nodiscard]] Bitmap readJpeg(Reader& reader, int version, std::string_view tables);
 
-/// The pixels of a packed picture, row by row, as 0xAARRGGBB with colours multiplied by alpha.
+/// Rows of pixels, as 0xAARRGGBB with colours multiplied by alpha.
+struct Pixels {
+    std::size_t width = 0;
+    std::size_t height = 0;
+    std::vector<std::uint32_t> values;
+};
+/// The pixels of a packed picture. Of one with more than `most` whole squares of pixels become one.
 /// Fails for one that is damaged or larger than the limit.
-[[nodiscard]] std::vector<std::uint32_t> unpackPixels(const Bitmap& bitmap);
+[[nodiscard]] Pixels unpackPixels(const Bitmap& bitmap, std::size_t most);
 
 }  // namespace swf

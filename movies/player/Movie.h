@@ -23,7 +23,7 @@ struct Movie {
     Movie(const Movie&) = delete;
     Movie& operator=(const Movie&) = delete;
 
-    /// The unpacked file, behind its first eight bytes.
+    /// The unpacked file, or the file itself when it is not packed.
     std::string bytes;
     unsigned version = 0;
     Rect frame;

@@ -83,17 +83,18 @@ void MovieLoader::unpackStep() {
         more = inflater->unpack(movie->bytes, std::min(limits::bytesPerStep, room)) &&
                movie->bytes.size() < limits::unpackedBytes;
     } else {
-        movie->bytes = file.substr(headBytes);
+        movie->bytes = std::move(file);
     }
     if (more) return;
+    const std::size_t begin = inflater ? 0 : headBytes;
     inflater.reset();
     file = {};
+    tags = Reader(std::string_view(movie->bytes).substr(begin));
     stage = Stage::Done;
     attempt([&] { readHeader(); });
 }
 
 void MovieLoader::readHeader() {
-    tags = Reader(movie->bytes);
     const Rect frame = readRect(tags);
     const double rate = tags.u16() / 256.0;
     static_cast<void>(tags.u16());  // the number of frames, which follows from the frames

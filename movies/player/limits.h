@@ -29,10 +29,15 @@ constexpr std::size_t glyphsPerFont = 16384;
 constexpr std::size_t edges = std::size_t{1} << 19;
 constexpr std::size_t glyphsPerText = 4096;
 constexpr std::size_t recordsPerButton = 256;
-/// Of one picture, about 800 by 640. Larger ones are not drawn.
+/// What a picture is shown with, about 800 by 640. A larger one is scaled down while it is
+/// unpacked.
 constexpr std::size_t pixelsPerPicture = std::size_t{512} << 10;
-/// Of one packed picture, which is never larger than its pixels. Larger ones are not drawn.
-constexpr std::size_t bytesPerPicture = 4 * pixelsPerPicture;
+/// What a picture may have in the file, and how many bytes of it may be a JPEG. Larger ones are not
+/// drawn.
+constexpr std::size_t packedPixels = std::size_t{8} << 20;
+constexpr std::size_t bytesPerPicture = fileBytes;
+/// Pictures of so many pixels and bytes are unpacked at once, within 2 ms; others by a thread.
+constexpr std::size_t pixelsAtOnce = std::size_t{32} << 10;
 /// Of all pictures that a movie shows.
 constexpr std::size_t pixels = std::size_t{8} << 20;
 

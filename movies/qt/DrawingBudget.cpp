@@ -53,7 +53,9 @@ double cellsCost(double cells, const QRectF& seen) {
 }  // namespace
 
 double DrawingBudget::processorTime() {
-    return static_cast<double>(std::clock()) * (1e9 / CLOCKS_PER_SEC);
+    timespec used{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) * 1e9 + static_cast<double>(used.tv_nsec);
 }
 
 DrawingBudget::DrawingBudget(std::function<double()> clock)

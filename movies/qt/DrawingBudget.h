@@ -14,7 +14,7 @@ class DrawingBudget {
 public:
     static constexpr double whole = 8e6;
 
-    /// The processor time that the program has used.
+    /// The processor time that this thread has used.
     [[nodiscard]] static double processorTime();
 
     /// The time begins now. It is taken from `clock`; without one only counts count, so that it is
@@ -64,6 +64,8 @@ class DrawingCosts {
 public:
     static constexpr double instance = 60;
     static constexpr double glyph = 100;
+    /// To unpack a small picture.
+    static constexpr double unpacking = 2e6;
     /// Of a path that is being made: one of its lines.
     static constexpr double segment = 50;
     /// What takes longer is drawn in parts, so that the time can be looked at between them.

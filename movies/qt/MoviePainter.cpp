@@ -40,7 +40,7 @@ MoviePainter::Outcome MoviePainter::draw(QPainter& target, const QRectF& surface
     drawList(list, {matrix, {}});
     target.restore();
     // Without progress another drawing would show no more.
-    return {budget.taken(), budget.exceeded(), unfinished && progressed};
+    return {budget.taken(), budget.exceeded(), unfinished && (progressed || pictures.isBusy())};
 }
 
 void MoviePainter::drawList(const swf::DisplayList& list, const Pose& pose) {
@@ -128,26 +128,33 @@ std::optional<QBrush> MoviePainter::pictureBrush(const QRectF& area, const swf::
                                                  const Pose& pose) {
     const swf::Matrix place = pose.matrix.after(fill.matrix);
     if (!place.usable()) return {};
-    // One picture a drawing is unpacked, since that takes as long as all the rest.
-    const bool packed = pictures.isPacked(fill.bitmap);
-    unfinished = unfinished || (packed && !mayUnpack);
-    QImage image = pictures.find(fill.bitmap, mayUnpack);
-    if (packed && mayUnpack) {
+    // One small picture a drawing is unpacked; large ones come when they are ready.
+    const bool wasPacked = pictures.isPacked(fill.bitmap);
+    const auto [picture, size] =
+        pictures.find(fill.bitmap, mayUnpack && budget.has(DrawingCosts::unpacking));
+    const bool isPacked = pictures.isPacked(fill.bitmap);
+    unfinished = unfinished || isPacked;
+    if (wasPacked && !isPacked) {
         mayUnpack = false;
         progressed = true;
     }
-    if (image.isNull()) return {};
+    if (picture.isNull()) return {};
+    QImage image = picture;
+    QTransform way = moviePaths::toQt(place);
+    // It may have fewer pixels than in the file.
+    way.scale(double{1} * size.width() / image.width(), double{1} * size.height() / image.height());
     if (!onlyFades(pose.colors)) {
         if (!budget.take(DrawingCosts::recoloring(double{1} * image.width() * image.height())))
             return {};
         image = movieBrushes::recolored(image, pose.colors);
     }
-    const std::optional<QTransform> way =
-        fill.repeated ? moviePaths::toQt(place)
-                      : extend(image, moviePaths::toQt(place), area & view.visible, fill.smooth);
-    if (!way) return {};
+    if (!fill.repeated) {
+        const auto extended = extend(image, way, area & view.visible, fill.smooth);
+        if (!extended) return {};
+        way = *extended;
+    }
     QBrush brush(image);
-    brush.setTransform(*way);
+    brush.setTransform(way);
     return brush;
 }
 

@@ -6,10 +6,13 @@
 
 #include <QBuffer>
 #include <QImageReader>
+#include <QThreadPool>
 
 #include <algorithm>
+#include <chrono>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -43,32 +46,29 @@ std::string joined(const swf::Bitmap& bitmap) {
     return data.append(all, at);
 }
 
-bool isTooLarge(QSize size) {
-    return size.isEmpty() ||
-           static_cast<std::size_t>(size.width()) >
-               swf::limits::pixelsPerPicture / static_cast<std::size_t>(size.height());
+std::size_t pixelsOf(QSize size) {
+    return static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height());
 }
 
-/// Gives the pixels their alpha, which stands beside them; their colours are multiplied by it
-/// already.
-void setAlpha(QImage& image, std::string_view packed) {
-    const auto width = static_cast<std::size_t>(image.width());
-    const std::string alpha =
-        swf::inflate(packed, width * static_cast<std::size_t>(image.height()));
-    if (alpha.size() < width * static_cast<std::size_t>(image.height())) return;
+/// Gives the pixels their alpha, which stands beside them for a picture of `size`; their colours
+/// are multiplied by it already.
+void setAlpha(QImage& image, QSize size, std::string_view packed) {
+    const std::string alpha = swf::inflate(packed, pixelsOf(size));
+    if (alpha.size() < pixelsOf(size)) return;
     image = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    auto next = alpha.begin();
     for (int y = 0; y < image.height(); ++y) {
         QRgb* const row = reinterpret_cast<QRgb*>(image.scanLine(y));
-        std::for_each(row, row + width, [&](QRgb& pixel) {
-            const int most = static_cast<std::uint8_t>(*next++);
-            pixel = qRgba(std::min(qRed(pixel), most), std::min(qGreen(pixel), most),
-                          std::min(qBlue(pixel), most), most);
-        });
+        const qint64 line = qint64{y} * size.height() / image.height() * size.width();
+        for (int x = 0; x < image.width(); ++x) {
+            const qint64 at = line + qint64{x} * size.width() / image.width();
+            const int most = static_cast<std::uint8_t>(alpha[static_cast<std::size_t>(at)]);
+            row[x] = qRgba(std::min(qRed(row[x]), most), std::min(qGreen(row[x]), most),
+                           std::min(qBlue(row[x]), most), most);
+        }
     }
 }
 
-QImage readJpeg(const swf::Bitmap& bitmap) {
+MoviePicture readJpeg(const swf::Bitmap& bitmap) {
     if (bitmap.tables.size() + bitmap.data.size() > swf::limits::bytesPerPicture) return {};
     const std::string data = joined(bitmap);
     if (hasTooManyScans(data)) return {};
@@ -76,22 +76,46 @@ QImage readJpeg(const swf::Bitmap& bitmap) {
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer, "jpeg");
     reader.setAutoDetectImageFormat(false);
-    if (isTooLarge(reader.size())) return {};
+    const QSize size = reader.size();
+    if (size.isEmpty() || pixelsOf(size) > swf::limits::packedPixels) return {};
+    QSize wanted = size;
+    for (int step = 2; pixelsOf(wanted) > swf::limits::pixelsPerPicture; ++step)
+        wanted = (size / step).expandedTo({1, 1});
+    if (wanted != size) reader.setScaledSize(wanted);
     QImage image = reader.read().convertToFormat(QImage::Format_RGB32);
-    if (!image.isNull() && bitmap.hasAlpha) setAlpha(image, bitmap.alpha);
-    return image;
+    if (!image.isNull() && bitmap.hasAlpha) setAlpha(image, size, bitmap.alpha);
+    return {image, size};
 }
 
-QImage readPacked(const swf::Bitmap& bitmap) {
-    const std::vector<std::uint32_t> pixels = swf::unpackPixels(bitmap);
-    QImage image(static_cast<int>(bitmap.width), static_cast<int>(bitmap.height),
+MoviePicture readPacked(const swf::Bitmap& bitmap) {
+    const swf::Pixels pixels = swf::unpackPixels(bitmap, swf::limits::pixelsPerPicture);
+    QImage image(static_cast<int>(pixels.width), static_cast<int>(pixels.height),
                  QImage::Format_ARGB32_Premultiplied);
-    auto next = pixels.begin();
+    auto next = pixels.values.begin();
     for (int y = 0; y < image.height(); ++y) {
-        std::copy_n(next, bitmap.width, reinterpret_cast<QRgb*>(image.scanLine(y)));
-        next += static_cast<std::ptrdiff_t>(bitmap.width);
+        std::copy_n(next, pixels.width, reinterpret_cast<QRgb*>(image.scanLine(y)));
+        next += static_cast<std::ptrdiff_t>(pixels.width);
     }
-    return image;
+    return {image, {static_cast<int>(bitmap.width), static_cast<int>(bitmap.height)}};
+}
+
+MoviePicture unpack(const swf::Bitmap& bitmap) {
+    MoviePicture picture;
+    attempt([&] {
+        picture = bitmap.kind == swf::Bitmap::Kind::Jpeg ? readJpeg(bitmap) : readPacked(bitmap);
+    });
+    return picture;
+}
+
+/// Whether unpacking takes so little that nobody waits for it.
+bool isSmall(const swf::Bitmap& bitmap) {
+    constexpr std::size_t most = swf::limits::pixelsAtOnce;
+    if (bitmap.tables.size() + bitmap.data.size() > most) return false;
+    if (bitmap.kind != swf::Bitmap::Kind::Jpeg) return bitmap.width * bitmap.height <= most;
+    const std::string data = joined(bitmap);
+    QByteArray bytes = QByteArray::fromRawData(data.data(), static_cast<qsizetype>(data.size()));
+    QBuffer buffer(&bytes);
+    return pixelsOf(QImageReader(&buffer, "jpeg").size().expandedTo({0, 0})) <= most;
 }
 
 }  // namespace
@@ -100,23 +124,35 @@ bool MoviePictures::isPacked(std::uint16_t number) const {
     return !unpacked.contains(number) && movie->find<swf::Bitmap>(number) != nullptr;
 }
 
-QImage MoviePictures::find(std::uint16_t number, bool mayUnpack) {
+MoviePicture MoviePictures::find(std::uint16_t number, bool mayUnpack) {
+    takeResult();
     const auto found = unpacked.find(number);
     if (found != unpacked.end()) return found->second;
     const auto* bitmap = movie->find<swf::Bitmap>(number);
-    if (bitmap == nullptr || !mayUnpack) return {};
-    QImage image = unpack(*bitmap);
-    const std::size_t size =
-        static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height());
-    if (pixels + size > swf::limits::pixels) image = {};
-    if (!image.isNull()) pixels += size;
-    return unpacked[number] = image;
+    if (bitmap == nullptr || (current && current->number == number)) return {};
+    if (isSmall(*bitmap)) return mayUnpack ? keep(number, unpack(*bitmap)) : MoviePicture();
+    if (!current) begin(number, *bitmap);
+    return {};
 }
 
-QImage MoviePictures::unpack(const swf::Bitmap& bitmap) const {
-    QImage image;
-    attempt([&] {
-        image = bitmap.kind == swf::Bitmap::Kind::Jpeg ? readJpeg(bitmap) : readPacked(bitmap);
-    });
-    return image;
+void MoviePictures::begin(std::uint16_t number, const swf::Bitmap& bitmap) {
+    // The movie stays while the thread reads it, whatever becomes of the rest.
+    auto work = std::make_shared<std::packaged_task<MoviePicture()>>(
+        [kept = movie, &bitmap] { return unpack(bitmap); });
+    current = {number, work->get_future()};
+    QThreadPool::globalInstance()->start([work] { (*work)(); });
+}
+
+void MoviePictures::takeResult() {
+    using namespace std::chrono_literals;
+    if (!current || current->result.wait_for(0s) != std::future_status::ready) return;
+    Work done = *std::exchange(current, std::nullopt);
+    keep(done.number, done.result.get());
+}
+
+MoviePicture MoviePictures::keep(std::uint16_t number, MoviePicture picture) {
+    const std::size_t size = pixelsOf(picture.image.size());
+    if (pixels + size > swf::limits::pixels) picture = {};
+    if (!picture.image.isNull()) pixels += size;
+    return unpacked[number] = picture;
 }

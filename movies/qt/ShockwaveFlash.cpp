@@ -22,18 +22,18 @@ namespace {
 constexpr int timeForDrawing = 4;
 /// So that small movies are there at once: more is read when the loop comes round again.
 constexpr int millisecondsAtOnce = 3;
+constexpr int millisecondsToRedraw = 10;
 
-/// Empty for what is no plain file, or is larger than any movie that is played.
-std::string contentOf(const std::filesystem::path& path) {
+/// So much of a file is read in one step.
+constexpr std::size_t bytesPerStep = std::size_t{256} << 10;
+
+/// Nothing for what is no plain file, or is larger than any movie that is played.
+std::optional<std::ifstream> opened(const std::filesystem::path& path) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) return {};
     const auto size = std::filesystem::file_size(path, error);
     if (error || size > swf::limits::fileBytes) return {};
-    std::string content(size, '\0');
-    std::ifstream file(path, std::ios::binary);
-    file.read(content.data(), static_cast<std::streamsize>(content.size()));
-    content.resize(static_cast<std::size_t>(file.gcount()));
-    return content;
+    return std::ifstream(path, std::ios::binary);
 }
 
 /// The codes that movies have for keys.
@@ -65,6 +65,8 @@ ShockwaveFlash::ShockwaveFlash(QWidget* parent) : QWidget(parent) {
     frameTimer.setTimerType(Qt::PreciseTimer);
     QObject::connect(&frameTimer, &QTimer::timeout, this, [this] { goOn(); });
     QObject::connect(&readTimer, &QTimer::timeout, this, [this] { readOn(); });
+    redrawTimer.setSingleShot(true);
+    QObject::connect(&redrawTimer, &QTimer::timeout, this, [this] { update(); });
 }
 
 ShockwaveFlash::~ShockwaveFlash() = default;
@@ -75,18 +77,34 @@ void ShockwaveFlash::setMovie(const std::filesystem::path& file) {
     player.reset();
     frames = 0;
     drawingTime = 0;
-    loader.emplace(contentOf(path));
+    loader.reset();
+    content.clear();
+    source = opened(path);
     const QPointer<ShockwaveFlash> self(this);
     QElapsedTimer time;
     time.start();
-    while (self && loader && time.elapsed() < millisecondsAtOnce)
+    while (self && isReading() && time.elapsed() < millisecondsAtOnce)
         readOn();
     if (!self) return;
-    if (loader) readTimer.start(0);
+    if (isReading()) {
+        readTimer.start(0);
+    } else {
+        readTimer.stop();
+    }
     update();
 }
 
 void ShockwaveFlash::readOn() {
+    if (source) {
+        const std::size_t before = content.size();
+        content.resize(before + bytesPerStep);
+        source->read(content.data() + before, static_cast<std::streamsize>(bytesPerStep));
+        content.resize(before + static_cast<std::size_t>(source->gcount()));
+        if (*source && content.size() <= swf::limits::fileBytes) return;
+        source.reset();
+        loader.emplace(std::exchange(content, {}));
+        return;
+    }
     if (!loader || loader->step()) return;
     readTimer.stop();
     const std::shared_ptr<const swf::Movie> movie = loader->take();
@@ -160,7 +178,8 @@ void ShockwaveFlash::drawOn(QPainter& target, const QRectF& surface) {
     }
     const MoviePainter::Outcome outcome = painter->draw(target, seen, player->stage(), matrix);
     drawingTime = time.elapsed();
-    if (outcome.unfinished) update();
+    // Not at once, so that there is time for what makes it ready.
+    if (outcome.unfinished) redrawTimer.start(millisecondsToRedraw);
 }
 
 void ShockwaveFlash::paintEvent(QPaintEvent*) {

@@ -9,8 +9,10 @@
 #include <QWidget>
 
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 /// A control that plays a vector movie from a file. Without a file, or with one that is no movie,
@@ -27,7 +29,7 @@ public:
     [[nodiscard]] const std::filesystem::path& Movie() const { return path; }
 
     /// Whether the file has been read and held nothing to play.
-    [[nodiscard]] bool isEmpty() const { return !player && !loader; }
+    [[nodiscard]] bool isEmpty() const { return !player && !isReading(); }
 
     /// True to stretch the movie over the whole control; else it keeps its shape, as large as fits,
     /// in the middle.
@@ -62,6 +64,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// Whether the file, or what is in it, is still to be read.
+    [[nodiscard]] bool isReading() const { return source || loader; }
     void readOn();
     void goOn();
     void point(QMouseEvent* event, bool held);
@@ -72,11 +76,15 @@ private:
     [[nodiscard]] swf::Matrix placeOn(const QRectF& surface) const;
 
     std::filesystem::path path;
+    /// The file while it is read, and what came of it so far.
+    std::optional<std::ifstream> source;
+    std::string content;
     std::optional<swf::MovieLoader> loader;
     std::unique_ptr<swf::Player> player;
     std::optional<MoviePainter> painter;
     QTimer frameTimer;
     QTimer readTimer;
+    QTimer redrawTimer;
     bool stretched = false;
     int frames = 0;
     /// What the last drawing took, in milliseconds.

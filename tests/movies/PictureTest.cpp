@@ -3,6 +3,7 @@
 #include "movies/player/limits.h"
 #include "tests/movies/MovieFile.h"
 #include "tests/movies/Screening.h"
+#include "tests/support/waiting.h"
 
 #include <QBuffer>
 
@@ -11,12 +12,21 @@
 namespace {
 
 /// The picture of number 7 as the program makes it.
-QImage pictureOf(Tag code, const Bits& body, const std::string& before = {}) {
+MoviePicture made(Tag code, const Bits& body, const std::string& before = {}) {
     const std::string tags =
         before + MovieFile().tag(code, Bits().u16(7).raw(body.get())).show().tags();
     const std::string file =
         Bits().raw("FWS").u8(8).u32(0).rect(0, 100, 0, 100).u16(0).u16(1).raw(tags).get();
-    return MoviePictures(swf::readMovie(file)).find(7, true);
+    MoviePictures pictures(swf::readMovie(file));
+    MoviePicture picture;
+    EXPECT_TRUE(becomesTrue([&] {
+        picture = pictures.find(7, true);
+        return !pictures.isPacked(7);
+    }));
+    return picture;
+}
+QImage pictureOf(Tag code, const Bits& body, const std::string& before = {}) {
+    return made(code, body, before).image;
 }
 
 std::string jpeg(int width, int height, QRgb color) {
@@ -126,21 +136,79 @@ TEST(MoviePicture, MayBeAJpegWithAlpha) {
     }
 }
 
-TEST(MoviePicture, IsNotUnpackedWhenItIsTooLarge) {
-    const std::size_t width = 1024;
-    const std::size_t height = swf::limits::pixelsPerPicture / width;
-    const auto packedPicture = [&](std::size_t rows) {
-        const std::string data = packed(std::string(3 + width * rows, '\0'));
-        return pictureOf(Tag::DefineBitsLossless,
-                         Bits().u8(3).u16(width).u16(static_cast<unsigned>(rows)).u8(0).raw(data));
-    };
-    EXPECT_FALSE(packedPicture(height).isNull());
-    EXPECT_TRUE(packedPicture(height + 1).isNull());
-    const auto file = [](int rows) {
-        return pictureOf(Tag::DefineBitsJPEG2, Bits().raw(jpeg(1024, rows, 0)));
-    };
-    EXPECT_FALSE(file(static_cast<int>(height)).isNull());
-    EXPECT_TRUE(file(static_cast<int>(height) + 1).isNull());
+TEST(MoviePicture, IsScaledDownWhenItIsLarge) {
+    // Squares of red and white, three hundred pixels wide.
+    constexpr int width = 1500;
+    constexpr int height = 1200;
+    QImage board(width, height, QImage::Format_RGB32);
+    std::string pixels = Bits().rgb(red).rgb(white).get();
+    for (int y = 0; y < height; ++y) {
+        QRgb* const row = reinterpret_cast<QRgb*>(board.scanLine(y));
+        for (int x = 0; x < width; ++x) {
+            const bool isRed = (x / 300 + y / 300) % 2 == 0;
+            row[x] = isRed ? 0xFFFF0000 : 0xFFFFFFFF;
+            pixels += isRed ? '\0' : '\1';
+        }
+    }
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    board.save(&buffer, "jpeg", 95);
+    for (const MoviePicture& picture :
+         {made(Tag::DefineBitsLossless,
+               Bits().u8(3).u16(width).u16(height).u8(1).raw(packed(pixels))),
+          made(Tag::DefineBitsJPEG2, Bits().raw(bytes.toStdString()))}) {
+        EXPECT_EQ(picture.size, QSize(width, height));
+        ASSERT_EQ(picture.image.size(), QSize(width / 2, height / 2));
+        expectNear(picture.image.pixel(75, 75), 255, 0, 0, 255);
+        expectNear(picture.image.pixel(225, 75), 255, 255, 255, 255);
+        expectNear(picture.image.pixel(225, 525), 255, 0, 0, 255);
+    }
+}
+
+TEST(MoviePicture, KeepsItsAlphaWhenItIsScaledDown) {
+    const std::string data = jpeg(1000, 1000, 0xFFFFFFFF);
+    std::string alpha(1000 * 1000, '\0');
+    std::fill(alpha.begin() + 500 * 1000, alpha.end(), '\xFF');
+    const QImage image =
+        pictureOf(Tag::DefineBitsJPEG3,
+                  Bits().u32(static_cast<std::uint32_t>(data.size())).raw(data).raw(packed(alpha)));
+    ASSERT_EQ(image.size(), QSize(500, 500));
+    EXPECT_EQ(qAlpha(image.pixel(250, 240)), 0);
+    EXPECT_EQ(qAlpha(image.pixel(250, 260)), 255);
+}
+
+TEST(MoviePicture, CoversTheSamePlaceWhenItIsScaledDown) {
+    // 1,000 by 1,000 pixels, the right half of them green, on ten pixels of the movie each.
+    const std::string row = std::string(500, '\0') + std::string(500, '\1');
+    std::string pixels = Bits().rgb(red).rgb(green).get();
+    for (int y = 0; y < 1000; ++y)
+        pixels += row;
+    for (const bool repeated : {false, true}) {
+        MovieFile movie;
+        movie.tag(Tag::DefineBitsLossless,
+                  Bits().u16(7).u8(3).u16(1000).u16(1000).u8(1).raw(packed(pixels)));
+        Bits body = Bits().u16(1).rect(0, 100, 0, 100).u8(1);
+        body.code(repeated ? swf::FillType::RepeatingBitmap : swf::FillType::ClippedBitmap);
+        body.u16(7).matrix(1, 1, 0, 0).u8(0).styleBits(1, 0).square(0, 0, 100).endShape();
+        Screening screen(movie.tag(Tag::DefineShape, body).place(1, 1).show().file());
+        EXPECT_EQ(screen.at(10, 50), black);
+        EXPECT_TRUE(screen.outcome.unfinished);
+        EXPECT_TRUE(becomesTrue([&] {
+            static_cast<void>(screen.picture());
+            return !screen.outcome.unfinished;
+        }));
+        EXPECT_EQ(screen.at(22, 50), red);
+        EXPECT_EQ(screen.at(28, 50), green);
+        EXPECT_EQ(screen.at(70, 50), repeated ? red : green);
+    }
+}
+
+TEST(MoviePicture, IsNotUnpackedWhenItIsFarTooLarge) {
+    constexpr unsigned width = 4096;
+    constexpr unsigned height = swf::limits::packedPixels / width + 1;
+    const std::string data = packed(std::string(3 + width * height, '\0'));
+    const Bits body = Bits().u8(3).u16(width).u16(height).u8(0).raw(data);
+    EXPECT_TRUE(pictureOf(Tag::DefineBitsLossless, body).isNull());
 }
 
 TEST(MoviePicture, IsNotUnpackedWhenItHasScansWithoutEnd) {
