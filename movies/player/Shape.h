@@ -26,6 +26,8 @@ struct Fill {
     Matrix matrix;
     std::vector<GradientStop> stops;
     Spread spread = Spread::Pad;
+    /// Whether the colours between stops are mixed as light is, and not as their numbers are.
+    bool linearLight = false;
     /// Where a radial gradient begins, from -1 to 1 on its own x axis.
     double focus = 0;
     std::uint16_t bitmap = 0;

@@ -36,6 +36,7 @@ void readGradient(Reader& reader, Form form, bool focal, Fill& fill, Fill& end) 
                   : spread == 2 ? Fill::Spread::Repeat
                                 : Fill::Spread::Pad;
     end.spread = fill.spread;
+    fill.linearLight = end.linearLight = (head >> 4U & 3U) == 1;
     const unsigned count = head & 15U;
     if (count == 0) throw Failure("a gradient without a colour");
     for (unsigned index = 0; index < count; ++index) {

@@ -24,14 +24,49 @@ QGradient::Spread spreadOf(swf::Fill::Spread spread) {
     return QGradient::PadSpread;
 }
 
+/// The amount of light, 0 to 1, that a channel of a colour stands for, and back.
+double lightOf(double channel) {
+    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+double channelOf(double light) {
+    return light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
+}
+
+/// Adds what lies between two colours whose light is mixed.
+void addMixed(QGradientStops& stops, double place, const QColor& to) {
+    constexpr int pieces = 32;
+    const auto [begin, from] = stops.last();
+    for (int piece = 1; piece < pieces; ++piece) {
+        const double part = double{1} * piece / pieces;
+        const auto mixed = [&](double one, double other) {
+            return channelOf(swf::between(lightOf(one), lightOf(other), part));
+        };
+        const QColor color =
+            QColor::fromRgbF(static_cast<float>(mixed(from.redF(), to.redF())),
+                             static_cast<float>(mixed(from.greenF(), to.greenF())),
+                             static_cast<float>(mixed(from.blueF(), to.blueF())),
+                             static_cast<float>(swf::between(from.alphaF(), to.alphaF(), part)));
+        stops.append({swf::between(begin, place, part), color});
+    }
+}
+
 QGradientStops stopsOf(const swf::Fill& fill, const swf::ColorTransform& colors) {
     constexpr double nextTo = 1e-4;
     QGradientStops stops;
     double last = -nextTo;
+    auto left = static_cast<double>(fill.stops.size());
     for (const swf::GradientStop& stop : fill.stops) {
-        // Two colours at one place are an edge; Qt wants their places to differ.
-        last = std::min(std::max(stop.ratio / 255.0, last + nextTo), 1.0);
-        stops.append({last, color(colors.apply(stop.color))});
+        // Two colours at one place are an edge, and one that lies before the last one begins there;
+        // Qt wants their places to differ, and to leave room for those that come.
+        left -= 1;
+        const double place =
+            std::min(std::max(stop.ratio / 255.0, last + nextTo), 1 - left * nextTo);
+        const QColor made = color(colors.apply(stop.color));
+        if (fill.linearLight && !stops.isEmpty() && place - last > 2 * nextTo) {
+            addMixed(stops, place, made);
+        }
+        stops.append({place, made});
+        last = place;
     }
     return stops;
 }

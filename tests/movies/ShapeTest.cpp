@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 namespace {
 
 using swf::FillType;
@@ -77,6 +80,44 @@ TEST(MovieShape, RepeatsOrReflectsAGradient) {
     EXPECT_LT(qRed(Screening(filled(Tag::DefineShape4, spread(1))).at(48, 50)), 60);
     EXPECT_LT(qRed(Screening(filled(Tag::DefineShape4, spread(2))).at(32, 50)), 60);
     EXPECT_GT(qRed(Screening(filled(Tag::DefineShape4, spread(2))).at(48, 50)), 190);
+}
+
+TEST(MovieShape, MixesTheLightOfColorsWhereAGradientSaysSo) {
+    const auto middle = [](unsigned mode) {
+        Bits fill = Bits().code(FillType::LinearGradient).matrix(80 / 1638.4, 80 / 1638.4, 50, 50);
+        fill.u8(mode << 4U | 2U).u8(0).rgba(red, 255).u8(255).rgba(green, 255);
+        return Screening(filled(Tag::DefineShape4, fill)).at(50, 50);
+    };
+    EXPECT_NEAR(qRed(middle(0)), 128, 4);
+    EXPECT_NEAR(qGreen(middle(0)), 128, 4);
+    // Half of the light: 1.055 times 0.5 to the power of 1 / 2.4, less 0.055.
+    EXPECT_NEAR(qRed(middle(1)), 188, 4);
+    EXPECT_NEAR(qGreen(middle(1)), 188, 4);
+    EXPECT_EQ(qBlue(middle(1)), 0);
+}
+
+/// What is seen at a place, 10 to 90, of a gradient with these stops that is 80 pixels wide.
+QRgb inGradient(const std::vector<std::pair<unsigned, QRgb>>& stops, int x) {
+    Bits fill = Bits().code(FillType::LinearGradient).matrix(80 / 1638.4, 80 / 1638.4, 50, 50);
+    fill.u8(static_cast<unsigned>(stops.size()));
+    for (const auto& [ratio, color] : stops)
+        fill.u8(ratio).rgb(color);
+    return Screening(filled(Tag::DefineShape, fill)).at(x, 50);
+}
+
+TEST(MovieShape, HasAnEdgeWhereTwoColorsOfAGradientAreAtOnePlace) {
+    EXPECT_EQ(inGradient({{0, red}, {128, red}, {128, blue}, {255, blue}}, 48), red);
+    EXPECT_EQ(inGradient({{0, red}, {128, red}, {128, blue}, {255, blue}}, 52), blue);
+    // At the very beginning and end: the second colour, and the first, are only beyond.
+    EXPECT_GT(qGreen(inGradient({{0, red}, {255, green}, {255, blue}}, 88)), 240);
+    EXPECT_GT(qGreen(inGradient({{0, red}, {0, green}, {255, blue}}, 11)), 240);
+}
+
+TEST(MovieShape, TakesColorsOfAGradientInTheOrderThatTheyAreWrittenIn) {
+    // The third one lies before the second: it begins where that one is.
+    EXPECT_NEAR(qRed(inGradient({{0, black}, {191, red}, {64, blue}, {255, white}}, 40)), 128, 8);
+    EXPECT_EQ(qBlue(inGradient({{0, black}, {191, red}, {64, blue}, {255, white}}, 60)), 0);
+    EXPECT_GT(qBlue(inGradient({{0, black}, {191, red}, {64, blue}, {255, white}}, 72)), 240);
 }
 
 /// A picture of two by two pixels: red, green, blue, white.
