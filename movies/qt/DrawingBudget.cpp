@@ -11,7 +11,7 @@ constexpr double unmeasured = 5e4;
 
 // What things cost, measured with Qt's raster engine. bench/movies prints what comes of them.
 constexpr double paintingCost = 500;
-constexpr double edgeCost = 75;
+constexpr double edgeCost = 40;
 constexpr double segmentCost = 20;
 constexpr double cellCost = 25;
 constexpr double cellStepCost = 1.2;
@@ -38,8 +38,9 @@ constexpr double copiedPixelCost = 0.3;
 constexpr double blendedPixelCost = 0.8;
 constexpr double roughPixelCost = 1.5;
 constexpr double smoothPixelCost = 4;
-constexpr double recolorPixelCost = 20;
+constexpr double recolorPixelCost = 14;
 constexpr double extendedPixelCost = 1;
+constexpr double layerPixelCost = 3;
 constexpr double maskCost = 3000;
 constexpr double maskRowCost = 40;
 
@@ -146,6 +147,11 @@ double DrawingCosts::line(const moviePaths::Path& path, double width) const {
     const double area = std::min(length * wide, seen.width() * seen.height());
     return path.segments * linePieceCost + translucentPixelCost * area +
            2 * beyondCost * path.beyond * view.pixelsPerUnit + cellsCost(cells, seen);
+}
+
+double DrawingCosts::layer() const {
+    const QRectF seen = inPixels(view.visible);
+    return layerPixelCost * seen.width() * seen.height();
 }
 
 double DrawingCosts::mask(const moviePaths::Path& path) const {

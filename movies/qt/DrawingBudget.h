@@ -67,7 +67,7 @@ public:
     /// To unpack a small picture.
     static constexpr double unpacking = 2e6;
     /// Of a path that is being made: one of its lines.
-    static constexpr double segment = 50;
+    static constexpr double segment = 15;
     /// What takes longer is drawn in parts, so that the time can be looked at between them.
     static constexpr double atOnce = 2e6;
 
@@ -101,6 +101,8 @@ public:
     /// where many steep edges lie beside each other, it takes up to a hundred times what is
     /// counted.
     [[nodiscard]] int bands(const moviePaths::Path& path, double counted) const;
+    /// To draw things apart from the others, and then onto them.
+    [[nodiscard]] double layer() const;
     /// To bound others by a path of which this is a part.
     [[nodiscard]] double mask(const moviePaths::Path& path) const;
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -44,25 +45,71 @@ MoviePainter::Outcome MoviePainter::draw(QPainter& target, const QRectF& surface
 }
 
 void MoviePainter::drawList(const swf::DisplayList& list, const Pose& pose) {
-    std::vector<std::uint16_t> masks;
+    std::vector<std::pair<std::uint16_t, std::unique_ptr<Layer>>> masks;
+    const auto endLast = [&] {
+        endMask(std::move(masks.back().second));
+        masks.pop_back();
+    };
     for (const auto& [depth, instance] : list) {
-        for (; !masks.empty() && depth > masks.back(); masks.pop_back())
-            painter->restore();
+        while (!masks.empty() && depth > masks.back().first)
+            endLast();
         if (!budget.take(DrawingCosts::instance)) break;
         const Pose inner{pose.matrix.after(instance.matrix), pose.colors.after(instance.colors)};
         if (instance.clipDepth == 0) {
             drawInstance(instance, inner);
             continue;
         }
-        QPainterPath mask;
+        Mask mask;
         collect(instance, inner.matrix, mask);
-        if (budget.exceeded()) break;
-        painter->save();
-        painter->setClipPath(mask, Qt::IntersectClip);
-        masks.push_back(instance.clipDepth);
+        const bool isLarge = mask.cost > DrawingCosts::atOnce;
+        if (!budget.take(isLarge ? costs.layer() : mask.cost)) break;
+        masks.emplace_back(instance.clipDepth, beginMask(std::move(mask)));
     }
-    for (; !masks.empty(); masks.pop_back())
-        painter->restore();
+    while (!masks.empty())
+        endLast();
+}
+
+std::unique_ptr<MoviePainter::Layer> MoviePainter::beginMask(Mask mask) {
+    painter->save();
+    if (mask.cost <= DrawingCosts::atOnce) {
+        painter->setClipPath(mask.outline.path, Qt::IntersectClip);
+        return nullptr;
+    }
+    const QTransform toPixels = painter->deviceTransform();
+    const QRect pixels = toPixels.mapRect(view.visible).toAlignedRect();
+    auto layer = std::make_unique<Layer>();
+    layer->image = QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied);
+    layer->image.fill(Qt::transparent);
+    layer->place = toPixels.inverted().mapRect(QRectF(pixels));
+    layer->mask = std::move(mask);
+    layer->below = painter;
+    layer->painter = std::make_unique<QPainter>(&layer->image);
+    layer->painter->setTransform(toPixels * QTransform::fromTranslate(-pixels.x(), -pixels.y()));
+    layer->painter->setRenderHints(painter->renderHints());
+    layer->painter->setPen(Qt::NoPen);
+    painter = layer->painter.get();
+    return layer;
+}
+
+void MoviePainter::endMask(std::unique_ptr<Layer> layer) {
+    if (layer) {
+        QImage shape(layer->image.size(), QImage::Format_ARGB32_Premultiplied);
+        shape.fill(Qt::transparent);
+        QPainter shapePainter(&shape);
+        shapePainter.setTransform(painter->transform());
+        shapePainter.setRenderHints(painter->renderHints());
+        shapePainter.setPen(Qt::NoPen);
+        painter = &shapePainter;
+        fillPath(layer->mask.outline, Qt::black, layer->mask.cost);
+        shapePainter.end();
+        layer->painter->resetTransform();
+        layer->painter->setCompositionMode(QPainter::CompositionMode_DestinationIn);
+        layer->painter->drawImage(0, 0, shape);
+        layer->painter->end();
+        painter = layer->below;
+        painter->drawImage(layer->place, layer->image);
+    }
+    painter->restore();
 }
 
 void MoviePainter::drawInstance(const swf::Instance& instance, const Pose& pose) {
@@ -115,10 +162,10 @@ void MoviePainter::fillPath(const moviePaths::Path& path, const QBrush& brush, d
     }
     // Bands end between two rows of pixels, so that nothing is seen of them.
     const QRectF seen = path.bounds & view.visible;
+    const double shift = painter->deviceTransform().dy();
     const double pixel = 1 / view.pixelsPerUnit;
     const double height = std::ceil(seen.height() / pixel / bands) * pixel;
-    const double first =
-        view.visible.top() + std::floor((seen.top() - view.visible.top()) / pixel) * pixel;
+    const double first = (std::floor(seen.top() / pixel + shift) - shift) * pixel;
     const moviePaths::Bands parts(path.path);
     for (double top = first; top < seen.bottom() && budget.goesOn(); top += height)
         painter->fillPath(parts.between(top, top + height), brush);
@@ -274,46 +321,48 @@ void MoviePainter::eachGlyph(
     }
 }
 
-void MoviePainter::collect(const swf::Instance& instance, const swf::Matrix& matrix,
-                           QPainterPath& path) {
+void MoviePainter::collect(const swf::Instance& instance, const swf::Matrix& matrix, Mask& mask) {
     if (!matrix.usable() || !budget.take(DrawingCosts::instance)) return;
     if (const swf::DisplayList* inner = instance.inner()) {
         for (const auto& [depth, part] : *inner)
-            collect(part, matrix.after(part.matrix), path);
+            collect(part, matrix.after(part.matrix), mask);
     } else if (const auto* shape = movie->find<swf::Shape>(instance.character)) {
-        collect(*shape, matrix, path);
+        collect(*shape, matrix, mask);
     } else if (const auto* text = movie->find<swf::Text>(instance.character)) {
         eachGlyph(*text, {matrix, {}},
                   [&](const swf::Painting& painting, swf::Color, const Pose& place) {
-                      addMask(pathOf(painting, place.matrix), path);
+                      addMask(pathOf(painting, place.matrix), mask);
                   });
     } else if (const auto* morph = movie->find<swf::MorphShape>(instance.character)) {
         if (!budget.take(DrawingCosts::morphing(morph->start))) return;
         const swf::Shape shape = morph->at(instance.ratio);
         for (const swf::Painting& painting : swf::paintings(shape)) {
-            if (!painting.isLine) addMask(pathOf(painting, matrix), path);
+            if (!painting.isLine) addMask(pathOf(painting, matrix), mask);
         }
     }
 }
 
-void MoviePainter::collect(const swf::Shape& shape, const swf::Matrix& matrix, QPainterPath& path) {
+void MoviePainter::collect(const swf::Shape& shape, const swf::Matrix& matrix, Mask& mask) {
     const auto* ready = paintingsOf(shape);
     if (ready == nullptr) return;
     for (const swf::Painting& painting : *ready) {
         if (painting.isLine) continue;
-        addMask(pathOf(painting, matrix), path);
+        addMask(pathOf(painting, matrix), mask);
     }
 }
 
-void MoviePainter::addMask(const moviePaths::Path& part, QPainterPath& mask) {
-    if (!part.usable || !budget.take(costs.mask(part))) return;
+void MoviePainter::addMask(const moviePaths::Path& part, Mask& mask) {
+    if (!part.usable) return;
+    mask.cost += costs.mask(part);
     // One alone may have holes; where there are more they add up.
-    if (mask.isEmpty()) {
-        mask = part.path;
+    if (mask.outline.path.isEmpty()) {
+        mask.outline = part;
         return;
     }
-    mask.setFillRule(Qt::WindingFill);
-    mask.addPath(part.path);
+    mask.outline.path.setFillRule(Qt::WindingFill);
+    mask.outline.path.addPath(part.path);
+    mask.outline.bounds |= part.bounds;
+    mask.outline.rise += part.rise;
 }
 
 const std::vector<swf::Painting>* MoviePainter::paintingsOf(const swf::Shape& shape) {

@@ -43,7 +43,24 @@ private:
         swf::Matrix matrix;
         swf::ColorTransform colors;
     };
+    /// What bounds others, as far as it is collected.
+    struct Mask {
+        moviePaths::Path outline;
+        double cost = 0;
+    };
+    /// What is bounded by something that takes long to draw is drawn apart.
+    struct Layer {
+        QImage image;
+        std::unique_ptr<QPainter> painter;
+        QPainter* below = nullptr;
+        /// Where it belongs, in the units of the drawing.
+        QRectF place;
+        Mask mask;
+    };
     void drawList(const swf::DisplayList& list, const Pose& pose);
+    /// What is drawn from now on is bounded, until `endMask` is called with what this returns.
+    [[nodiscard]] std::unique_ptr<Layer> beginMask(Mask mask);
+    void endMask(std::unique_ptr<Layer> layer);
     void drawInstance(const swf::Instance& instance, const Pose& pose);
     void drawShape(const std::vector<swf::Painting>& paintings, const swf::Shape& shape,
                    const Pose& pose);
@@ -62,15 +79,15 @@ private:
     /// budget goes.
     void eachGlyph(const swf::Text& text, const Pose& pose,
                    const std::function<void(const swf::Painting&, swf::Color, const Pose&)>& use);
-    void collect(const swf::Instance& instance, const swf::Matrix& matrix, QPainterPath& path);
-    void collect(const swf::Shape& shape, const swf::Matrix& matrix, QPainterPath& path);
+    void collect(const swf::Instance& instance, const swf::Matrix& matrix, Mask& mask);
+    void collect(const swf::Shape& shape, const swf::Matrix& matrix, Mask& mask);
     /// The shape's paintings, made when they are first needed; nothing while that costs too much.
     const std::vector<swf::Painting>* paintingsOf(const swf::Shape& shape);
     [[nodiscard]] moviePaths::Path pathOf(const swf::Painting& painting, const swf::Matrix& matrix);
     /// Fills a path, from top to bottom, as far as the time goes.
     void fillPath(const moviePaths::Path& path, const QBrush& brush, double cost);
     /// Adds a part to what bounds others.
-    void addMask(const moviePaths::Path& part, QPainterPath& mask);
+    void addMask(const moviePaths::Path& part, Mask& mask);
 
     std::shared_ptr<const swf::Movie> movie;
     MoviePictures pictures;

@@ -269,4 +269,45 @@ TEST(MovieBudget, ShowsTheBeginningOfALineThatTakesTooLong) {
     EXPECT_EQ(image.pixel(100, 185) & 0xFFFFFFU, black);
 }
 
+/// A comb whose back is solid, from 60 to 100, and which has `teeth` to its left.
+MovieFile comb(int teeth) {
+    Bits body = Bits().u16(1).rect(0, 100, 0, 100).u8(1).code(swf::FillType::Solid).rgb(red);
+    body.u8(0).styleBits(1, 0).jumpAndFill(100, 0, 1).line(0, 100).line(-40, 0);
+    for (int tooth = 0; tooth < teeth; ++tooth)
+        body.line(-50, -50.0 / teeth).line(50, -50.0 / teeth);
+    MovieFile movie;
+    movie.tag(Tag::DefineShape, body.line(40, 0).endShape());
+    return movie;
+}
+
+TEST(MovieBudget, HasNoSeamsBetweenBandsWhereverTheMovieIs) {
+    Screening screen(comb(500).place(1, 1).show().file(), [] { return 0.0; });
+    QImage image = screen.ground(2);
+    {
+        QPainter target(&image);
+        static_cast<void>(screen.painter.draw(target, {0, 0.37, 200, 199}, screen.player.stage(),
+                                              {0.1, 0, 0, 0.1, 0, 0.37}));
+    }
+    for (int y = 2; y < 198; ++y)
+        EXPECT_EQ(image.pixel(180, y) & 0xFFFFFFU, red) << y;
+}
+
+TEST(MovieBudget, BoundsByMasksThatTakeLong) {
+    // The comb bounds a green square, and then stands no more in the way of a blue one.
+    MovieFile movie = comb(500);
+    movie.square(2, 0, 0, 100, green).square(3, 0, 0, 10, blue);
+    const Bits place = Bits().u8(swf::placeFlag::Character | swf::placeFlag::ClipDepth);
+    movie.tag(Tag::PlaceObject2, Bits(place).u16(1).u16(1).u16(2)).place(2, 2).place(3, 3);
+    Screening screen(movie.show().file(), [] { return 0.0; });
+    const QImage image = screen.picture(4);
+    const auto at = [&](int x, int y) { return image.pixel(4 * x, 4 * y) & 0xFFFFFFU; };
+    EXPECT_EQ(at(80, 50), green);
+    EXPECT_EQ(at(3, 50), black);
+    EXPECT_EQ(at(5, 5), blue);
+    EXPECT_GT(qGreen(at(35, 50)), 60);
+    EXPECT_LT(qGreen(at(35, 50)), 200);
+    EXPECT_EQ(qRed(at(35, 50)), 0);
+    EXPECT_FALSE(screen.outcome.cut);
+}
+
 }  // namespace
