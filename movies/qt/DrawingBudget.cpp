@@ -29,15 +29,15 @@ constexpr double morphEdgeCost = 200;
 constexpr double morphStyleCost = 200;
 constexpr double rowCost = 30;
 constexpr double opaquePixelCost = 0.12;
-constexpr double translucentPixelCost = 0.5;
-constexpr double linearPixelCost = 1.5;
-constexpr double radialPixelCost = 2.5;
-constexpr double gradientCellCost = 20;
-constexpr double gradientCost = 4000;
+constexpr double translucentPixelCost = 0.3;
+constexpr double linearPixelCost = 0.8;
+constexpr double radialPixelCost = 1.2;
+constexpr double gradientCellCost = 8;
+constexpr double gradientCost = 3000;
 constexpr double copiedPixelCost = 0.3;
 constexpr double blendedPixelCost = 0.8;
-constexpr double roughPixelCost = 1.5;
-constexpr double smoothPixelCost = 4;
+constexpr double roughPixelCost = 1;
+constexpr double smoothPixelCost = 3;
 constexpr double recolorPixelCost = 14;
 constexpr double extendedPixelCost = 1;
 constexpr double layerPixelCost = 3;
@@ -168,6 +168,9 @@ int DrawingCosts::bands(const moviePaths::Path& path, double counted) const {
 }
 
 double DrawingCosts::outline(const moviePaths::Path& path) const {
+    // Qt fills rectangles without an outline.
+    const double around = 2 * (path.bounds.width() + path.bounds.height());
+    if (path.segments == 4 && path.length >= around) return paintingCost;
     return segmentCost * path.segments + rowCost * inPixels(path.bounds).height() +
            cellsCost(path.length * view.pixelsPerUnit, inPixels(path.bounds)) +
            beyondCost * path.beyond * view.pixelsPerUnit;
