@@ -11,6 +11,12 @@ namespace {
 
 constexpr unsigned version = 6;
 
+std::string packed(const std::string& bytes) {
+    constexpr int smallest = 9;
+    // Qt puts the length in front, in four bytes.
+    return qCompress(QByteArray::fromStdString(bytes), smallest).mid(4).toStdString();
+}
+
 /// The bits of a button's conditions.
 unsigned readCondition(Statement& statement) {
     using swf::ButtonEvent;
@@ -87,10 +93,41 @@ void Description::readLine(Statement& statement) {
         paints.readColor(statement);
     } else if (statement.take("gradient")) {
         paints.readGradient(statement);
+    } else if (statement.take("picture")) {
+        readPicture(statement);
+    } else if (statement.take("pattern")) {
+        const std::string name = statement.word("a name");
+        paints.readPattern(statement, name,
+                           definitions.find(statement, statement.word("a picture")));
     } else if (!score.read(statement)) {
         statement.complain("nothing begins with \"" + statement.words.front() + "\"");
     }
     statement.finish();
+}
+
+void Description::readPicture(Statement& statement) {
+    const std::string name = statement.word("a name");
+    const int columns = statement.whole("a number of pixels");
+    swf::Writer pixels;
+    int count = 0;
+    for (; statement.hasMore(); ++count) {
+        const swf::Color color = paints.tint(statement);
+        const auto multiplied = [&](unsigned channel) { return channel * color.alpha / 255U; };
+        pixels.u8(color.alpha);
+        pixels.u8(multiplied(color.red));
+        pixels.u8(multiplied(color.green));
+        pixels.u8(multiplied(color.blue));
+    }
+    if (columns < 1 || count == 0 || count % columns != 0) {
+        statement.complain("a picture has rows of " + std::to_string(columns) + " pixels");
+    }
+    swf::Writer body;
+    body.u16(definitions.add(statement, name));
+    body.code(swf::PixelFormat::Pixels32);
+    body.u16(static_cast<unsigned>(columns));
+    body.u16(static_cast<unsigned>(count / columns));
+    body.append(packed(pixels.get()));
+    definitions.append(swf::tag(swf::Tag::DefineBitsLossless2, body));
 }
 
 void Description::readShape(const Statement& head, const std::string& name, Block& block) {
@@ -169,13 +206,10 @@ std::string Description::file() const {
     body.append(swf::tag(swf::Tag::End));
 
     constexpr std::size_t headBytes = 8;
-    constexpr int smallest = 9;
     swf::Writer all;
     all.append("CWS");
     all.u8(version);
     all.u32(static_cast<std::uint32_t>(body.get().size() + headBytes));
-    const QByteArray packed = qCompress(QByteArray::fromStdString(body.get()), smallest);
-    // Qt puts the length in front, in four bytes.
-    all.append(packed.mid(4).toStdString());
+    all.append(packed(body.get()));
     return all.get();
 }

@@ -14,6 +14,8 @@
 ///     use FILE                    another file's lines, such as the colours'
 ///     size WIDTH HEIGHT, rate FRAMES, background COLOR
 ///     color ..., gradient ...     see Paints
+///     picture NAME WIDTH COLOR... its pixels, row by row
+///     pattern ...                 see Paints; of such a picture
 ///     shape NAME ... end          lines as readStroke has them
 ///     sprite NAME ... end         lines as Score has them
 ///     button NAME ... end         up, over, down or hit THING, and: on EVENT ACTION
@@ -30,6 +32,7 @@ private:
     using Block = std::vector<Statement>;
     void read(const std::filesystem::path& path, std::string_view version);
     void readLine(Statement& statement);
+    void readPicture(Statement& statement);
     void readShape(const Statement& head, const std::string& name, Block& block);
     void readSprite(const Statement& head, const std::string& name, Block& block);
     void readButton(const Statement& head, const std::string& name, Block& block);

@@ -90,6 +90,20 @@ QPainterPath readGeometry(Statement& statement) {
     return path;
 }
 
+void readLineStyle(Statement& statement, Stroke& stroke) {
+    if (statement.take("across")) {
+        stroke.scalesDown = false;
+    } else if (statement.take("down")) {
+        stroke.scalesAcross = false;
+    } else if (statement.take("unscaled")) {
+        stroke.scalesAcross = stroke.scalesDown = false;
+    }
+    if (statement.take("flat")) stroke.cap = Stroke::Cap::Flat;
+    if (statement.take("square")) stroke.cap = Stroke::Cap::Square;
+    if (statement.take("bevel")) stroke.join = Stroke::Join::Bevel;
+    if (statement.take("miter")) stroke.join = Stroke::Join::Miter;
+}
+
 }  // namespace
 
 Stroke readStroke(Statement& statement, const Paints& paints) {
@@ -97,13 +111,11 @@ Stroke readStroke(Statement& statement, const Paints& paints) {
     if (statement.take("line")) {
         stroke.width = statement.number("a width");
         if (stroke.width <= 0) statement.complain("a line has a width");
+        readLineStyle(statement, stroke);
     } else {
         statement.expect("fill");
     }
     stroke.paint = paints.paint(statement);
-    if (stroke.width > 0 && stroke.paint.kind != Paint::Kind::Solid) {
-        statement.complain("lines are painted in one colour");
-    }
     stroke.path = readGeometry(statement);
     return stroke;
 }

@@ -34,6 +34,10 @@ void Paints::readGradient(Statement& statement) {
     paint.y = statement.number("a place");
     paint.toX = statement.number("an end or radius");
     if (paint.kind == Paint::Kind::Linear) paint.toY = statement.number("an end");
+    if (statement.take("reflect")) paint.spread = Paint::Spread::Reflect;
+    if (statement.take("repeat")) paint.spread = Paint::Spread::Repeat;
+    paint.light = statement.take("light");
+    if (statement.take("focus")) paint.focus = statement.number("a place from -100 to 100");
     while (statement.hasMore()) {
         const double percent = statement.number("a percentage");
         paint.stops.push_back({percent, tint(statement)});
@@ -41,13 +45,25 @@ void Paints::readGradient(Statement& statement) {
     if (paint.stops.empty() || paint.stops.size() > 8) {
         statement.complain("a gradient has one to eight colours");
     }
-    gradients[name] = paint;
+    named[name] = paint;
+}
+
+void Paints::readPattern(Statement& statement, const std::string& name, unsigned picture) {
+    Paint paint;
+    paint.kind = Paint::Kind::Picture;
+    paint.picture = picture;
+    paint.x = statement.number("a place");
+    paint.y = statement.number("a place");
+    paint.pixel = statement.number("the size of a pixel");
+    paint.repeated = statement.take("repeat");
+    paint.rough = statement.take("rough");
+    named[name] = paint;
 }
 
 Paint Paints::paint(Statement& statement) const {
     const std::string& word = statement.word("a colour");
-    const auto found = gradients.find(word);
-    if (found != gradients.end()) return found->second;
+    const auto found = named.find(word);
+    if (found != named.end()) return found->second;
     Paint paint;
     paint.tint = tintOf(statement, word);
     return paint;

@@ -21,8 +21,11 @@ swf::Matrix matrixOf(const Look& look) {
     const double angle = look.turn * std::numbers::pi / 180;
     const double across = look.across / 100;
     const double down = look.down / 100;
-    return {across * std::cos(angle), across * std::sin(angle), -down * std::sin(angle),
-            down * std::cos(angle),   look.x * swf::twips,      look.y * swf::twips};
+    const double slant = angle + look.skew * std::numbers::pi / 180;
+    // What stands upright leans to the right, and keeps its height.
+    const double lean = down / std::cos(slant - angle);
+    return {across * std::cos(angle), across * std::sin(angle), -lean * std::sin(slant),
+            lean * std::cos(slant),   look.x * swf::twips,      look.y * swf::twips};
 }
 
 }  // namespace
@@ -75,6 +78,8 @@ void Track::readLook(Statement& statement, Look& look) {
             look.down = value;
         } else if (property == "turn") {
             look.turn = value;
+        } else if (property == "skew") {
+            look.skew = value;
         } else if (property == "alpha") {
             look.alpha = value;
         } else if (property == "grown") {
@@ -101,8 +106,8 @@ Look Track::lookAt(std::size_t key, int frame) const {
     using swf::between;
     return {between(one.x, two.x, part),           between(one.y, two.y, part),
             between(one.across, two.across, part), between(one.down, two.down, part),
-            between(one.turn, two.turn, part),     between(one.alpha, two.alpha, part),
-            between(one.grown, two.grown, part)};
+            between(one.turn, two.turn, part),     between(one.skew, two.skew, part),
+            between(one.alpha, two.alpha, part),   between(one.grown, two.grown, part)};
 }
 
 void Track::write(Frames& frames) const {

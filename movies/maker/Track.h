@@ -14,6 +14,7 @@ struct Look {
     double across = 100;
     double down = 100;
     double turn = 0;
+    double skew = 0;
     double alpha = 100;
     double grown = 100;
     bool operator==(const Look&) const = default;
@@ -28,7 +29,7 @@ public:
     Track(unsigned character, unsigned depth) : character(character), depth(depth) {}
 
     /// "[as NAME] at FRAME LOOK... [mask COUNT]", where LOOK is a word and its value: x, y, scale,
-    /// across, down, turn, alpha, grown.
+    /// across, down, turn, skew, alpha, grown.
     void readStart(Statement& statement);
     /// "FRAME [in or out or both or spring] LOOK...": changes to that from the last look on.
     void readChange(Statement& statement);

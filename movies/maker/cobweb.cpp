@@ -65,7 +65,11 @@ QPointF onSpoke(const Plan& plan, int spoke, double share) {
 
 Strand strand(const Plan& plan, const QPainterPath& path, double from, double to) {
     const int length = plan.end - plan.begin;
-    Strand made{{plan.width, plan.paint, path}, plan.begin, plan.end};
+    Stroke stroke;
+    stroke.width = plan.width;
+    stroke.paint = plan.paint;
+    stroke.path = path;
+    Strand made{stroke, plan.begin, plan.end};
     made.begin = plan.begin + static_cast<int>(std::lround(from * length));
     made.end = std::max(made.begin + 1, plan.begin + static_cast<int>(std::lround(to * length)));
     return made;

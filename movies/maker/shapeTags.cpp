@@ -30,30 +30,80 @@ swf::Matrix gradientMatrix(const Paint& paint) {
             (paint.y + paint.toY) / 2 * twips};
 }
 
+void writePicture(swf::Writer& bytes, const Paint& paint) {
+    using enum swf::FillType;
+    bytes.code(paint.repeated ? (paint.rough ? RoughRepeatingBitmap : RepeatingBitmap)
+                              : (paint.rough ? RoughClippedBitmap : ClippedBitmap));
+    bytes.u16(paint.picture);
+    const double scale = paint.pixel * twips;
+    bytes.matrix({scale, 0, 0, scale, paint.x * twips, paint.y * twips});
+}
+
 void writeFill(swf::Writer& bytes, const Paint& paint) {
     if (paint.kind == Paint::Kind::Solid) {
         bytes.code(swf::FillType::Solid);
         bytes.color(paint.tint, true);
         return;
     }
+    if (paint.kind == Paint::Kind::Picture) {
+        writePicture(bytes, paint);
+        return;
+    }
     bytes.code(paint.kind == Paint::Kind::Linear ? swf::FillType::LinearGradient
+               : paint.focus != 0                ? swf::FillType::FocalGradient
                                                  : swf::FillType::RadialGradient);
     bytes.matrix(gradientMatrix(paint));
-    bytes.u8(static_cast<unsigned>(paint.stops.size()));
+    bytes.u8(static_cast<unsigned>(paint.spread) << 6U | (paint.light ? 1U << 4U : 0) |
+             static_cast<unsigned>(paint.stops.size()));
     for (const Stop& stop : paint.stops) {
         bytes.u8(static_cast<unsigned>(rounded(stop.percent * 2.55)));
         bytes.color(stop.tint, true);
     }
+    if (paint.focus != 0) {
+        const auto focus = rounded(std::clamp(paint.focus, -100.0, 100.0) * 2.56);
+        bytes.u16(static_cast<std::uint16_t>(focus));
+    }
 }
 
-void writeStyles(swf::Writer& bytes, const Stroke& stroke) {
+/// Whether only the fourth tag of shapes can hold it.
+bool needsFourth(const Stroke& stroke) {
+    const Paint& paint = stroke.paint;
+    const bool isLine = stroke.width > 0;
+    return paint.light || paint.focus != 0 || paint.spread != Paint::Spread::Pad ||
+           (isLine &&
+            (paint.kind != Paint::Kind::Solid || stroke.cap != Stroke::Cap::Round ||
+             stroke.join != Stroke::Join::Round || !stroke.scalesAcross || !stroke.scalesDown));
+}
+
+void writeFullLine(swf::Writer& bytes, const Stroke& stroke) {
+    const bool isFilled = stroke.paint.kind != Paint::Kind::Solid;
+    bytes.bits(static_cast<unsigned>(stroke.cap), 2);
+    bytes.bits(static_cast<unsigned>(stroke.join), 2);
+    bytes.bits(isFilled ? 1 : 0, 1);
+    bytes.bits(stroke.scalesAcross ? 0 : 1, 1);
+    bytes.bits(stroke.scalesDown ? 0 : 1, 1);
+    bytes.bits(0, 7);
+    bytes.bits(static_cast<unsigned>(stroke.cap), 2);
+    if (stroke.join == Stroke::Join::Miter) bytes.u16(3 * 256);
+    if (isFilled) {
+        writeFill(bytes, stroke.paint);
+    } else {
+        bytes.color(stroke.paint.tint, true);
+    }
+}
+
+void writeStyles(swf::Writer& bytes, const Stroke& stroke, bool fourth) {
     const bool isLine = stroke.width > 0;
     bytes.u8(isLine ? 0 : 1);
     if (!isLine) writeFill(bytes, stroke.paint);
     bytes.u8(isLine ? 1 : 0);
     if (!isLine) return;
     bytes.u16(static_cast<unsigned>(rounded(stroke.width * twips)));
-    bytes.color(stroke.paint.tint, true);
+    if (fourth) {
+        writeFullLine(bytes, stroke);
+    } else {
+        bytes.color(stroke.paint.tint, true);
+    }
 }
 
 void writeJump(swf::Writer& bytes, swf::Point to) {
@@ -128,17 +178,23 @@ swf::Writer shape(unsigned number, const Drawing& drawing) {
     swf::Writer body;
     body.u16(number);
     writeBounds(body, boundsOf(drawing));
+    const bool fourth = std::any_of(drawing.begin(), drawing.end(), needsFourth);
+    if (fourth) {
+        // The bounds without the lines' widths may be larger; and both kinds of lines.
+        writeBounds(body, boundsOf(drawing));
+        body.u8(3);
+    }
     for (std::size_t index = 0; index < drawing.size(); ++index) {
         const Stroke& stroke = drawing[index];
         const bool isLine = stroke.width > 0;
         // Each lies in a layer of its own, since areas of one layer must not overlap.
         if (index > 0) body.bits(swf::styleChange::NewStyles, 6);
-        writeStyles(body, stroke);
+        writeStyles(body, stroke, fourth);
         writeWidths(body, isLine);
         writeOutline(body, outline(stroke.path), isLine, true, false);
     }
     body.bits(0, 6);
-    return swf::tag(swf::Tag::DefineShape3, body);
+    return swf::tag(fourth ? swf::Tag::DefineShape4 : swf::Tag::DefineShape3, body);
 }
 
 swf::Writer growing(unsigned number, const Stroke& line) {
