@@ -21,7 +21,8 @@ constexpr double steepCellCost = 10;
 /// So long one band may take.
 constexpr double bandCost = 1e6;
 constexpr double beyondCost = 6;
-constexpr double linePieceCost = 5000;
+constexpr double linePieceCost = 700;
+constexpr double jointCost = 4000;
 constexpr double thinPieceCost = 60;
 constexpr double thinPixelCost = 25;
 constexpr double orderedEdgeCost = 60;
@@ -145,7 +146,7 @@ double DrawingCosts::line(const moviePaths::Path& path, double width) const {
     const double cells = 2.2 * length + 4 * path.segments * wide;
     const QRectF seen = inPixels(path.bounds.adjusted(-width, -width, width, width));
     const double area = std::min(length * wide, seen.width() * seen.height());
-    return path.segments * linePieceCost + translucentPixelCost * area +
+    return path.segments * linePieceCost + path.edges * jointCost + translucentPixelCost * area +
            2 * beyondCost * path.beyond * view.pixelsPerUnit + cellsCost(cells, seen);
 }
 

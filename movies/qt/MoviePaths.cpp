@@ -45,6 +45,7 @@ public:
         if (!made.usable) return;
         measure(distance(at, place));
         climb(at, place);
+        made.edges += 1;
         made.segments += 1;
         append(place);
     }
@@ -60,6 +61,7 @@ public:
         const double bend = std::sqrt(across * across + down * down) * pixelsPerUnit;
         const double pieces =
             std::clamp(std::ceil(std::sqrt(bend / 4 / tolerance)), 1.0, mostPieces);
+        made.edges += 1;
         made.segments += pieces;
         if (!flattens) {
             made.path.quadTo(control.x, control.y, place.x, place.y);

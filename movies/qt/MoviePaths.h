@@ -33,6 +33,8 @@ struct Path {
     double rise = 0;
     /// What comes to that beyond what can be seen: Qt goes along it all the same.
     double beyond = 0;
+    /// The edges that it has, which are its joints when it is a line.
+    double edges = 0;
     /// The straight lines that it is drawn as.
     double segments = 0;
     /// The area that the outlines enclose, each counted by itself.
