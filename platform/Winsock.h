@@ -14,7 +14,7 @@
 using RequestId = std::int32_t;
 
 /// What a socket is doing. The numbers are fixed.
-enum class SocketState {
+enum class SocketState : std::uint8_t {
     Closed = 0,
     Listening = 2,
     Connecting = 6,

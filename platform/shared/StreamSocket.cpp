@@ -150,6 +150,10 @@ void StreamSocket::SendData(std::string_view data) {
     SendProgress(sent, queue.size());
 }
 
+std::string_view StreamSocket::PeekData() { return network.inHand; }
+
+std::string_view StreamSocket::GetData() { return network.inHand; }
+
 void StreamSocket::SetReading(bool wanted) {
     if (reading == wanted) return;
     reading = wanted;
@@ -211,9 +215,9 @@ void StreamSocket::receive() {
     const Outcome outcome = systemSockets::receive(handle, buffer);
     switch (outcome.result) {
         case Result::Done:
-            arrived = {buffer.data(), outcome.bytes};
-            DataArrival(arrived.size());
-            arrived = {};
+            network.inHand = {buffer.data(), outcome.bytes};
+            DataArrival(outcome.bytes);
+            network.inHand = {};
             break;
         case Result::WouldBlock: break;
         case Result::Closed: lose(SocketState::Closing); break;
@@ -330,9 +334,9 @@ bool StreamNetwork::announce(StreamSocket& listener, SocketHandle client) {
     newcomers.erase(client);
     if (said.result == Result::Done) {
         requests.push_back(client);
-        listener.peeked = {readBuffer.data(), said.bytes};
+        inHand = {readBuffer.data(), said.bytes};
         runEvent([&] { listener.ConnectionRequest(client); });
-        listener.peeked = {};
+        inHand = {};
         if (std::erase(requests, client) == 0) return true;
     }
     close(client);

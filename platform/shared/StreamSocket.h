@@ -50,12 +50,12 @@ public:
     [[nodiscard]] SocketState State() const override { return state; }
     [[nodiscard]] std::optional<SocketTrouble> Listen(std::uint16_t localPort) override;
     [[nodiscard]] std::uint16_t LocalPort() const override;
-    [[nodiscard]] std::string_view PeekData() override { return peeked; }
+    [[nodiscard]] std::string_view PeekData() override;
     void Accept(RequestId requestID) override;
     void Connect(std::string_view remoteHost, std::int32_t remotePort) override;
     void Close() override;
     void SendData(std::string_view data) override;
-    [[nodiscard]] std::string_view GetData() override { return arrived; }
+    [[nodiscard]] std::string_view GetData() override;
     void SetReading(bool wanted) override;
 
     /// Tries again to take clients, after the system had no descriptor for one.
@@ -78,8 +78,6 @@ private:
     SocketHandle handle = systemSockets::noSocket;
     SocketState state = SocketState::Closed;
     bool reading = true;
-    std::string_view arrived;
-    std::string_view peeked;
     SendQueue queue;
 
     friend StreamNetwork;
@@ -121,6 +119,8 @@ private:
 
     Readiness& readiness;
     std::array<char, largestRead> readBuffer;
+    /// What in it the running event is about.
+    std::string_view inHand;
     /// Clients that have not said anything yet.
     std::map<SocketHandle, std::unique_ptr<Newcomer>> newcomers;
     std::unique_ptr<Timer> silence;
