@@ -229,8 +229,14 @@ bool SettingsFile::isElsewhere() const {
     // SQLite knows the file behind a link, and not whether the link still leads there.
     int moved = 0;
     sqlite3_file_control(database.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    if (moved != 0) return true;
     std::error_code error;
-    return moved != 0 || std::filesystem::canonical(path, error) != realPath;
+    // No link was on the way when it was opened. A folder that is one now leads to the same file,
+    // or it would have moved; a link in the place of the file has other files beside it.
+    if (path.native() == realPath.native() && !std::filesystem::is_symlink(path, error)) {
+        return false;
+    }
+    return std::filesystem::canonical(path, error) != realPath;
 }
 
 SettingsFile::Looks SettingsFile::looks() const {

@@ -167,6 +167,26 @@ TEST_P(ChangedByOthers, IsSeenWhenALinkLeadsToAnotherFile) {
     EXPECT_EQ(option(store, "callby"), "fn");
 }
 
+TEST_P(ChangedByOthers, IsSeenWhenALinkToAnotherFolderTookThePlaceOfTheFolder) {
+    SettingsStore store = open();
+    EXPECT_EQ(option(store, "callby"), "e");
+    const std::filesystem::path elsewhere = temporary.path() / "elsewhere";
+    std::filesystem::create_directory(elsewhere);
+    Database(elsewhere / "settings.db").set("callby", "fn");
+    std::filesystem::rename(folder, temporary.path() / "aside");
+    std::filesystem::create_directory_symlink(elsewhere, folder);
+    EXPECT_EQ(option(store, "callby"), "fn");
+}
+
+TEST_P(ChangedByOthers, IsSeenWhenALinkTookThePlaceOfTheFile) {
+    SettingsStore store = open();
+    EXPECT_EQ(option(store, "callby"), "e");
+    (void)anotherFile("fn");
+    std::filesystem::create_symlink("another.db", folder / "new-link");
+    std::filesystem::rename(folder / "new-link", path);
+    EXPECT_EQ(option(store, "callby"), "fn");
+}
+
 TEST_P(ChangedByOthers, IsSeenWhenAnOldFileTookItsPlace) {
     const std::filesystem::path old = anotherFile("fn");
     const auto now = std::filesystem::file_time_type::clock::now();
