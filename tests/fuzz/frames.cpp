@@ -4,14 +4,14 @@
 
 namespace {
 
-/// Whether what was sent is what has come, with or without parts of it left out.
+/// Whether what was sent is pieces of what has come, in its order; but for messages, of which a
+/// part may be cut off.
 bool isOf(const std::vector<std::string>& sent, std::string_view come) {
     for (const std::string& chunk : sent) {
-        for (const char byte : chunk) {
-            const std::size_t found = come.find(byte);
-            if (found == std::string_view::npos) return false;
-            come.remove_prefix(found + 1);
-        }
+        if (chunk.starts_with("MSG")) continue;
+        const std::size_t found = come.find(chunk);
+        if (found == std::string_view::npos) return false;
+        come.remove_prefix(found + chunk.size());
     }
     return true;
 }

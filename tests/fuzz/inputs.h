@@ -2,6 +2,7 @@
 
 #include "tests/support/Recording.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -25,10 +26,12 @@ inline constexpr std::string_view logMark = "\xFF the log \xFF";
         if (isClients || input.starts_with(serverMark)) {
             reads.push_back({isClients, ""});
             input.remove_prefix(clientMark.size());
-        } else {
-            reads.back().bytes += input.front();
-            input.remove_prefix(1);
+            continue;
         }
+        // The next mark, or a byte that is none and only looks like one.
+        const std::size_t end = std::min(input.find(clientMark.front(), 1), input.size());
+        reads.back().bytes += input.substr(0, end);
+        input.remove_prefix(end);
     }
     return reads;
 }
