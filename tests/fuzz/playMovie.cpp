@@ -5,6 +5,7 @@
 #include "movies/qt/MoviePainter.h"
 
 #include <QImage>
+#include <QThreadPool>
 
 void playMovie(std::string_view file) {
     const auto movie = swf::readMovie(std::string(file));
@@ -18,5 +19,7 @@ void playMovie(std::string_view file) {
         static_cast<void>(player.key(frame % 2 == 0 ? 13 : 32));
         static_cast<void>(player.takeCommands());
         painter.draw(target, {0, 0, 64, 64}, player.stage(), {0.02, 0, 0, 0.02, 0, 0});
+        // So that the next frame has the picture that is being unpacked.
+        QThreadPool::globalInstance()->waitForDone();
     }
 }
