@@ -2,7 +2,9 @@
 #include "tests/support/readFile.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
+#include <vector>
 
 /// Gives one search every file of the folders that are named: what was once found stays mended.
 int main(int argc, char** argv) {
