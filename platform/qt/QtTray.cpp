@@ -7,6 +7,7 @@
 #include <QSystemTrayIcon>
 
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -20,7 +21,7 @@ public:
 
     void add(std::string_view text, const std::vector<MenuEntry>& entries) override {
         tip = text;
-        makeMenu(entries);
+        menuEntries = entries;
         host->search();
     }
 
@@ -35,30 +36,33 @@ public:
     }
 
 private:
-    void makeMenu(const std::vector<MenuEntry>& entries) {
-        menu.setTitle("&PopUp Menu");
-        for (const MenuEntry& entry : entries) {
+    void makeMenu() {
+        menu = std::make_unique<QMenu>();
+        menu->setTitle("&PopUp Menu");
+        for (const MenuEntry& entry : menuEntries) {
             if (entry.caption == "-") {
-                menu.addSeparator();
+                menu->addSeparator();
                 continue;
             }
-            QAction* const action = menu.addAction(toQString(entry.caption));
+            QAction* const action = menu->addAction(toQString(entry.caption));
             action->setObjectName(entry.name.c_str());
-            QObject::connect(action, &QAction::triggered, &menu, entry.action);
+            QObject::connect(action, &QAction::triggered, menu.get(), entry.action);
         }
     }
 
     // Not before there is a place: with the first icon Qt decides, for the whole run, which kind of
-    // place it uses.
+    // place it uses, and with the first menu it begins to look at fonts.
     void show() {
+        makeMenu();
         icon = std::make_unique<QSystemTrayIcon>(QApplication::windowIcon());
-        icon->setContextMenu(&menu);
+        icon->setContextMenu(menu.get());
         icon->setToolTip(toolTip(tip));
         icon->show();
     }
 
     std::string tip;
-    QMenu menu;
+    std::vector<MenuEntry> menuEntries;
+    std::unique_ptr<QMenu> menu;
     std::unique_ptr<TrayHost> host = makeTrayHost();
     std::unique_ptr<QSystemTrayIcon> icon;
 };

@@ -1,5 +1,7 @@
 #include "ui/common/Form.h"
 
+#include "ui/common/look.h"
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -7,6 +9,7 @@
 #include <utility>
 
 Form::Form(const char* caption, int width, int height) {
+    look::beforeWindows();
     setWindowTitle(caption);
     resize(pixels(width), pixels(height));
 }

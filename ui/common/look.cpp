@@ -4,11 +4,16 @@
 #include <QFont>
 #include <QFontMetrics>
 #include <QIcon>
+#include <QIconEngine>
 #include <QLinearGradient>
+#include <QList>
 #include <QPainter>
 #include <QPalette>
+#include <QPixmap>
 #include <QStyle>
 #include <QStyleFactory>
+
+#include <utility>
 
 namespace look {
 
@@ -29,6 +34,57 @@ void narrow(QFont& font) {
     }
 }
 
+/// The icon in all its sizes, each of which is a file that Qt reads to learn its size.
+QIcon readIcon() {
+    QIcon icon;
+    for (const char* const size : {"16", "22", "24", "32", "48", "64", "128", "256"}) {
+        icon.addFile(QString(":/icons/cobweave-%1.png").arg(size));
+    }
+    return icon;
+}
+
+/// The same, read when somebody first wants to see it.
+class LateIcon final : public QIconEngine {
+public:
+    void paint(QPainter* painter, const QRect& place, QIcon::Mode mode,
+               QIcon::State state) override {
+        icon().paint(painter, place, Qt::AlignCenter, mode, state);
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        return icon().pixmap(size, 1, mode, state);
+    }
+    QSize actualSize(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        return icon().actualSize(size, mode, state);
+    }
+    QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) override {
+        return icon().availableSizes(mode, state);
+    }
+    bool isNull() override { return false; }
+    [[nodiscard]] QIconEngine* clone() const override { return new LateIcon(*this); }
+
+private:
+    const QIcon& icon() {
+        if (read.isNull()) read = readIcon();
+        return read;
+    }
+
+    QIcon read;
+};
+
+/// Waits for the first widget that is to be shown.
+class FirstWidget final : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Polish && watched->isWidgetType()) beforeWindows();
+        return false;
+    }
+};
+
+QObject* firstWidget = nullptr;
+
 }  // namespace
 
 void apply() {
@@ -38,7 +94,6 @@ void apply() {
     QFont font("Liberation Sans");
     font.setStyleHint(QFont::SansSerif);
     font.setPixelSize(11);
-    narrow(font);
     QApplication::setFont(font);
 
     // All colours are ours, whatever theme the desktop has: some texts have a colour that means
@@ -55,11 +110,19 @@ void apply() {
     palette.setColor(QPalette::HighlightedText, page);
     QApplication::setPalette(palette);
 
-    QIcon icon;
-    for (const char* const size : {"16", "22", "24", "32", "48", "64", "128", "256"}) {
-        icon.addFile(QString(":/icons/cobweave-%1.png").arg(size));
-    }
-    QApplication::setWindowIcon(icon);
+    QApplication::setWindowIcon(QIcon(new LateIcon));
+
+    firstWidget = new FirstWidget(qApp);
+    qApp->installEventFilter(firstWidget);
+}
+
+void beforeWindows() {
+    if (firstWidget == nullptr) return;
+    std::exchange(firstWidget, nullptr)->deleteLater();
+    QFont font = QApplication::font();
+    narrow(font);
+    // Each widget that there is would be told.
+    if (font != QApplication::font()) QApplication::setFont(font);
 }
 
 void paintBand(QPainter& painter, const QRectF& place) {

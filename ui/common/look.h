@@ -27,8 +27,13 @@ inline const QColor warm{214, 131, 31};
 inline constexpr int gap = 8;
 
 /// Sets style, colours, font and icon for the whole program. To be called once, with a
-/// `QApplication`.
+/// `QApplication`. What takes long of it, looking at fonts and pictures, waits for `beforeWindows`
+/// and for the first use of the icon, so that a start is served first.
 void apply();
+
+/// To be called before a window of ours is made, and as often as that. For boxes and menus of Qt's
+/// it happens by itself.
+void beforeWindows();
 
 /// The ground of banners and toasts: white at the top that becomes blue.
 void paintBand(QPainter& painter, const QRectF& place);

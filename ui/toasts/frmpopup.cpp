@@ -50,6 +50,7 @@ frmpopup::frmpopup(EventLoop& loop, OwnWindows& windows)
       Timer1(loop.makeTimer()),
       Timer2(loop.makeTimer()),
       windows(windows) {
+    look::beforeWindows();
     setAttribute(Qt::WA_ShowWithoutActivating);
     setWindowTitle(QApplication::applicationName());
     setFixedSize(pixels(toastPlaces::width), pixels(toastPlaces::height));
