@@ -13,6 +13,7 @@ set(COBWEAVE_PLATFORM_CORE
     platform/linux/Folders.cpp
     platform/linux/MachineFacts.cpp
     platform/linux/Reactor.cpp
+    platform/linux/processorTime.cpp
     platform/linux/startProgram.cpp
     platform/linux/systemSockets.cpp
     platform/linux/wine/Client.cpp

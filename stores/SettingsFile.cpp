@@ -1,6 +1,7 @@
 #include "stores/SettingsFile.h"
 
 #include "base/codePage.h"
+#include "platform/processorTime.h"
 
 #include <sqlite3.h>
 
@@ -33,7 +34,7 @@ constexpr const char* selectAll =
 constexpr const char* typeOfSettings = "SELECT type FROM sqlite_schema WHERE name = 'settings'";
 
 /// What the file may make SQLite do: views, triggers and the like of others are computed too.
-constexpr std::clock_t longestWork = CLOCKS_PER_SEC / 4;
+constexpr std::chrono::milliseconds longestWork{250};
 /// How many steps SQLite does between two looks at the clock.
 constexpr int stepsBetweenLooks = 1000;
 /// All that is read, and each value. It is twice what the program ever writes.
@@ -166,7 +167,7 @@ std::optional<SettingsTrouble> SettingsFile::connect() {
 std::optional<SettingsTrouble> SettingsFile::prepareFile() {
     // Before anything is in it.
     makePrivate(realPath);
-    spent = 0;
+    spent = {};
     auto found = run(createTable);
     if (found && found->kind == SettingsTrouble::Kind::Unusable) {
         // A run that was killed may have left a log in a folder that allows none any more.
@@ -193,7 +194,7 @@ void SettingsFile::setUp() {
         handle, stepsBetweenLooks,
         [](void* file) {
             const auto& self = *static_cast<const SettingsFile*>(file);
-            return self.spent + (std::clock() - self.callBegin) > longestWork ? 1 : 0;
+            return self.spent + (processorTime() - self.callBegin) > longestWork ? 1 : 0;
         },
         this);
     sqlite3_wal_hook(
@@ -254,7 +255,7 @@ std::optional<SettingsTrouble> SettingsFile::readVersion(int& version) {
 }
 
 std::optional<SettingsTrouble> SettingsFile::load(std::vector<Setting>& settings) {
-    spent = 0;
+    spent = {};
     // Another program may have emptied the file since it was opened.
     if (auto found = run(createTable)) return found;
     if (auto found = run("BEGIN")) return found;
@@ -366,7 +367,7 @@ void SettingsFile::emptyLog() {
 
 std::optional<SettingsTrouble> SettingsFile::write(const SettingChanges& changes,
                                                    Durability durability) {
-    spent = 0;
+    spent = {};
     // Without a log the weaker one might tear the file.
     const bool light = hasLog && durability == Durability::SurvivesKill;
     if (auto found = run(light ? "PRAGMA synchronous = NORMAL" : "PRAGMA synchronous = FULL")) {
@@ -432,9 +433,9 @@ std::optional<SettingsTrouble> SettingsFile::ask(const char* sql, std::string& a
 /// up is not.
 template <typename Call>
 int SettingsFile::measured(Call&& call) {
-    callBegin = std::clock();
+    callBegin = processorTime();
     const int result = call();
-    spent += std::clock() - callBegin;
+    spent += processorTime() - callBegin;
     return result;
 }
 

@@ -5,7 +5,6 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
-#include <ctime>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -193,6 +192,6 @@ private:
     Looks known;
     /// Processor time that SQLite has had for what was last asked of the file, but for the call
     /// that it is in.
-    std::clock_t spent = 0;
-    std::clock_t callBegin = 0;
+    std::chrono::nanoseconds spent{0};
+    std::chrono::nanoseconds callBegin{0};
 };

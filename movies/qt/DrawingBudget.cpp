@@ -1,7 +1,8 @@
 #include "movies/qt/DrawingBudget.h"
 
+#include "platform/processorTime.h"
+
 #include <algorithm>
-#include <ctime>
 #include <utility>
 
 namespace {
@@ -54,11 +55,7 @@ double cellsCost(double cells, const QRectF& seen) {
 
 }  // namespace
 
-double DrawingBudget::processorTime() {
-    timespec used{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
-    return static_cast<double>(used.tv_sec) * 1e9 + static_cast<double>(used.tv_nsec);
-}
+double DrawingBudget::processorTime() { return static_cast<double>(::processorTime().count()); }
 
 DrawingBudget::DrawingBudget(std::function<double()> clock)
     : clock(std::move(clock)), begin(this->clock ? this->clock() : 0) {}

@@ -1,10 +1,10 @@
+#include "platform/processorTime.h"
 #include "tests/stores/StoreFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <ctime>
 #include <string>
 
 namespace {
@@ -27,9 +27,9 @@ protected:
     /// Processor time, so that a busy machine makes no difference.
     template <typename Step>
     static double secondsOf(Step&& step) {
-        const std::clock_t begin = std::clock();
+        const auto begin = processorTime();
         step();
-        return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+        return std::chrono::duration<double>(processorTime() - begin).count();
     }
 };
 
