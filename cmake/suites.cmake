@@ -10,6 +10,8 @@ function(add_suites target)
     file(GENERATE OUTPUT ${list} CONTENT "\
 set(target ${target})
 set(program [==[$<TARGET_FILE:${target}>]==])
+set(emulator ${CMAKE_CROSSCOMPILING_EMULATOR})
+set(leftOut ${COBWEAVE_LEFT_OUT})
 set(suffix [==[${arg_SUFFIX}]==])
 set(properties [==[${arg_PROPERTIES}]==])
 include([==[${PROJECT_SOURCE_DIR}/cmake/listSuites.cmake]==])

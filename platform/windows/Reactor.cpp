@@ -108,9 +108,13 @@ void Reactor::onSocket(UINT message, WORD event, WORD error) {
         case FD_READ:
         case FD_ACCEPT: now.receiving = true; break;
         case FD_CONNECT:
-        case FD_WRITE:
             now.sending = !now.broken;
-            entry.isConnected = entry.isConnected || now.sending;
+            entry.isConnected = now.sending;
+            break;
+        case FD_WRITE:
+            entry.isConnected = true;
+            // It comes for each connection once; much may have been sent since.
+            now.sending = wanted.sending && readinessOf(entry.socket).sending;
             break;
         case FD_CLOSE:
             now.receiving = true;

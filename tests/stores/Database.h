@@ -14,7 +14,7 @@ class Database {
 public:
     explicit Database(const std::filesystem::path& path) {
         sqlite3* handle = nullptr;
-        const int result = sqlite3_open(path.c_str(), &handle);
+        const int result = sqlite3_open(path.string().c_str(), &handle);
         database.reset(handle);
         check(result);
         run("PRAGMA busy_timeout = 0");

@@ -40,7 +40,7 @@ std::vector<RecordedRead> readRecording(const std::string& name) {
 std::vector<std::string> recordingNames() {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        if (entry.path().extension() == ".txt") names.push_back(entry.path().filename());
+        if (entry.path().extension() == ".txt") names.push_back(entry.path().filename().string());
     }
     std::sort(names.begin(), names.end());
     return names;

@@ -64,9 +64,13 @@ protected:
     struct Accepted {
         RecordedSocket socket;
         Peer peer;
+        /// Of the other end, also when that is closed.
+        const std::uint16_t port;
 
         explicit Accepted(Sockets& test)
-            : socket(test.network), peer(speakingPeer(test.listener->LocalPort())) {
+            : socket(test.network),
+              peer(speakingPeer(test.listener->LocalPort())),
+              port(testSystem::localPortOf(peer.handle())) {
             const auto before =
                 std::exchange(test.listener->ConnectionRequest,
                               [this](RequestId requestID) { socket->Accept(requestID); });
@@ -78,9 +82,7 @@ protected:
         }
 
         /// Our end, as the system numbers it.
-        [[nodiscard]] SocketHandle handle() const {
-            return testSystem::socketTo(testSystem::localPortOf(peer.handle()));
-        }
+        [[nodiscard]] SocketHandle handle() const { return testSystem::socketTo(port); }
     };
 
     SocketLoop loop;
