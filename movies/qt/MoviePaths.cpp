@@ -88,7 +88,8 @@ public:
     }
     [[nodiscard]] bool usable() const { return made.usable; }
     void reserve(std::size_t edges) {
-        if (flattens) polygon.reserve(static_cast<qsizetype>(edges + edges / 2));
+        const auto count = static_cast<qsizetype>(edges);
+        if (flattens) polygon.reserve(count + count / 2);
         mostPieces = std::clamp(mostOfAPath / (static_cast<double>(edges) + 1), 1.0, mostSegments);
     }
 
