@@ -28,6 +28,8 @@ public:
     /// The file that was set last, whether it is a movie or not.
     [[nodiscard]] const std::filesystem::path& Movie() const { return path; }
 
+    /// Whether the file, or what is in it, is still to be read.
+    [[nodiscard]] bool isReading() const { return source || loader; }
     /// Whether the file has been read and held nothing to play.
     [[nodiscard]] bool isEmpty() const { return !player && !isReading(); }
 
@@ -64,8 +66,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    /// Whether the file, or what is in it, is still to be read.
-    [[nodiscard]] bool isReading() const { return source || loader; }
     void readOn();
     void goOn();
     void point(QMouseEvent* event, bool held);

@@ -1,8 +1,8 @@
 #include "movies/qt/ShockwaveFlash.h"
 #include "tests/movies/MovieFile.h"
 #include "tests/movies/Screening.h"
-#include "tests/support/Peer.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/comesTrue.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -16,14 +16,6 @@
 
 namespace {
 
-template <typename Condition>
-[[nodiscard]] bool comesTrue(Condition condition) {
-    return becomesTrue([&] {
-        QCoreApplication::processEvents();
-        return condition();
-    });
-}
-
 class MovieControl : public testing::Test {
 protected:
     MovieControl() { control.resize(200, 100); }
@@ -33,7 +25,11 @@ protected:
         std::ofstream(path, std::ios::binary) << content;
         return path;
     }
-    void play(const MovieFile& movie) { control.setMovie(save(movie.packedFile())); }
+    /// Plays the movie, which is read by then.
+    void play(const MovieFile& movie) {
+        control.setMovie(save(movie.packedFile()));
+        EXPECT_TRUE(comesTrue([&] { return !control.isReading(); }));
+    }
     QRgb at(int x, int y) {
         QImage image(control.size(), QImage::Format_RGB32);
         image.fill(Qt::yellow);

@@ -51,6 +51,11 @@ inline void click(QWidget& control) {
     const QPoint mark(8, control.height() / 2);
     QTest::mouseClick(&control, Qt::LeftButton, {}, isMarked ? mark : QPoint());
 }
+/// A movie is clicked when it has been read.
+inline void click(ShockwaveFlash& movie) {
+    EXPECT_TRUE(comesTrue([&] { return !movie.isReading(); }));
+    QTest::mouseClick(&movie, Qt::LeftButton);
+}
 
 /// The page of this index in a window of several, and the button that shows it.
 [[nodiscard]] inline QWidget& pageOf(QWidget& window, int index) {

@@ -25,6 +25,7 @@ protected:
         window.show();
         window.activateWindow();
         (void)QTest::qWaitForWindowActive(&window);
+        EXPECT_TRUE(comesTrue([&] { return !button.b1.isReading(); }));
     }
     [[nodiscard]] static QColor groundOf(const QWidget& control) {
         return control.palette().color(QPalette::Window);
