@@ -121,8 +121,8 @@ void LockPatience::renew() {
 SettingsFile::SettingsFile(std::filesystem::path path, LockPatience::Now now)
     : patience(now), path(std::move(path)), stamp(this->path), logStamp(this->path) {}
 
-SettingsFile::~SettingsFile() {  // So whoever copies the file, or takes it to a place without logs,
-                                 // has all of it.
+SettingsFile::~SettingsFile() {
+    // So whoever copies the file, or takes it to a place without logs, has all of it.
     if (isOpen() && hasLog && isOurs && !isReplaced()) {
         isHurried = true;
         (void)run("PRAGMA journal_mode = DELETE");

@@ -119,9 +119,8 @@ public:
     /// by a program that does not use SQLite.
     [[nodiscard]] bool isReplaced() const;
     /// A number that changes when another program has changed the file.
-    [[nodiscard]] std::optional<SettingsTrouble> readVersion(
-        int& version);  /// Puts what the file holds into `settings`, what was changed last as the
-                        /// last; what was read
+    [[nodiscard]] std::optional<SettingsTrouble> readVersion(int& version);
+    /// Puts what the file holds into `settings`, what was changed last as the last; what was read
     /// before a trouble is there too.
     [[nodiscard]] std::optional<SettingsTrouble> load(std::vector<Setting>& settings);
     /// Begins the log, for a file that is known to be sound; `load` has done so when it went well.
