@@ -20,6 +20,10 @@ struct ProcessValues {
     std::int16_t serverID = 0;
     /// The signed-in account's address.
     std::string email;
+    /// The account that a server has accepted last.
+    std::string account;
+    /// The user knows that there is a second account.
+    bool secondAccountTold = false;
     /// The second word of the last chunk from a client, on any connection. What the program sends
     /// of its own carries it unchanged.
     std::string tranID;

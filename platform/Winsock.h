@@ -94,6 +94,10 @@ public:
     /// returns or gives the loop a turn.
     [[nodiscard]] virtual std::string_view GetData() = 0;
 
+    /// Nothing is under way: no bytes wait to be sent, and none have arrived that are still to be
+    /// announced. So it is with a socket that is not connected.
+    [[nodiscard]] virtual bool IsQuiet() const = 0;
+
     /// Stops and resumes reading, so that a peer has to wait until the other one has caught up. The
     /// end of the connection is seen when what was sent before it has been read; a connection that
     /// is broken is seen at once.

@@ -96,8 +96,7 @@ MSNProxy::MSNProxy(ProxyHost& host)
         socket->SendProgress = [this, Index](std::size_t, std::size_t bytesRemaining) {
             Winsock1_SendProgress(Index, bytesRemaining);
         };
-        // The watch looks again; it alone ends the connection, at its next tick.
-        socket->ConnectionLost = [this] { Timer1->wake(); };
+        socket->ConnectionLost = [this, Index] { Winsock1_ConnectionLost(Index); };
     }
 }
 
@@ -110,6 +109,7 @@ void MSNProxy::Connect(RequestId requestID) {
     Winsock1[clientSide]->Close();
     Winsock1[serverSide]->Close();
     Timer1->wake();
+    relaying = false;
     attempt([&] { Winsock1[clientSide]->Accept(requestID); });
 }
 
@@ -123,6 +123,7 @@ std::string MSNProxy::IntegerToBase256(std::int32_t ThePort) {
 }
 
 void MSNProxy::ChangeNick(std::string_view strcommand) {
+    const RunningEvent running(runningEvents);
     const ProcessValues& values = services.values;
     std::string command = connection.protocolVersion == "9"
                               ? "REA " + values.tranID + " " + values.email + " "
@@ -132,6 +133,7 @@ void MSNProxy::ChangeNick(std::string_view strcommand) {
 }
 
 void MSNProxy::ChangeStatus(std::string_view strstatus) {
+    const RunningEvent running(runningEvents);
     std::string command = "CHG " + services.values.tranID + " ";
     command.append(strstatus).append(" ").append(services.values.statusPostfix).append(lineEnd);
     Winsock1[serverSide]->SendData(command);
@@ -148,9 +150,39 @@ void MSNProxy::Unload() {
 void MSNProxy::Winsock1_Connect(int Index) {
     const RunningEvent running(runningEvents);
     if (Index != serverSide) return;
+    relaying = true;
     // First: whatever becomes of the reply, the connection is watched.
     Timer1->enable(watchInterval);
     attempt([&] { Winsock1[clientSide]->SendData(std::string(requestGranted) + socksReplyTail); });
+}
+
+void MSNProxy::Winsock1_ConnectionLost(int Index) {
+    // In the middle of another event of the instance the end has to wait until that has returned.
+    const bool isAlone = runningEvents == 0;
+    const RunningEvent running(runningEvents);
+    if (Index == serverSide && !relaying) tellUnreachable();
+    if (isAlone && isOver(Index)) {
+        FreePort();
+    } else {
+        Timer1->wake();
+    }
+}
+
+/// Whether the instance can end now that a side is lost, and not only at the next tick: where bytes
+/// are under way they still get until then.
+bool MSNProxy::isOver(int lost) const {
+    if (relaying) return Winsock1[1 - lost]->IsQuiet();
+    return Winsock1[clientSide]->State() != SocketState::Connected &&
+           Winsock1[serverSide]->State() != SocketState::Connecting;
+}
+
+/// By the bytes of the request, which may name a port that no connection is tried to.
+void MSNProxy::tellUnreachable() {
+    const auto high = code(socksReplyTail, 1);
+    const auto low = code(socksReplyTail, 2);
+    const auto address = dottedAddress("\x04\x01" + socksReplyTail);
+    if (!high || !low || !address) return;
+    unreachable(*address + ", port " + std::to_string(*high * 256 + *low));
 }
 
 void MSNProxy::Timer1_Timer() {
@@ -238,7 +270,10 @@ bool MSNProxy::takesSocksRequest(std::string_view buffer) {
     if (const auto port = twoByteNumber(characters(buffer, 3, 4))) destinationPort = *port;
     if (auto address = dottedAddress(buffer)) destinationAddress = *std::move(address);
     socksReplyTail = characters(buffer, 3, 8);
-    attempt([&] { Winsock1[serverSide]->Connect(destinationAddress, destinationPort); });
+    Winsock& server = *Winsock1[serverSide];
+    const bool isFirst = server.State() == SocketState::Closed;
+    attempt([&] { server.Connect(destinationAddress, destinationPort); });
+    if (isFirst && server.State() != SocketState::Connecting) tellUnreachable();
     return true;
 }
 

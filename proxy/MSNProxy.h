@@ -33,6 +33,8 @@ public:
     Event<std::string_view> popup;
     /// A text for the log.
     Event<std::string_view> log;
+    /// The server that the client has named, "10.1.2.3, port 1863", could not be reached.
+    Event<std::string_view> unreachable;
     /// The connection is over, and so is the use of this instance.
     Event<> FreePort;
 
@@ -86,9 +88,13 @@ private:
     void Winsock1_Connect(int Index);
     void Winsock1_DataArrival(int Index);
     void Winsock1_SendProgress(int Index, std::size_t bytesRemaining);
+    void Winsock1_ConnectionLost(int Index);
     void Timer1_Timer();
 
     [[nodiscard]] static bool isForeign(std::string_view chunk);
+    [[nodiscard]] bool isOver(int lost) const;
+    void tellUnreachable();
+
     [[nodiscard]] static bool takesForeignFrames(Stream& stream);
     [[nodiscard]] static bool takesFrames(Stream& stream, std::string_view& rest);
     [[nodiscard]] bool takesSocksRequest(std::string_view buffer);
@@ -108,6 +114,8 @@ private:
     std::string directConnectName;
     /// How many bytes wait to be sent, as last reported by either socket; nothing before.
     std::optional<std::size_t> Label1;
+    /// The server side has been connected.
+    bool relaying = false;
     int runningEvents = 0;
     std::unique_ptr<Timer> Timer1;
     std::array<std::unique_ptr<Winsock>, sides> Winsock1;

@@ -73,6 +73,22 @@ void learnNickName(std::string_view chunk, ProcessValues& values) {
     if (auto nickname = mdlFunctions::UrlDecode(*coded)) values.nickname = *std::move(nickname);
 }
 
+/// Every answer about a sign-in names somebody, the last one the account that it is for.
+void learnAccount(std::string_view chunk, Conversation& conversation) {
+    ProcessValues& values = conversation.services.values;
+    const auto email = word(chunk, 3);
+    if (!email) return;
+    values.email = *email;
+    if (word(chunk, 2) != "OK"sv) return;
+    const std::string before = std::exchange(values.account, *email);
+    const bool isSecond = values.serverID != 0 && values.serverID != conversation.connection.formID &&
+                          !before.empty() && lowerCase(before) != lowerCase(*email);
+    if (!isSecond || std::exchange(values.secondAccountTold, true)) return;
+    conversation.showPopup(std::string(*email).append(
+        " has signed in as a second account. Cobweave serves one at a time: "
+        "nick names and commands of both get mixed up."));
+}
+
 std::string_view stamp(std::string_view chunk, std::string& rewritten, Services& services) {
     auto stamped = mdlFunctions::MessengerPlusPresent(services.registry)
                        ? timestamps::StampFormatted(chunk, services.settings, services.clock)
@@ -129,7 +145,7 @@ std::string_view filterServerChunk(std::string_view chunk, std::string& rewritte
     } else if (name == "IRO"sv) {
         recordContact(connection, word(chunk, 4), word(firstLine(chunk), 5));
     } else if (name == "USR"sv) {
-        if (const auto email = word(chunk, 3)) values.email = *email;
+        learnAccount(chunk, conversation);
     } else if (name == "FLN"sv) {
         alerts::offline(chunk, conversation);
     } else if (name == "RNG"sv) {

@@ -10,6 +10,7 @@
 #include "stores/NotesStore.h"
 #include "stores/options.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <utility>
@@ -94,6 +95,7 @@ void frmMain::loadInstance(std::int16_t Index) {
     auto instance = std::make_unique<MSNProxy>(host);
     instance->popup = [this](std::string_view text) { windows.popup(text); };
     instance->log = [this](std::string_view text) { MSNProxy1_log(text); };
+    instance->unreachable = [this](std::string_view server) { MSNProxy1_unreachable(server); };
     instance->FreePort = [this, Index] { MSNProxy1_FreePort(Index); };
     MSNProxy1.emplace(Index, std::move(instance));
 }
@@ -114,6 +116,15 @@ void frmMain::MSNProxy1_FreePort(std::int16_t Index) {
 
 void frmMain::MSNProxy1_log(std::string_view text) const {
     windows.addToLog(removeAll(text, lineEnd));
+}
+
+/// Once a server, for a client tries again and again.
+void frmMain::MSNProxy1_unreachable(std::string_view server) {
+    constexpr std::size_t most = 64;
+    if (std::ranges::find(unreachableServers, server) != unreachableServers.end()) return;
+    if (unreachableServers.size() == most) unreachableServers.pop_front();
+    unreachableServers.emplace_back(server);
+    windows.popup("The server " + std::string(server) + " could not be reached.");
 }
 
 void frmMain::ChangeSong_Timer() {

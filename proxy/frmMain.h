@@ -7,6 +7,7 @@
 #include "proxy/ProgramWindows.h"
 
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <memory>
 #include <string>
@@ -63,6 +64,7 @@ private:
     void Winsock1_ConnectionRequest(RequestId requestID);
     void MSNProxy1_FreePort(std::int16_t Index);
     void MSNProxy1_log(std::string_view text) const;
+    void MSNProxy1_unreachable(std::string_view server);
     void loadInstance(std::int16_t Index);
     void destroyUnloaded();
 
@@ -76,6 +78,8 @@ private:
     std::unique_ptr<Timer> ChangeSong;
     std::unique_ptr<Winsock> Winsock1;
     std::map<std::int16_t, std::unique_ptr<MSNProxy>> MSNProxy1;
+    /// The servers that the user was told of last.
+    std::deque<std::string> unreachableServers;
     /// Instances that are no longer in use, some of them with an event that is still running.
     std::vector<std::unique_ptr<MSNProxy>> unloaded;
 };

@@ -154,6 +154,12 @@ std::string_view StreamSocket::PeekData() { return network.inHand; }
 
 std::string_view StreamSocket::GetData() { return network.inHand; }
 
+bool StreamSocket::IsQuiet() const {
+    if (state != SocketState::Connected) return true;
+    std::array<char, 1> byte{};
+    return queue.empty() && systemSockets::peek(handle, byte).result != Result::Done;
+}
+
 void StreamSocket::SetReading(bool wanted) {
     if (reading == wanted) return;
     reading = wanted;

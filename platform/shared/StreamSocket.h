@@ -56,6 +56,7 @@ public:
     void Close() override;
     void SendData(std::string_view data) override;
     [[nodiscard]] std::string_view GetData() override;
+    [[nodiscard]] bool IsQuiet() const override;
     void SetReading(bool wanted) override;
 
     /// Tries again to take clients, after the system had no descriptor for one.

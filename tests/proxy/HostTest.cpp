@@ -231,6 +231,30 @@ TEST_F(SignedIn, TheEndOfAConversationLeavesTrayTitleAndSignInAlone) {
     EXPECT_THAT(spine.windows.calls, IsEmpty());
 }
 
+TEST_F(SignedIn, ASecondAccountIsToldOnce) {
+    spine.server(1).arrive("USR 6 TWN S lc=1033,id=507\r\n");
+    spine.server(1).arrive("USR 7 OK ann@example.com Ann 1 0\r\n");
+    spine.server(2).arrive("USR 1 OK Ann@Example.com Ann\r\n");
+    EXPECT_THAT(spine.windows.toasts, IsEmpty());
+    spine.relay();
+    for (int count = 0; count < 2; ++count) {
+        spine.server(3).arrive("USR 6 TWN S lc=1033,id=507\r\n");
+        spine.server(3).arrive("USR 7 OK bob@example.com Bob 1 0\r\n");
+        spine.server(1).arrive("USR 7 OK ann@example.com Ann 1 0\r\n");
+    }
+    EXPECT_THAT(spine.windows.toasts,
+                ElementsAre("bob@example.com has signed in as a second account. Cobweave serves "
+                            "one at a time: nick names and commands of both get mixed up."));
+}
+
+TEST_F(SignedIn, AnotherAccountAfterTheEndOfTheFirstIsNoSecondOne) {
+    spine.server(1).arrive("USR 7 OK ann@example.com Ann 1 0\r\n");
+    end(1);
+    spine.relay();
+    spine.server(3).arrive("USR 7 OK bob@example.com Bob 1 0\r\n");
+    EXPECT_THAT(spine.windows.toasts, IsEmpty());
+}
+
 TEST_F(SignedIn, SigningInAgainIsANewInstance) {
     end(1);
     spine.relay();

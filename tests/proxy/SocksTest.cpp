@@ -112,12 +112,59 @@ TEST_F(Socks, NothingHappensWhenTheServerSideCannotBeReached) {
     EXPECT_EQ(spine.host.instances().size(), 1U);
 }
 
-TEST_F(Socks, ASlotThatWasNeverArmedStaysWhenTheClientCloses) {
+TEST_F(Socks, ASlotWhoseServerCannotBeReachedIsGivenBackWhenTheClientCloses) {
     spine.client().arrive(request);
-    spine.server().state = SocketState::Error;
-    spine.client().lose();
-    spine.watch().pass();
+    spine.server().lose();
     EXPECT_EQ(spine.host.instances().size(), 1U);
+    spine.client().lose();
+    EXPECT_THAT(spine.host.instances(), IsEmpty());
+}
+
+TEST_F(Socks, ASlotOfAClientThatHasClosedIsGivenBackWhenTheServerCannotBeReached) {
+    spine.client().arrive(request);
+    spine.client().lose();
+    EXPECT_EQ(spine.host.instances().size(), 1U);
+    spine.server().lose();
+    EXPECT_THAT(spine.host.instances(), IsEmpty());
+}
+
+TEST_F(Socks, AServerThatCannotBeReachedIsToldOnce) {
+    for (std::size_t count = 1; count <= 3; ++count) {
+        spine.client(count).arrive(request);
+        spine.server(count).lose();
+        spine.request();
+    }
+    EXPECT_THAT(spine.windows.toasts,
+                ElementsAre("The server 10.1.2.3, port 1863 could not be reached."));
+}
+
+TEST_F(Socks, AServerThatCannotEvenBeTriedIsToldByWhatTheClientAskedFor) {
+    spine.server().refuses = true;
+    spine.client().arrive("\x04\x01\x9C\x40\x0A\x01\x02\x03"s);
+    EXPECT_THAT(spine.windows.toasts,
+                ElementsAre("The server 10.1.2.3, port 40000 could not be reached."));
+}
+
+TEST_F(Socks, NeitherAServerThatClosesNorASecondRequestIsTold) {
+    spine.client().arrive(request);
+    spine.server().succeedConnecting();
+    spine.client().arrive("\x04\x01\x00\x50\x7F\x00\x00\x01"s);
+    spine.server().lose();
+    EXPECT_THAT(spine.windows.toasts, IsEmpty());
+}
+
+TEST_F(Socks, OfTheServersThatCannotBeReachedSixtyFourAreRemembered) {
+    const auto fail = [this](std::size_t count) {
+        spine.client(count).arrive("\x04\x01\x07\x47\x0A\x01\x02"s + static_cast<char>(count));
+        spine.server(count).lose();
+        spine.request();
+    };
+    for (std::size_t count = 1; count <= 65; ++count)
+        fail(count);
+    EXPECT_EQ(spine.windows.toasts.size(), 65U);
+    spine.client(66).arrive("\x04\x01\x07\x47\x0A\x01\x02\x02"s);
+    spine.server(66).lose();
+    EXPECT_EQ(spine.windows.toasts.size(), 65U);
 }
 
 TEST_F(Socks, AClientThatClosesEarlyIsSeenOnceTheServerSideHasConnected) {
@@ -153,12 +200,22 @@ TEST(Watch, RestsWhileBothSidesAreConnected) {
 
 class WatchedSide : public testing::TestWithParam<bool> {};
 
-TEST_P(WatchedSide, EndsThePairAtTheNextTick) {
+TEST_P(WatchedSide, EndsThePairAtOnceWhereNothingIsUnderWay) {
+    Spine spine;
+    spine.relay();
+    (GetParam() ? spine.client() : spine.server()).lose();
+    EXPECT_EQ((GetParam() ? spine.server() : spine.client()).state, SocketState::Closed);
+    EXPECT_THAT(spine.host.instances(), IsEmpty());
+    EXPECT_FALSE(spine.watch().enabled);
+}
+
+TEST_P(WatchedSide, EndsThePairAtTheNextTickWhereBytesAreUnderWay) {
     Spine spine;
     spine.relay();
     spine.watch().pass();
     FakeWinsock& lost = GetParam() ? spine.client() : spine.server();
     FakeWinsock& other = GetParam() ? spine.server() : spine.client();
+    other.busy = true;
     lost.lose();
     EXPECT_EQ(other.state, SocketState::Connected);
     spine.watch().pass();
@@ -169,6 +226,20 @@ TEST_P(WatchedSide, EndsThePairAtTheNextTick) {
 
 INSTANTIATE_TEST_SUITE_P(Sides, WatchedSide, testing::Values(true, false),
                          [](const auto& info) { return info.param ? "client" : "server"; });
+
+TEST(Watch, EndsAPairThatASendFindsLostAtTheNextTick) {
+    Spine spine;
+    spine.relay();
+    spine.client().arrive("CHG 9 NLN 0\r\n");
+    spine.windows.captions.clear();
+    spine.server().losesSends = true;
+    spine.client().arrive("PNG\r\n");
+    // The chunk's event runs to its end first.
+    EXPECT_THAT(spine.windows.captions, ElementsAre("Cobweave"));
+    EXPECT_EQ(spine.host.values.serverID, 1);
+    spine.watch().pass();
+    EXPECT_EQ(spine.host.values.serverID, 0);
+}
 
 TEST(IntegerToBase256, GivesTheMostSignificantByteFirst) {
     EXPECT_EQ(MSNProxy::IntegerToBase256(1863), "\x07\x47");

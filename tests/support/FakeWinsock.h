@@ -26,7 +26,13 @@ public:
     std::vector<std::pair<std::string, std::int32_t>> connects;
     std::vector<std::string> sent;
     bool sendFails = false;
+    /// A send finds the connection lost.
+    bool losesSends = false;
+    /// No connection can begin.
+    bool refuses = false;
     bool reading = true;
+    /// Bytes are under way.
+    bool busy = false;
     /// What the client of a request has said.
     std::string peeked;
 
@@ -59,15 +65,17 @@ public:
     }
     void Connect(std::string_view remoteHost, std::int32_t remotePort) override {
         connects.emplace_back(remoteHost, remotePort);
-        if (state != SocketState::Closed) throw Failure("in use");
+        if (state != SocketState::Closed || refuses) throw Failure("in use");
         state = SocketState::Connecting;
     }
     void Close() override { state = SocketState::Closed; }
     void SendData(std::string_view data) override {
+        if (losesSends) lose();
         if (state != SocketState::Connected || sendFails) throw Failure("not connected");
         sent.emplace_back(data);
     }
     [[nodiscard]] std::string_view GetData() override { return arrived; }
+    [[nodiscard]] bool IsQuiet() const override { return !busy; }
     void SetReading(bool wanted) override { reading = wanted; }
 
 private:

@@ -74,6 +74,19 @@ TEST_F(Transfer, HasItsBytesWithinTheEventAlone) {
     EXPECT_EQ(socket->GetData(), "");
 }
 
+TEST_F(Transfer, IsQuietWhileNothingIsUnderWay) {
+    EXPECT_TRUE(socket->IsQuiet());
+    peer.send("x");
+    waitUntilReadable();
+    EXPECT_FALSE(socket->IsQuiet());
+    ASSERT_TRUE(loop.runUntil([&] { return socket.received == "x"; }));
+    EXPECT_TRUE(socket->IsQuiet());
+    socket->SendData(std::string(32 * megabyte, 'x'));
+    EXPECT_FALSE(socket->IsQuiet());
+    socket->Close();
+    EXPECT_TRUE(socket->IsQuiet());
+}
+
 TEST_F(Transfer, TellsOfBytesThatGoAtOnceBeforeItReturns) {
     socket->SendData("MSG 1");
     EXPECT_THAT(socket.progress, ElementsAre(Pair(5, 0)));
