@@ -16,11 +16,6 @@ namespace {
 
 constexpr std::chrono::milliseconds watchInterval{100};
 
-/// A peer that does not take what it is sent makes the other one wait: with more bytes than the
-/// high mark to be sent reading stops, with fewer than the low one it goes on.
-constexpr std::size_t highWaterMark = std::size_t{8} * 1024 * 1024;
-constexpr std::size_t lowWaterMark = highWaterMark / 2;
-
 /// The reply to a SOCKS request begins with these; the port and address follow. The first byte is
 /// 4, where SOCKS 4 has 0: Messenger and `nc -X 4` take it, curl and proxychains do not.
 constexpr std::string_view requestGranted = "\x04\x5A";
@@ -98,6 +93,8 @@ MSNProxy::MSNProxy(ProxyHost& host)
         };
         socket->ConnectionLost = [this, Index] { Winsock1_ConnectionLost(Index); };
     }
+    for (int Index = 0; Index < sides; ++Index)
+        queues[Index].emplace(host.queues, *Winsock1[1 - Index]);
 }
 
 bool MSNProxy::isClient(std::string_view firstRead) {
@@ -106,8 +103,7 @@ bool MSNProxy::isClient(std::string_view firstRead) {
 }
 
 void MSNProxy::Connect(RequestId requestID) {
-    Winsock1[clientSide]->Close();
-    Winsock1[serverSide]->Close();
+    closeSockets();
     Timer1->wake();
     relaying = false;
     attempt([&] { Winsock1[clientSide]->Accept(requestID); });
@@ -143,8 +139,14 @@ void MSNProxy::sendToClient(std::string_view bytes) { Winsock1[clientSide]->Send
 
 void MSNProxy::Unload() {
     Timer1->disable();
-    for (auto& socket : Winsock1)
-        socket->Close();
+    closeSockets();
+}
+
+void MSNProxy::closeSockets() {
+    for (int Index = 0; Index < sides; ++Index) {
+        Winsock1[Index]->Close();
+        queues[Index]->nowWaits(0);
+    }
 }
 
 void MSNProxy::Winsock1_Connect(int Index) {
@@ -198,9 +200,7 @@ void MSNProxy::Timer1_Timer() {
 
 void MSNProxy::Winsock1_SendProgress(int Index, std::size_t bytesRemaining) {
     Label1 = bytesRemaining;
-    Winsock& otherSide = *Winsock1[1 - Index];
-    if (bytesRemaining > highWaterMark) otherSide.SetReading(false);
-    if (bytesRemaining < lowWaterMark) otherSide.SetReading(true);
+    queues[Index]->nowWaits(bytesRemaining);
 }
 
 void MSNProxy::Winsock1_DataArrival(int Index) {

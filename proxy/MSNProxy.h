@@ -4,6 +4,7 @@
 #include "conversation/Conversation.h"
 #include "platform/EventLoop.h"
 #include "platform/Winsock.h"
+#include "proxy/SendQueues.h"
 
 #include <array>
 #include <cstdint>
@@ -20,6 +21,7 @@ struct ProxyHost {
     const ProgramWindows& windows;
     Network& network;
     EventLoop& loop;
+    SendQueues& queues;
     /// The memory of the last chunk that was rewritten, for the next one.
     std::string spare;
 };
@@ -101,6 +103,8 @@ private:
     [[nodiscard]] bool dropsDirectConnect(int Index, const std::string& buffer);
     void relay(int Index, std::string_view chunk);
 
+    void closeSockets();
+
     void sendToClient(std::string_view bytes) override;
     void showPopup(std::string_view text) override { popup(text); }
     void addToLog(std::string_view text) override { log(text); }
@@ -119,4 +123,6 @@ private:
     int runningEvents = 0;
     std::unique_ptr<Timer> Timer1;
     std::array<std::unique_ptr<Winsock>, sides> Winsock1;
+    /// What waits to be sent to each side.
+    std::array<std::optional<SendQueues::Direction>, sides> queues;
 };

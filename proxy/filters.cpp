@@ -81,8 +81,9 @@ void learnAccount(std::string_view chunk, Conversation& conversation) {
     values.email = *email;
     if (word(chunk, 2) != "OK"sv) return;
     const std::string before = std::exchange(values.account, *email);
-    const bool isSecond = values.serverID != 0 && values.serverID != conversation.connection.formID &&
-                          !before.empty() && lowerCase(before) != lowerCase(*email);
+    const bool isSecond = values.serverID != 0 &&
+                          values.serverID != conversation.connection.formID && !before.empty() &&
+                          lowerCase(before) != lowerCase(*email);
     if (!isSecond || std::exchange(values.secondAccountTold, true)) return;
     conversation.showPopup(std::string(*email).append(
         " has signed in as a second account. Cobweave serves one at a time: "

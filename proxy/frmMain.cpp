@@ -29,7 +29,7 @@ constexpr std::int16_t fewNumbersLeft = 30000;
 frmMain::frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, Facilities facilities)
     : messageBox(messageBox),
       services{std::move(facilities), values, *this},
-      host{services, windows, network, loop, {}},
+      host{services, windows, network, loop, queues, {}},
       ChangeSong(loop.makeTimer()),
       Winsock1(network.makeWinsock()) {
     Winsock1->ConnectionRequest = [this](RequestId requestID) {

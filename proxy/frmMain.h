@@ -5,6 +5,7 @@
 #include "platform/Winsock.h"
 #include "proxy/MSNProxy.h"
 #include "proxy/ProgramWindows.h"
+#include "proxy/SendQueues.h"
 
 #include <cstdint>
 #include <deque>
@@ -70,6 +71,7 @@ private:
 
     MessageBox& messageBox;
     Services services;
+    SendQueues queues;
     ProxyHost host;
     std::int16_t instanceCount = 0;
     std::string currentSong;

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/Winsock.h"
+
+#include <cstddef>
+#include <set>
+
+/// What waits to be sent on all connections, and the pauses that bound it: a peer that does not
+/// take what it is sent makes the one that sends it wait.
+///
+/// A direction of its own with much to be sent is not read for until half of that has gone. When
+/// all together have too much, the one with the most is not read for until they have less; those
+/// that have nothing waiting go on.
+class SendQueues {
+public:
+    static constexpr std::size_t mebibyte = std::size_t{1024} * 1024;
+    /// What may wait in all.
+    static constexpr std::size_t mostInAll = 256 * mebibyte;
+
+    explicit SendQueues(std::size_t most = mostInAll) : most(most) {}
+    SendQueues(const SendQueues&) = delete;
+    SendQueues& operator=(const SendQueues&) = delete;
+
+    /// How many bytes wait now.
+    [[nodiscard]] std::size_t size() const { return sum; }
+
+    /// What waits to be sent one way of one connection.
+    class Direction {
+    public:
+        /// `source` is where the bytes come from. Both have to outlive this.
+        Direction(SendQueues& all, Winsock& source) : all(all), source(source) {}
+        ~Direction() { nowWaits(0); }
+        Direction(const Direction&) = delete;
+        Direction& operator=(const Direction&) = delete;
+
+        /// So many bytes wait now.
+        void nowWaits(std::size_t bytes);
+
+    private:
+        friend SendQueues;
+
+        void pause();
+
+        SendQueues& all;
+        Winsock& source;
+        std::size_t waiting = 0;
+        /// It has too much.
+        bool isFull = false;
+        /// All together have too much, and it has the most.
+        bool isLargest = false;
+    };
+
+private:
+    void balance();
+
+    std::size_t most;
+    std::size_t sum = 0;
+    /// Those that have something waiting.
+    std::set<Direction*> directions;
+};
