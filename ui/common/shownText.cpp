@@ -12,10 +12,6 @@ using namespace std::string_view_literals;
 
 namespace {
 
-/// More characters than fit in a line on the widest desktop, so that a huge text costs no more to
-/// lay out than a long one.
-constexpr std::size_t longestLine = 4096;
-
 constexpr QChar crSymbol(0x240D);
 constexpr QChar lfSymbol(0x240A);
 
@@ -33,8 +29,8 @@ QString shownText(std::string_view bytes) {
 }
 
 QString shownLine(std::string_view bytes) {
-    QString line = shownText(bytes.substr(0, longestLine)).replace('\n', ' ');
-    if (bytes.size() > longestLine) line.append(QChar(0x2026));
+    QString line = shownText(bytes.substr(0, longestShownLine)).replace('\n', ' ');
+    if (bytes.size() > longestShownLine) line.append(QChar(0x2026));
     return line;
 }
 

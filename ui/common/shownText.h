@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,10 @@
 /// What a control shows of text that peers have sent: each character by itself, control characters
 /// as little boxes, line breaks kept.
 [[nodiscard]] QString shownText(std::string_view bytes);
+
+/// More characters than fit in a line on the widest desktop, so that a huge text costs no more to
+/// lay out than a long one.
+constexpr std::size_t longestShownLine = 4096;
 
 /// The same in one line: line breaks are blanks. Of a text that is longer than any window is wide
 /// only the beginning.

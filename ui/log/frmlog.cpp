@@ -56,6 +56,24 @@ void moveTo(QWidget& control, int left, int top) { control.move(pixels(left), pi
 
 }  // namespace
 
+void LogLines::append(std::string line) {
+    // While the window is closed nobody publishes; to drop each line by itself would cost a list as
+    // much as many at a time.
+    constexpr std::size_t atOnce = 1024;
+    lines.push_back(std::move(line));
+    if (lines.size() >= most + atOnce) dropOldest();
+}
+
+void LogLines::dropOldest() {
+    if (lines.size() <= most) return;
+    const auto count = static_cast<std::ptrdiff_t>(lines.size() - most);
+    const std::size_t shown = std::min(published, lines.size() - most);
+    if (shown > 0) beginRemoveRows({}, 0, static_cast<int>(shown) - 1);
+    lines.erase(lines.begin(), lines.begin() + count);
+    published -= shown;
+    if (shown > 0) endRemoveRows();
+}
+
 void LogLines::clear() {
     beginResetModel();
     lines.clear();
@@ -64,6 +82,7 @@ void LogLines::clear() {
 }
 
 void LogLines::publish() {
+    dropOldest();
     if (published == lines.size()) return;
     beginInsertRows({}, static_cast<int>(published), static_cast<int>(lines.size()) - 1);
     published = lines.size();
@@ -118,7 +137,11 @@ frmlog::frmlog(Clock& clock, MessageBox& messageBox)
 }
 
 void frmlog::AddItem(std::string_view text) {
-    std::string line = std::string(text) + " (" + clock.timeText() + ")";
+    const std::string time = " (" + clock.timeText() + ")";
+    std::string line(text.substr(0, longestShownLine - time.size()));
+    // Three dots in one character stand for what is missing.
+    if (line.size() < text.size()) line.back() = '\x85';
+    line += time;
     delegate.makeRoomFor(line);
     lines.append(std::move(line));
     if (isVisible() && !publishing.isActive()) publishing.start(publishDelay);

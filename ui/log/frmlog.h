@@ -11,20 +11,23 @@
 #include <QTimer>
 
 #include <cstddef>
+#include <deque>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 class Clock;
 class MessageBox;
 
-/// The lines of the log. A list lays out all of its lines anew at each change, so new lines reach
-/// it many at a time, when they are published.
+/// The lines of the log, the newest of them. A list lays out all of its lines anew at each change,
+/// so new lines reach it many at a time, when they are published.
 class LogLines : public QAbstractListModel {
 public:
-    /// Adds a line at the end, which no list shows before `publish`.
-    void append(std::string line) { lines.push_back(std::move(line)); }
+    /// How many lines a list shows.
+    static constexpr std::size_t most = 32767;
+
+    /// Adds a line at the end, which no list shows before `publish`. Beyond some more than `most`
+    /// lines the oldest go.
+    void append(std::string line);
     /// Removes all lines, published or not.
     void clear();
     /// Shows what was appended since the last time.
@@ -44,7 +47,9 @@ public:
     }
 
 private:
-    std::vector<std::string> lines;
+    void dropOldest();
+
+    std::deque<std::string> lines;
     std::size_t published = 0;
 };
 
@@ -80,7 +85,8 @@ public:
     Placed<Picture> Frame3{this, "Frame3", {4860, 2850, 255, 255}};
     Placed<QPushButton> Command1{this, "Command1", {5160, 2760, 1080, 375}, "&Close"};
 
-    /// Adds an entry of one line with the time behind it, to be seen soon if the window is shown.
+    /// Adds an entry of one line with the time behind it, to be seen soon if the window is shown. A
+    /// text that is longer than the list shows is cut off.
     void AddItem(std::string_view text);
 
 protected:

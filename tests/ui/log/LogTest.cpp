@@ -185,13 +185,46 @@ TEST_F(LogWindow, ShowsControlCharactersAsBoxesAndCopiesThemAsTheyAre) {
     EXPECT_EQ(QApplication::clipboard()->text(), "\x01\x02\n<b>x</b> (12:30:05)");
 }
 
-TEST_F(LogWindow, KeepsAHugeLineWholeAndShowsItsBeginning) {
+TEST_F(LogWindow, CutsAHugeTextToWhatTheListShowsAndKeepsItsTime) {
+    log.load().AddItem(std::string(4096 - 11, 'x'));
     log.load().AddItem(std::string(100'000, 'x'));
     frmlog& form = show();
-    EXPECT_LT(lines(form).front().size(), 5000U);
     select(form, 0);
     QTest::mouseClick(&form.Command3, Qt::LeftButton);
-    EXPECT_EQ(QApplication::clipboard()->text().size(), 100'000 + 11);
+    EXPECT_EQ(QApplication::clipboard()->text(), QString(4096 - 11, 'x') + " (12:30:05)");
+    select(form, 1);
+    QTest::mouseClick(&form.Command3, Qt::LeftButton);
+    const QString cut = QString(4096 - 12, 'x') + QChar(0x2026) + " (12:30:05)";
+    EXPECT_EQ(QApplication::clipboard()->text(), cut);
+    EXPECT_EQ(lines(form).back(), cut.toStdString());
+}
+
+TEST_F(LogWindow, KeepsTheNewest32767Lines) {
+    for (int number = 1; number <= 40'000; ++number)
+        log.load().AddItem(std::to_string(number));
+    frmlog& form = show();
+    const QAbstractItemModel& model = *form.List1.model();
+    ASSERT_EQ(model.rowCount(), 32767);
+    EXPECT_EQ(model.index(0, 0).data().toString(), "7234 (12:30:05)");
+    EXPECT_EQ(model.index(32766, 0).data().toString(), "40000 (12:30:05)");
+    // The same while it is open, where the selected line stays so until it goes.
+    select(form, 10);
+    for (int number = 40'001; number <= 40'005; ++number)
+        log.load().AddItem(std::to_string(number));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return model.index(32766, 0).data().toString() == "40005 (12:30:05)"; }));
+    EXPECT_EQ(model.rowCount(), 32767);
+    EXPECT_EQ(model.index(0, 0).data().toString(), "7239 (12:30:05)");
+    EXPECT_EQ(form.List1.currentIndex().row(), 5);
+}
+
+TEST_F(LogWindow, DropsOldLinesThatItHasShownWhileItIsClosed) {
+    log.load().AddItem("shown");
+    show().close();
+    for (int number = 1; number <= 34'000; ++number)
+        log.load().AddItem(std::to_string(number));
+    EXPECT_EQ(window()->List1.model()->rowCount(), 0);
+    EXPECT_EQ(show().List1.model()->index(32766, 0).data().toString(), "34000 (12:30:05)");
 }
 
 TEST_F(LogWindow, TheKeysForCopyingTakeTheLineAsItIs) {
