@@ -16,16 +16,16 @@ PlayerList::Change playing(const std::string& title) {
 
 std::string chosenTitle(PlayerList& players) { return players.titleOf(players.chosen()); }
 
-struct Row {
+struct TitleRow {
     const char* name;
     PlayerStatus status;
     PlayerSong song;
     std::string title;
 };
 
-void PrintTo(const Row& row, std::ostream* stream) { *stream << row.name; }
+void PrintTo(const TitleRow& row, std::ostream* stream) { *stream << row.name; }
 
-class PlayerTitle : public testing::TestWithParam<Row> {};
+class PlayerTitle : public testing::TestWithParam<TitleRow> {};
 
 TEST_P(PlayerTitle, IsMadeOfTheSong) {
     PlayerList players;
@@ -38,7 +38,7 @@ constexpr std::size_t longestSong = 2048 - 3 - 9 - 9;
 const std::string longest(longestSong, 'x');
 const std::string note = "\xF0\x9F\x8E\xB5";
 
-const Row rows[] = {
+const TitleRow rows[] = {
     {"Playing", Playing, {"Song", {"Ann"}}, "1. Ann - Song - Winamp"},
     {"Paused", Paused, {"Song", {"Ann"}}, "1. Ann - Song - Winamp [Paused]"},
     {"Stopped", Stopped, {"Song", {"Ann"}}, "1. Ann - Song - Winamp"},
