@@ -11,10 +11,14 @@ std::size_t allocatedSoFar = 0;
 
 std::size_t allocated() { return allocatedSoFar; }
 
-// All other forms of these two call them.
-void* operator new(std::size_t size) {
+// The library's other forms call these; the sanitizers' do not, and have a pair each but for the
+// one that does not throw.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     ++allocatedSoFar;
-    void* const memory = std::malloc(size);
+    return std::malloc(size);
+}
+void* operator new(std::size_t size) {
+    void* const memory = operator new(size, std::nothrow);
     if (memory == nullptr) throw std::bad_alloc();
     return memory;
 }

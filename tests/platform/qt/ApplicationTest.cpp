@@ -6,7 +6,26 @@
 
 #include <new>
 
+// There where leaks are looked for.
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-redundant-declaration)
+extern "C" [[gnu::weak]] void __lsan_disable();
+extern "C" [[gnu::weak]] void __lsan_enable();
+// NOLINTEND(bugprone-reserved-identifier,readability-redundant-declaration)
+
 namespace {
+
+/// Qt keeps some bytes of an event that an exception goes through: a leak that is known.
+class KnownLeak {
+public:
+    KnownLeak() {
+        if (__lsan_disable != nullptr) __lsan_disable();
+    }
+    ~KnownLeak() {
+        if (__lsan_enable != nullptr) __lsan_enable();
+    }
+    KnownLeak(const KnownLeak&) = delete;
+    KnownLeak& operator=(const KnownLeak&) = delete;
+};
 
 TEST(QtEvent, ThatIsBrokenOffEndsAlone) {
     int later = 0;
@@ -21,7 +40,10 @@ TEST(QtEvent, OfAClickThatIsBrokenOffLeavesTheButtonUsable) {
     QObject::connect(&button, &QPushButton::clicked, [&] {
         if (++clicks == 1) throw std::bad_alloc();
     });
-    QTest::mouseClick(&button, Qt::LeftButton);
+    {
+        const KnownLeak leak;
+        QTest::mouseClick(&button, Qt::LeftButton);
+    }
     QTest::mouseClick(&button, Qt::LeftButton);
     EXPECT_EQ(clicks, 2);
 }
