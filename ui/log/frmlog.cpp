@@ -13,6 +13,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
+#include <cstdint>
 #include <utility>
 
 namespace {
@@ -103,14 +105,23 @@ QVariant LogLines::data(const QModelIndex& index, int role) const {
     return shownLine(at(index.row()));
 }
 
-void LogLineDelegate::makeRoomFor(const std::string& line) {
-    const QFontMetrics metrics(QApplication::font());
-    widest = std::max(widest, metrics.horizontalAdvance(shownLine(line)));
+LogLineDelegate::LogLineDelegate() {
+    const QFontMetricsF metrics(QApplication::font());
+    for (std::size_t code = 0; code < widths.size(); ++code)
+        widths[code] =
+            metrics.horizontalAdvance(shownLine(std::string(1, static_cast<char>(code))));
+}
+
+void LogLineDelegate::makeRoomFor(std::string_view line) {
+    double width = 0;
+    for (const char character : line)
+        width += widths[static_cast<std::uint8_t>(character)];
+    widest = std::max(widest, width);
 }
 
 QSize LogLineDelegate::sizeHint(const QStyleOptionViewItem& option,
                                 const QModelIndex& /*index*/) const {
-    return {widest + 2 * look::gap, option.fontMetrics.height() + 3};
+    return {static_cast<int>(std::ceil(widest)) + 2 * look::gap, option.fontMetrics.height() + 3};
 }
 
 frmlog::frmlog(Clock& clock, MessageBox& messageBox)

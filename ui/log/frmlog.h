@@ -10,6 +10,7 @@
 #include <QStyledItemDelegate>
 #include <QTimer>
 
+#include <array>
 #include <cstddef>
 #include <deque>
 #include <string>
@@ -57,8 +58,10 @@ private:
 /// long log slow.
 class LogLineDelegate : public QStyledItemDelegate {
 public:
+    LogLineDelegate();
+
     /// Makes all lines wide enough for this one.
-    void makeRoomFor(const std::string& line);
+    void makeRoomFor(std::string_view line);
     /// Forgets all widths, for a list that is empty.
     void reset() { widest = 0; }
 
@@ -66,7 +69,10 @@ public:
                                  const QModelIndex& index) const override;
 
 private:
-    int widest = 0;
+    /// The width of each character. To lay out a whole line takes a millisecond when it is long,
+    /// which a flood of such lines would make all of the program's time.
+    std::array<double, 256> widths;
+    double widest = 0;
 };
 
 /// The window that lists what contacts did during this run. The list is the only place where its

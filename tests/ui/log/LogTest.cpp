@@ -243,4 +243,15 @@ TEST_F(LogWindow, ALongLineIsReachedByScrolling) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return form.List1.horizontalScrollBar()->maximum() > 0; }));
 }
 
+TEST_F(LogWindow, IsWideEnoughForEachCharacter) {
+    std::string all;
+    for (int code = 0; code < 256; ++code)
+        all.append(3, static_cast<char>(code));
+    log.load().AddItem(all);
+    frmlog& form = show();
+    const QFontMetrics metrics(QApplication::font());
+    const int needed = metrics.horizontalAdvance(form.List1.model()->index(0, 0).data().toString());
+    EXPECT_GE(form.List1.sizeHintForIndex(form.List1.model()->index(0, 0)).width(), needed);
+}
+
 }  // namespace
