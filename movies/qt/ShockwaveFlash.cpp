@@ -81,6 +81,7 @@ void ShockwaveFlash::setMovie(const std::filesystem::path& file) {
     content.clear();
     source = opened(path);
     const QPointer<ShockwaveFlash> self(this);
+    if (!source) Read();
     QElapsedTimer time;
     time.start();
     while (self && isReading() && time.elapsed() < millisecondsAtOnce)
@@ -109,10 +110,13 @@ void ShockwaveFlash::readOn() {
     readTimer.stop();
     const std::shared_ptr<const swf::Movie> movie = loader->take();
     loader.reset();
-    if (movie->timeline.frameCount() == 0) return;
-    player = std::make_unique<swf::Player>(movie);
-    painter.emplace(movie);
-    refresh();
+    const QPointer<ShockwaveFlash> self(this);
+    if (movie->timeline.frameCount() > 0) {
+        player = std::make_unique<swf::Player>(movie);
+        painter.emplace(movie);
+        refresh();
+    }
+    if (self) Read();
 }
 
 void ShockwaveFlash::goOn() {

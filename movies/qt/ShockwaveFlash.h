@@ -51,6 +51,10 @@ public:
     /// How many frames were played since the movie was set, the first one not counted.
     [[nodiscard]] int framesPlayed() const { return frames; }
 
+    /// The file has been read to its end, whether it is a movie or not. The receiver does not end
+    /// this control.
+    Event<> Read;
+
     /// Draws the current frame onto a surface.
     void drawOn(QPainter& target, const QRectF& surface);
 

@@ -38,15 +38,16 @@ FlashButton::FlashButton(QWidget* parent, const std::filesystem::path& movie)
     b1.FSCommand = [this](std::string_view command, std::string_view /*arguments*/) {
         if (command == "click") Click();
     };
+    b1.Read = [this] {
+        if (!b1.isEmpty()) return;
+        setEnabled(false);
+        Label1.hide();
+        Image2.hide();
+    };
+    setFocusPolicy(Qt::StrongFocus);
     b1.setMovie(movie);
     // Assistive programs and the space bar press the movie as well.
     connect(this, &QAbstractButton::clicked, this, [this] { b1.key(Qt::Key_Space); });
-
-    setFocusPolicy(Qt::StrongFocus);
-    if (!b1.isEmpty()) return;
-    setEnabled(false);
-    Label1.hide();
-    Image2.hide();
 }
 
 void FlashButton::setCaption(const QString& caption) {

@@ -86,13 +86,17 @@ TEST_F(Button, DrawsNothingAndCannotBePressedWithoutItsMovie) {
     std::ofstream(blank).close();
     const std::filesystem::path wrong = folder.path() / "wrong.swf";
     std::ofstream(wrong) << "This is no movie.";
+    // Not read at once.
+    const std::filesystem::path large = folder.path() / "large.swf";
+    std::ofstream(large) << std::string(std::size_t{8} << 20, '.');
     for (const std::filesystem::path& file :
-         {none, blank, wrong, folder.path(), std::filesystem::path("/dev/null")}) {
+         {none, blank, wrong, large, folder.path(), std::filesystem::path("/dev/null")}) {
         FlashButton empty(&window, file);
         empty.ReadProperties({.Icon = optionPictures::paintBell, .Caption = "   Alerts"});
         empty.Click = [this] { ++clicks; };
         empty.setGeometry(5, 50, 171, 35);
         empty.show();
+        EXPECT_TRUE(comesTrue([&] { return !empty.b1.isReading(); }));
         empty.setFocus();
         QCoreApplication::processEvents();
         const QImage ground = window.grab(empty.geometry()).toImage();
