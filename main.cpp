@@ -43,19 +43,43 @@
 
 namespace {
 
+/// What the program answers to arguments, none of which makes it run.
+int answerArguments(int argc, const char* const* argv) {
+    console::prepare();
+    const std::string_view argument = argv[1];
+    if (argc == 2 && argument == "--version") {
+        console::output("Cobweave " COBWEAVE_VERSION);
+        return EXIT_SUCCESS;
+    }
+    if (argc == 2 && argument == "--help") {
+        console::output("Usage: cobweave [--help | --version]");
+        console::output("Runs the proxy that MSN Messenger 6 connects through, on port " +
+                        std::to_string(frmMain::listeningPort) + ", until Ctrl+C is pressed.");
+        console::output("  --help     print this and leave");
+        console::output("  --version  print the version and leave");
+        return EXIT_SUCCESS;
+    }
+    constexpr int wrongUsage = 2;
+    const std::string_view wrong = argc == 2 ? argument : std::string_view(argv[2]);
+    console::error("cobweave: the argument \"" + std::string(wrong) +
+                   "\" is not understood; \"cobweave --help\" says which are");
+    return wrongUsage;
+}
+
 void printTrouble(std::string_view text) { console::error("Cobweave: " + std::string(text) + '.'); }
 
 void printHowToConnect() {
-    console::output(
-        "Cobweave is ready. In Messenger, use a proxy server of type SOCKS version 4, "
-        "server 127.0.0.1 (from another machine: " +
-        QSysInfo::machineHostName().toStdString() + "), port " +
-        std::to_string(frmMain::listeningPort) + '.');
+    console::output("Cobweave " COBWEAVE_VERSION
+                    " is ready. In Messenger, use a proxy server of type SOCKS version 4, "
+                    "server 127.0.0.1 (from another machine: " +
+                    QSysInfo::machineHostName().toStdString() + "), port " +
+                    std::to_string(frmMain::listeningPort) + '.');
 }
 
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    if (argc > 1) return answerArguments(argc, argv);
     prepareProcess();
     sendQtMessagesToConsole();
     FoundDisplay display = findDisplay();

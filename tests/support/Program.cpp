@@ -74,7 +74,9 @@ Program::Program(const Options& options) {
         if (file.path().extension() != ".swf") continue;
         std::filesystem::copy_file(file, folder.path() / file.path().filename());
     }
-    ProcessStart start{.command = {executable},
+    std::vector<std::string> command{executable};
+    command.insert(command.end(), options.arguments.begin(), options.arguments.end());
+    ProcessStart start{.command = std::move(command),
                        .environment = {{"DISPLAY", {}},
                                        {"WAYLAND_DISPLAY", {}},
                                        {"QT_QPA_PLATFORM", {}},
@@ -94,18 +96,28 @@ Program::~Program() {
 }
 
 std::string Program::waitUntilReady() {
-    const auto limit = std::chrono::milliseconds(waitLimit).count();
     while (outputSoFar.find('\n') == std::string::npos) {
-        pollfd entry{output.get(), POLLIN, 0};
-        std::array<char, 1024> buffer;
-        if (poll(&entry, 1, static_cast<int>(limit)) != 1) {
-            throw std::runtime_error("the program does not get ready: " + errors());
-        }
-        const ssize_t count = read(output.get(), buffer.data(), buffer.size());
-        if (count <= 0) throw std::runtime_error("the program has ended: " + errors());
-        outputSoFar.append(buffer.data(), static_cast<std::size_t>(count));
+        if (!readOutput()) throw std::runtime_error("the program has ended: " + errors());
     }
     return outputSoFar.substr(0, outputSoFar.find('\n'));
+}
+
+std::string Program::waitForOutput() {
+    while (readOutput()) {
+    }
+    return outputSoFar;
+}
+
+bool Program::readOutput() {
+    const auto limit = std::chrono::milliseconds(waitLimit).count();
+    pollfd entry{output.get(), POLLIN, 0};
+    std::array<char, 1024> buffer;
+    if (poll(&entry, 1, static_cast<int>(limit)) != 1) {
+        throw std::runtime_error("the program says nothing: " + errors());
+    }
+    const ssize_t count = read(output.get(), buffer.data(), buffer.size());
+    if (count > 0) outputSoFar.append(buffer.data(), static_cast<std::size_t>(count));
+    return count > 0;
 }
 
 void Program::setSetting(const std::string& key, const std::string& value) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 #include <sys/types.h>
 
@@ -28,6 +29,8 @@ public:
         bool blocked = false;
         /// How many descriptors it may have; 0 leaves the limit as it is.
         unsigned long descriptors = 0;
+        /// What follows its name on the command line.
+        std::vector<std::string> arguments = {};
         /// Called with its folder for settings, before it is started.
         std::function<void(const std::filesystem::path&)> prepare = {};
     };
@@ -45,6 +48,8 @@ public:
     void setSetting(const std::string& key, const std::string& value);
 
     void signal(int number) const;
+    /// All that it has written to standard output, to be called when it has ended.
+    [[nodiscard]] std::string waitForOutput();
     /// Waits for its end and returns its exit status, or 256 and the number of the signal that
     /// ended it.
     int waitForEnd();
@@ -65,6 +70,9 @@ public:
     [[nodiscard]] std::size_t memory() const;
 
 private:
+    /// Reads what comes next on its standard output; false at the end of that.
+    bool readOutput();
+
     TemporaryFolder folder;
     Descriptor output;
     Descriptor blockedErrors;

@@ -17,6 +17,7 @@ namespace {
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 
 constexpr const char* secondCopyText = "Please do not run multiple instances of Cobweave.";
 
@@ -27,6 +28,46 @@ TEST(Program, TellsWhatToEnterInTheClient) {
     EXPECT_THAT(line, HasSubstr("127.0.0.1"));
     EXPECT_THAT(line, HasSubstr("1090"));
 }
+
+TEST(Program, TellsItsVersionInItsFirstLine) {
+    Program program;
+    EXPECT_THAT(program.waitUntilReady(), StartsWith("Cobweave " COBWEAVE_VERSION " "));
+}
+
+class Arguments : public testing::TestWithParam<std::vector<std::string>> {
+protected:
+    Program program{{.environment = {{"DISPLAY", "none"}}, .arguments = GetParam()}};
+};
+
+using Answered = Arguments;
+
+TEST_P(Answered, ArePrintedWithoutARun) {
+    EXPECT_THAT(program.waitForOutput(), HasSubstr(GetParam() == std::vector<std::string>{"--help"}
+                                                       ? "--version"
+                                                       : "Cobweave " COBWEAVE_VERSION "\n"));
+    EXPECT_EQ(program.waitForEnd(), 0);
+    EXPECT_EQ(program.errors(), "");
+    EXPECT_FALSE(std::filesystem::exists(program.store()));
+}
+
+INSTANTIATE_TEST_SUITE_P(Words, Answered,
+                         testing::Values(std::vector<std::string>{"--help"},
+                                         std::vector<std::string>{"--version"}));
+
+using Refused = Arguments;
+
+TEST_P(Refused, AreNamedWithoutARun) {
+    EXPECT_EQ(program.waitForOutput(), "");
+    EXPECT_EQ(program.waitForEnd(), 2);
+    EXPECT_THAT(program.errors(), HasSubstr('"' + GetParam().back() + '"'));
+    EXPECT_FALSE(std::filesystem::exists(program.store()));
+}
+
+INSTANTIATE_TEST_SUITE_P(Words, Refused,
+                         testing::Values(std::vector<std::string>{"--port"},
+                                         std::vector<std::string>{"1091"},
+                                         std::vector<std::string>{""},
+                                         std::vector<std::string>{"--version", "now"}));
 
 TEST(Program, SaysThatItRunsWithoutWindowsWhereThereIsNoDisplay) {
     Program program;
