@@ -28,7 +28,7 @@ bool isOn(Conversation& conversation, const options::Switch& option) {
 
 /// The user wants contacts named by their address, and not by their nick name.
 bool namesByAddress(Conversation& conversation) {
-    return textOf(conversation.services.settings, options::callby) == "e";
+    return textOf(conversation.services.settings, options::callby) == options::byAddress;
 }
 
 /// The contact who opens a window. A nick name is the last word of its line and keeps the line end.

@@ -29,8 +29,8 @@ std::optional<std::string> lengthened(std::string_view message, std::int64_t oth
 
 std::string colorNumber(SettingsStore& settings) {
     std::string color = textOf(settings, options::tscolor);
-    if (color == "black") return "1";
-    if (color == "red") return "4";
+    if (color == options::black) return "1";
+    if (color == options::red) return "4";
     return color;
 }
 
@@ -50,8 +50,8 @@ std::optional<std::string> timestamps::StampFormatted(std::string_view message,
     const std::string color = colorNumber(settings);
     Brackets brackets(settings);
     if (brackets.prefix.empty() || brackets.postfix.empty()) {
-        brackets.prefix = "[";
-        brackets.postfix = "]";
+        brackets.prefix = options::usualPrefix;
+        brackets.postfix = options::usualPostfix;
     }
     // Two colour marks, a colour of one character, the code of bold, a blank and the two brackets.
     const auto stamped = lengthened(message, 7, clock);

@@ -2,7 +2,6 @@
 
 #include "platform/EventLoop.h"
 #include "platform/ForeignWindows.h"
-#include "stores/options.h"
 
 #include <chrono>
 

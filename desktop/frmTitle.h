@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/OwnWindows.h"
+#include "stores/options.h"
 
 #include <memory>
 #include <string>
@@ -54,7 +55,7 @@ private:
     SettingsStore& settings;
     ForeignWindows& windows;
     bool Check1 = false;
-    std::string Text1 = "Enter Window Caption...";
+    std::string Text1 = options::captionToEnter;
     /// The text has been written to `titleWindow`.
     bool titleApplied = false;
     /// The window that got the text.

@@ -58,11 +58,6 @@ std::optional<char> characterOf(std::string_view item) {
     return static_cast<char>(value);
 }
 
-constexpr std::pair<std::string_view, std::string_view> statusCodes[] = {
-    {"Online"sv, "NLN"sv},        {"Away"sv, "AWY"sv},         {"Busy"sv, "BSY"sv},
-    {"Be Right Back"sv, "BRB"sv}, {"On The Phone"sv, "PHN"sv}, {"Out To Lunch"sv, "LUN"sv},
-    {"Appear Offline"sv, "HDN"sv}};
-
 }  // namespace
 
 std::string mdlFunctions::AvailableRam(MachineFacts& machine) {
@@ -151,11 +146,13 @@ void mdlFunctions::SetWindowOpacity(WindowHandle window, std::int16_t& percentag
     if (const auto alpha = checked<std::uint8_t>(percentage)) windows.setAlpha(window, *alpha);
 }
 
+bool mdlFunctions::isStatusName(std::string_view text) {
+    return std::ranges::find(statuses, text, &Status::name) != statuses.end();
+}
+
 std::string_view mdlFunctions::StatusCodeFromName(std::string_view name) {
-    for (const auto& [known, code] : statusCodes) {
-        if (name == known) return code;
-    }
-    return "NLN"sv;
+    const auto* const found = std::ranges::find(statuses, name, &Status::name);
+    return found == statuses.end() ? "NLN"sv : found->code;
 }
 
 bool mdlFunctions::MessengerPlusPresent(Registry& registry) {

@@ -2,6 +2,7 @@
 
 #include "platform/OwnWindows.h"
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -48,6 +49,25 @@ void SetTopMost(std::string_view state, WindowHandle form, OwnWindows& windows);
 /// 255. A percentage whose value there has no 16 bits stays; one whose value has no 8 bits leaves
 /// the window as it is.
 void SetWindowOpacity(WindowHandle window, std::int16_t& percentage, OwnWindows& windows);
+
+/// A status that a user can sign in with.
+struct Status {
+    /// As users call it.
+    std::string_view name;
+    /// As the protocol does.
+    std::string_view code;
+};
+/// All of them, in the order in which they are offered.
+inline constexpr std::array<Status, 7> statuses{{{"Online", "NLN"},
+                                                 {"Busy", "BSY"},
+                                                 {"Be Right Back", "BRB"},
+                                                 {"Away", "AWY"},
+                                                 {"On The Phone", "PHN"},
+                                                 {"Out To Lunch", "LUN"},
+                                                 {"Appear Offline", "HDN"}}};
+
+/// Whether it is the name of one of them.
+[[nodiscard]] bool isStatusName(std::string_view text);
 
 /// The protocol's code of a status as users call it; "NLN" for any other word.
 [[nodiscard]] std::string_view StatusCodeFromName(std::string_view name);

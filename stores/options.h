@@ -62,8 +62,13 @@ inline constexpr Text tspostfix{
     "tspostfix", "",
     "the character behind that time; with the Messenger Plus add-on `]` while one of the two is "
     "missing"};
+/// Both of them, where one is missing: a pair belongs together.
+inline constexpr const char* usualPrefix = "[";
+inline constexpr const char* usualPostfix = "]";
 inline constexpr Text tscolor{"tscolor", "red",
                               "`black` or `red`, for those who have the Messenger Plus add-on"};
+inline constexpr std::string_view red = tscolor.initial;
+inline constexpr std::string_view black = "black";
 inline constexpr Switch alertopenwindow{"alertopenwindow", trueFalse, false,
                                         "`True` tells when a contact opens a conversation"};
 inline constexpr Switch alertjoinwindow{
@@ -76,6 +81,8 @@ inline constexpr Switch alertoffline{"alertoffline", trueFalse, false,
 inline constexpr Text callby{
     "callby", "e",
     "`e` names contacts by address in the first two of these alerts, `fn` by nick name"};
+inline constexpr std::string_view byAddress = callby.initial;
+inline constexpr std::string_view byNickName = "fn";
 inline constexpr Switch lastthing{
     "lastthing", trueFalse, false,
     "`True` repeats the last thing that a contact said when that contact joins"};
@@ -88,6 +95,8 @@ inline constexpr Switch messengerwindow{"messengerwindow", oneZero, false,
 inline constexpr Switch windowrename{"windowrename", oneZero, false,
                                      "`1` gives that window a title of your own"};
 inline constexpr Text windowrenamecaption{"windowrenamecaption", "", "that title"};
+/// Stands for the title until the setting is read.
+inline constexpr const char* captionToEnter = "Enter Window Caption...";
 
 /// Whether anything was ever saved under the key.
 [[nodiscard]] bool isSet(SettingsStore& settings, const Switch& option);

@@ -1,7 +1,6 @@
 #include "stores/options.h"
 
 #include "tests/stores/StoreFolder.h"
-#include "ui/options/OptionValues.h"
 
 #include <gtest/gtest.h>
 
@@ -91,16 +90,6 @@ TEST_F(OptionsTest, AreReadAtTheMomentOfUse) {
     EXPECT_FALSE(isOn(store, options::timestamp));
     other().set("timestamp", "True");
     EXPECT_TRUE(isOn(store, options::timestamp));
-}
-
-/// The options window shows the rows as they count, but for the constants.
-TEST_F(OptionsTest, AreShownAsTheyCountUntilTheyAreSet) {
-    const OptionValues shown = OptionValues::read(store);
-    EXPECT_FALSE(shown.constants);
-    EXPECT_EQ(shown.initialStatus, options::initialStatus.initial);
-    EXPECT_FALSE(shown.callbyFriendlyName);
-    EXPECT_FALSE(shown.tscolorBlack);
-    EXPECT_EQ(shown.tsprefix + shown.tspostfix, "[]");
 }
 
 }  // namespace

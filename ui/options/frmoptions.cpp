@@ -26,9 +26,9 @@ frmoptions::frmoptions(const Parts& parts) : PagedForm(optionsDesign::window), p
     copyTitle();
     if (!mdlFunctions::MessengerPlusPresent(parts.registry)) {
         Picture3.hide();
-        findChild<QWidget*>("Label18")->hide();
+        Picture3.heading.hide();
     }
-    show(OptionValues::read(parts.settings));
+    showOptions();
     Check1_Click();
     Text1.setCursorPosition(static_cast<int>(Text1.text().size()));
 }
@@ -36,19 +36,9 @@ frmoptions::frmoptions(const Parts& parts) : PagedForm(optionsDesign::window), p
 void frmoptions::addTexts() {
     for (const auto& [index, captions] : optionsDesign::captions)
         addCaptions(page(index), captions);
-    const std::pair<Toggle&, const char*> headings[] = {
-        {Label1, "Label22"}, {Label21, "Label23"}, {Label6, "Label5"},  {Label12, "Label13"},
-        {Label2, "Label24"}, {Label4, "Label25"},  {Label3, "Label26"}, {Label15, "Label27"},
-    };
-    for (const auto& [toggle, name] : headings)
-        toggle.setHeading(findChild<QLabel*>(name)->text());
-    const std::pair<QWidget&, const char*> boxes[] = {
-        {Combo1, "Label9"}, {prefix, "Label8"}, {postfix, "Label16"}};
-    for (const auto& [box, name] : boxes)
-        box.setAccessibleName(findChild<QLabel*>(name)->text());
     Text1.setAccessibleName("Window Caption");
-    for (const std::string_view status : statusNames)
-        Combo1.addItem(toQString(status));
+    for (const mdlFunctions::Status& status : mdlFunctions::statuses)
+        Combo1.addItem(toQString(status.name));
     for (QLineEdit* const bracket :
          {static_cast<QLineEdit*>(&prefix), static_cast<QLineEdit*>(&postfix)}) {
         bracket->setMaxLength(1);
@@ -105,46 +95,17 @@ void frmoptions::resetTitle() {
     Text1.setEnabled(false);
 }
 
-void frmoptions::show(const OptionValues& values) {
-    // The index is what the arrow keys start from; the text may be that of no entry.
-    Combo1.setCurrentIndex(Combo1.findText(toQString(values.initialStatus)));
-    Combo1.setEditText(toQString(values.initialStatus));
-    Label1.setOn(values.useristyping);
-    Label2.setOn(values.alertoffline);
-    Label3.setOn(values.alertopenwindow);
-    Label4.setOn(values.alertclosewindow);
-    Label15.setOn(values.alertjoinwindow);
-    Label21.setOn(values.constants);
-    Check2.setChecked(values.timestamp);
-    (values.callbyFriendlyName ? fn : address).setChecked(true);
-    Label6.setOn(values.preventtypo);
-    Check1.setChecked(values.progress);
-    mw.setChecked(values.messengerwindow);
-    ti.setChecked(values.trayicon);
-    Label12.setOn(values.lastthing);
-    prefix.setText(toQString(values.tsprefix));
-    postfix.setText(toQString(values.tspostfix));
-    (values.tscolorBlack ? black : red).setChecked(true);
+void frmoptions::showOptions() {
+    for (const OptionRow& row : rows)
+        row.show(parts.settings);
+    // The prefix alone decides here. A lone postfix is completed by OK.
+    if (prefix.text().isEmpty()) completePair();
 }
 
-OptionValues frmoptions::shownValues() const {
-    return {.initialStatus = fromQString(Combo1.currentText()),
-            .useristyping = Label1.isOn(),
-            .alertoffline = Label2.isOn(),
-            .alertopenwindow = Label3.isOn(),
-            .alertclosewindow = Label4.isOn(),
-            .alertjoinwindow = Label15.isOn(),
-            .constants = Label21.isOn(),
-            .timestamp = Check2.isChecked(),
-            .callbyFriendlyName = fn.isChecked(),
-            .preventtypo = Label6.isOn(),
-            .progress = Check1.isChecked(),
-            .messengerwindow = mw.isChecked(),
-            .trayicon = ti.isChecked(),
-            .lastthing = Label12.isOn(),
-            .tsprefix = fromQString(prefix.text()),
-            .tspostfix = fromQString(postfix.text()),
-            .tscolorBlack = black.isChecked()};
+void frmoptions::completePair() {
+    if (!prefix.text().isEmpty() && !postfix.text().isEmpty()) return;
+    prefix.setText(options::usualPrefix);
+    postfix.setText(options::usualPostfix);
 }
 
 void frmoptions::Check1_Click() {
@@ -175,16 +136,14 @@ void frmoptions::Command1_Click() { close(); }
 void frmoptions::Command2_Click() {
     // Assistive programs can press buttons while a box is open.
     if (isSaving) return;
-    OptionValues values = shownValues();
-    values.completePair();
-    prefix.setText(toQString(values.tsprefix));
-    postfix.setText(toQString(values.tspostfix));
-    if (!isStatusName(values.initialStatus)) {
+    completePair();
+    if (!mdlFunctions::isStatusName(fromQString(Combo1.currentText()))) {
         parts.messageBox.critical("Please select an inital sign in status.");
         return;
     }
     isSaving = true;
-    values.write(parts.settings);
+    for (const OptionRow& row : rows)
+        row.save(parts.settings);
     // On a first run the window refuses, and says so before the client is closed.
     close();
     if (RestartMessenger && !parts.messageBox.isEnding()) restartMessenger();

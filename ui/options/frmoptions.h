@@ -2,13 +2,15 @@
 
 #include "base/Event.h"
 #include "ui/common/PagedForm.h"
-#include "ui/options/OptionValues.h"
 #include "ui/options/optionControls.h"
+#include "ui/options/optionRows.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+
+#include <array>
 
 class Client;
 class ForeignWindows;
@@ -50,8 +52,8 @@ private:
     void connectControls();
     void playMovies();
     void copyTitle();
-    void show(const OptionValues& values);
-    [[nodiscard]] OptionValues shownValues() const;
+    void showOptions();
+    void completePair();
     void resetTitle();
     void restartMessenger();
 
@@ -68,16 +70,33 @@ private:
     // General options.
     Placed<ShockwaveFlash> generaloptions{page(0), "generaloptions", {0, 0, 5235, 810}};
     Placed<ShockwaveFlash> ShockwaveFlash1{page(0), "ShockwaveFlash1", {4905, 4095, 225, 225}};
-    Placed<Toggle> Label1{page(0), "Label1", {270, 1185, 1050, 300}};
-    Placed<Toggle> Label21{page(0), "Label21", {270, 1875, 1050, 300}};
+    Headed<Toggle> Label1{page(0),
+                          "Label1",
+                          {270, 1185, 1050, 300},
+                          {"Label22", {180, 960, 4965, 225}, "Disable \"User Is Typing\" message"}};
+    Headed<Toggle> Label21{page(0),
+                           "Label21",
+                           {270, 1875, 1050, 300},
+                           {"Label23", {180, 1650, 4965, 225}, "Allow Message Constants"}};
     Placed<QRadioButton> fn{page(0), "fn", {345, 2565, 2490, 300}, "Freindly Name (Nick Name)"};
     Placed<QRadioButton> address{page(0), "address", {2940, 2565, 1800, 300}, "Email Address"};
-    Placed<Toggle> Label6{page(0), "Label6", {270, 3255, 1050, 300}};
-    Placed<Toggle> Label12{page(0), "Label12", {270, 3945, 1050, 300}};
+    Headed<Toggle> Label6{page(0),
+                          "Label6",
+                          {270, 3255, 1050, 300},
+                          {"Label5",
+                           {180, 3030, 4965, 225},
+                           "Prevent Command Typo (i.e \"!notee\" instead of \"!note\")"}};
+    Headed<Toggle> Label12{page(0),
+                           "Label12",
+                           {270, 3945, 1050, 300},
+                           {"Label13", {180, 3720, 4965, 225}, "Show Last Thing Contact Said"}};
 
     // Signing in.
     Placed<ShockwaveFlash> signingin{page(1), "signingin", {0, 0, 5235, 810}};
-    Placed<StatusBox> Combo1{page(1), "Combo1", {345, 1230, 2100, 330}};
+    Headed<StatusBox> Combo1{page(1),
+                             "Combo1",
+                             {345, 1230, 2100, 330},
+                             {"Label9", {180, 960, 2700, 225}, "Inital Sign In Status"}};
     Placed<QCheckBox> Check1{page(1), "Check1", {345, 2010, 2100, 300}, "Enabled"};
     Placed<QCheckBox> mw{page(1), "mw", {345, 2760, 2400, 300}, "Messenger Window"};
     Placed<QCheckBox> ti{page(1), "ti", {345, 3105, 2400, 300}, "Tray Icon Tool Tip"};
@@ -87,26 +106,65 @@ private:
     // Timestamps.
     Placed<ShockwaveFlash> tsmessages{page(2), "tsmessages", {0, 0, 5235, 810}};
     Placed<QCheckBox> Check2{page(2), "Check2", {180, 990, 2100, 300}, "Enabled"};
-    Placed<QLineEdit> prefix{page(2), "prefix", {1080, 1545, 420, 330}, "["};
-    Placed<QLineEdit> postfix{page(2), "postfix", {1080, 2010, 420, 330}, "]"};
-    Placed<QWidget> Picture3{page(2), "Picture3", {1080, 2490, 3000, 330}};
+    Headed<QLineEdit> prefix{
+        page(2), "prefix", {1080, 1545, 420, 330}, {"Label8", {180, 1605, 900, 225}, "Prefix"}};
+    Headed<QLineEdit> postfix{
+        page(2), "postfix", {1080, 2010, 420, 330}, {"Label16", {180, 2070, 900, 225}, "Postfix"}};
+    Headed<QWidget> Picture3{
+        page(2), "Picture3", {1080, 2490, 3000, 330}, {"Label18", {180, 2550, 900, 225}, "Color:"}};
     Placed<QRadioButton> red{&Picture3, "red", {0, 0, 1200, 330}, "Red"};
     Placed<QRadioButton> black{&Picture3, "black", {1200, 0, 1200, 330}, "Black"};
 
     // Alerts.
     Placed<ShockwaveFlash> alerts{page(4), "alerts", {0, 0, 5235, 810}};
-    Placed<Toggle> Label2{page(4), "Label2", {270, 1605, 1050, 300}};
-    Placed<Toggle> Label4{page(4), "Label4", {270, 2295, 1050, 300}};
-    Placed<Toggle> Label3{page(4), "Label3", {270, 2985, 1050, 300}};
-    Placed<Toggle> Label15{page(4), "Label15", {270, 3675, 1050, 300}};
+    Headed<Toggle> Label2{page(4),
+                          "Label2",
+                          {270, 1605, 1050, 300},
+                          {"Label24", {180, 1380, 4965, 225}, "Alert when a user goes offline"}};
+    Headed<Toggle> Label4{
+        page(4),
+        "Label4",
+        {270, 2295, 1050, 300},
+        {"Label25", {180, 2070, 4965, 225}, "Alert when a user closes a conversation window"}};
+    Headed<Toggle> Label3{
+        page(4),
+        "Label3",
+        {270, 2985, 1050, 300},
+        {"Label26", {180, 2760, 4965, 225}, "Alert when a user open a conversation window"}};
+    Headed<Toggle> Label15{
+        page(4),
+        "Label15",
+        {270, 3675, 1050, 300},
+        {"Label27", {180, 3450, 4965, 225}, "Alert when a user joins a conversation window"}};
 
     // Window rename.
     Placed<ShockwaveFlash> windowrename{page(5), "windowrename", {0, 0, 5235, 810}};
     Placed<QCheckBox> Check3{page(5), "Check3", {180, 990, 2100, 300}, "Enabled"};
-    Placed<QLineEdit> Text1{page(5), "Text1", {180, 1410, 4800, 330}, "Enter Window Caption..."};
+    Placed<QLineEdit> Text1{page(5), "Text1", {180, 1410, 4800, 330}, options::captionToEnter};
     Placed<Picture> Image15{page(5), "Image15", {180, 2010, 4800, 1440}};
     Placed<QLabel> Label11{page(5), "Label11", {600, 2070, 3900, 255}};
 
     Placed<QPushButton> Command2{this, "Command2", {7200, 5520, 975, 375}, "&OK"};
     Placed<QPushButton> Command1{this, "Command1", {6000, 5520, 1095, 375}, "&Cancel"};
+
+    /// What the window edits but for the title of Messenger's window, which is `frmTitle`'s.
+    /// Written in this order.
+    std::array<OptionRow, 17> rows{
+        optionRow(options::initialStatus, Combo1),
+        optionRow(options::useristyping, Label1),
+        optionRow(options::alertoffline, Label2),
+        optionRow(options::alertopenwindow, Label3),
+        optionRow(options::alertclosewindow, Label4),
+        optionRow(options::alertjoinwindow, Label15),
+        optionRow(options::constants, Label21),
+        optionRow(options::timestamp, Check2),
+        optionRow(options::callby, {options::byAddress, address}, {options::byNickName, fn}),
+        optionRow(options::preventtypo, Label6),
+        optionRow(options::progress, Check1),
+        optionRow(options::messengerwindow, mw),
+        optionRow(options::trayicon, ti),
+        optionRow(options::lastthing, Label12),
+        optionRow(options::tsprefix, prefix),
+        optionRow(options::tspostfix, postfix),
+        optionRow(options::tscolor, {options::red, red}, {options::black, black})};
 };

@@ -67,3 +67,7 @@ void StatusBox::keyPressEvent(QKeyEvent* event) {
 }
 
 void StatusBox::inputMethodEvent(QInputMethodEvent* event) { event->accept(); }
+
+void nameAfter(const QString& heading, QWidget& control) { control.setAccessibleName(heading); }
+
+void nameAfter(const QString& heading, Toggle& control) { control.setHeading(heading); }

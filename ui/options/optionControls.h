@@ -1,5 +1,8 @@
 #pragma once
 
+#include "ui/common/Form.h"
+#include "ui/common/labels.h"
+
 #include <QAbstractButton>
 #include <QComboBox>
 
@@ -37,4 +40,29 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     /// Letters that an input method composes are typed, too.
     void inputMethodEvent(QInputMethodEvent* event) override;
+};
+
+/// The heading that a control stands beside or below.
+struct Heading {
+    const char* name;
+    Twips place;
+    const char* text;
+};
+
+/// Names a control for assistive programs by its heading.
+void nameAfter(const QString& heading, QWidget& control);
+void nameAfter(const QString& heading, Toggle& control);
+
+/// A control with its heading.
+template <typename Control>
+class Headed : public Placed<Control> {
+public:
+    Headed(QWidget* page, const char* name, Twips place, const Heading& design)
+        : Placed<Control>(page, name, place),
+          heading(page, design.name, design.place, design.text) {
+        heading.setHeading(true);
+        nameAfter(heading.text(), *this);
+    }
+
+    Placed<TextLabel> heading;
 };
