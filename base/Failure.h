@@ -11,8 +11,8 @@
 /// nothing is true, `==` with nothing is false. Where nothing else can be done without it, `need`
 /// abandons the tool and its callers, up to the `attempt` that skips them as one step.
 
-/// A step that was abandoned: what it needs is not there, or a send has found the socket gone. The
-/// user is not told of it, unless nobody skips the step and it ends the whole event.
+/// A step that was abandoned: what it needs is not there, or not possible. The user is not told of
+/// it, unless nobody skips the step and it ends the whole event.
 class Failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -33,6 +33,11 @@ template <typename T>
 [[nodiscard]] T need(std::optional<T> value, const char* reason = "something is missing") {
     if (!value) throw Failure(reason);
     return *std::move(value);
+}
+
+/// Abandons the step, for `reason`, unless what it needs was `done`.
+inline void need(bool done, const char* reason) {
+    if (!done) throw Failure(reason);
 }
 
 /// The answer of a test that what it looks at may leave open. A `std::optional<bool>` would be

@@ -102,8 +102,8 @@ public:
     Conversation& operator=(const Conversation&) = delete;
     virtual ~Conversation() = default;
 
-    /// Sends bytes to the client. Abandons the step when it is gone.
-    virtual void sendToClient(std::string_view bytes) = 0;
+    /// Sends bytes to the client. False when it is gone.
+    [[nodiscard]] virtual bool sendToClient(std::string_view bytes) = 0;
     /// Shows a toast.
     virtual void showPopup(std::string_view text) = 0;
     /// Adds a line to the log.

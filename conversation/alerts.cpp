@@ -1,6 +1,5 @@
 #include "conversation/alerts.h"
 
-#include "base/Failure.h"
 #include "base/text.h"
 #include "conversation/Conversation.h"
 #include "conversation/injection.h"
@@ -46,7 +45,7 @@ std::optional<std::string> contactName(Conversation& conversation) {
 
 /// Shows words in the conversation; nothing happens when the client is gone.
 void inject(Conversation& conversation, const std::string& words, std::string_view color) {
-    attempt([&] { injection::InjectMessage(conversation, words, color, noEffects); });
+    (void)injection::InjectMessage(conversation, words, color, noEffects);
 }
 
 bool isBlank(std::string_view text) {

@@ -69,14 +69,20 @@ void search(const Typed& typed, void (*site)(std::string& text, Browser& browser
 
 void forceExit(const Typed& typed) { typed.conversation.services.program.ForceExit(); }
 
-/// Shows words in the contact's name, once there is a contact.
+/// Shows words in the contact's name. Abandons the command when the client is gone.
+void sayAsContact(Conversation& conversation, const std::string& words, std::string_view color,
+                  std::string_view effects) {
+    need(injection::InjectMessage(conversation, words, color, effects), "the client is gone");
+}
+
+/// The same, once there is a contact.
 void inject(const Typed& typed, const std::string& words) {
     const ConnectionRecord& connection = typed.conversation.connection;
     if (connection.contactEmail.empty() || connection.contactNick.empty()) {
         typed.conversation.showPopup("No user in conversation.");
         return;
     }
-    injection::InjectMessage(typed.conversation, words, "000000", "B");
+    sayAsContact(typed.conversation, words, "000000", "B");
 }
 
 void makeMeSay(const Typed& typed) { inject(typed, argumentOf(typed)); }
@@ -157,9 +163,8 @@ std::string SplitTrailingData(std::string_view message, Conversation& conversati
 
 /// Shows, in the contact's name, that there is no such command.
 void reportUnknown(std::string_view typedWord, Conversation& conversation) {
-    injection::InjectMessage(conversation,
-                             injection::boldName(typedWord, conversation) + " command not known.",
-                             "ff", "");
+    sayAsContact(conversation, injection::boldName(typedWord, conversation) + " command not known.",
+                 "ff", "");
 }
 
 /// Carries out the command in `message`, whose place a cover takes.

@@ -20,10 +20,10 @@ std::string injection::BuildFakeMessage(std::string_view contactNick, std::strin
     return replaceFirst(std::move(head), "{i}", std::to_string(payload.size())) + payload;
 }
 
-void injection::InjectMessage(Conversation& conversation, std::string_view message,
+bool injection::InjectMessage(Conversation& conversation, std::string_view message,
                               std::string_view color, std::string_view effects) {
     const ConnectionRecord& connection = conversation.connection;
-    conversation.sendToClient(
+    return conversation.sendToClient(
         BuildFakeMessage(connection.contactNick, connection.contactEmail, message, color, effects));
 }
 

@@ -20,10 +20,10 @@ inline constexpr char boldCode = '\x02';
                                            std::string_view contactEmail, std::string_view message,
                                            std::string_view color, std::string_view effects);
 
-/// Shows a text in the client's conversation window, in the name of its contact. Abandons the step
-/// when the client is gone.
-void InjectMessage(Conversation& conversation, std::string_view message, std::string_view color,
-                   std::string_view effects);
+/// Shows a text in the client's conversation window, in the name of its contact. False when the
+/// client is gone.
+[[nodiscard]] bool InjectMessage(Conversation& conversation, std::string_view message,
+                                 std::string_view color, std::string_view effects);
 
 /// The control message that goes to the server in place of a chat command, under the number of
 /// `fullmessage`; the contact's client shows nothing for it. Abandons the step without a number.

@@ -56,7 +56,7 @@ public:
     /// go at once comes before `SendData` returns.
     Event<std::size_t, std::size_t> SendProgress;
     /// The connection, or the attempt at one, is over, and nobody here asked for that: `State` is
-    /// Closing or Error. A send that fails raises it before it fails.
+    /// Closing or Error. A send that finds it so raises the event before it returns.
     Event<> ConnectionLost;
 
     Winsock() = default;
@@ -76,20 +76,20 @@ public:
     /// What the client of the running `ConnectionRequest` has sent so far, which arrives again once
     /// it is accepted. Valid until the event returns.
     [[nodiscard]] virtual std::string_view PeekData() = 0;
-    /// Takes over a requested connection. Fails when the socket is not closed, or when there is no
+    /// Takes over a requested connection. False when the socket is not closed, or when there is no
     /// such request (any more).
-    virtual void Accept(RequestId requestID) = 0;
-    /// Begins to connect to a dotted IPv4 address. Fails when the socket is not closed, when the
+    [[nodiscard]] virtual bool Accept(RequestId requestID) = 0;
+    /// Begins to connect to a dotted IPv4 address. False when the socket is not closed, when the
     /// address or the port is none, or when no connection can begin; the state may be Error then.
-    virtual void Connect(std::string_view remoteHost, std::int32_t remotePort) = 0;
+    [[nodiscard]] virtual bool Connect(std::string_view remoteHost, std::int32_t remotePort) = 0;
     /// Drops the connection and all that waits to be sent. The state is Closed, whatever it was,
     /// and reading is on again.
     virtual void Close() = 0;
 
-    /// Sends all of `data`, in order, keeping what the system does not take yet. Fails when the
+    /// Sends all of `data`, in order, keeping what the system does not take yet. False when the
     /// socket is not connected, or is found to be no longer. Without memory for what has to be kept
     /// the connection is lost, so that no peer gets a text with a hole in it.
-    virtual void SendData(std::string_view data) = 0;
+    [[nodiscard]] virtual bool SendData(std::string_view data) = 0;
     /// What the running `DataArrival` is about: all bytes of one read. Valid until that event
     /// returns or gives the loop a turn.
     [[nodiscard]] virtual std::string_view GetData() = 0;

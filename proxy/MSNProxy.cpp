@@ -106,11 +106,7 @@ void MSNProxy::Connect(RequestId requestID) {
     closeSockets();
     Timer1->wake();
     relaying = false;
-    attempt([&] { Winsock1[clientSide]->Accept(requestID); });
-}
-
-void MSNProxy::SetFormID(std::int32_t FormIDStart) {
-    connection.formID = need(checked<std::int16_t>(FormIDStart));
+    (void)Winsock1[clientSide]->Accept(requestID);
 }
 
 std::string MSNProxy::IntegerToBase256(std::int32_t ThePort) {
@@ -125,17 +121,19 @@ void MSNProxy::ChangeNick(std::string_view strcommand) {
                               ? "REA " + values.tranID + " " + values.email + " "
                               : "PRP " + values.tranID + " MFN ";
     command.append(strcommand).append(lineEnd);
-    Winsock1[serverSide]->SendData(command);
+    need(Winsock1[serverSide]->SendData(command), "the server is gone");
 }
 
 void MSNProxy::ChangeStatus(std::string_view strstatus) {
     const RunningEvent running(runningEvents);
     std::string command = "CHG " + services.values.tranID + " ";
     command.append(strstatus).append(" ").append(services.values.statusPostfix).append(lineEnd);
-    Winsock1[serverSide]->SendData(command);
+    need(Winsock1[serverSide]->SendData(command), "the server is gone");
 }
 
-void MSNProxy::sendToClient(std::string_view bytes) { Winsock1[clientSide]->SendData(bytes); }
+bool MSNProxy::sendToClient(std::string_view bytes) {
+    return Winsock1[clientSide]->SendData(bytes);
+}
 
 void MSNProxy::Unload() {
     Timer1->disable();
@@ -155,7 +153,7 @@ void MSNProxy::Winsock1_Connect(int Index) {
     relaying = true;
     // First: whatever becomes of the reply, the connection is watched.
     Timer1->enable(watchInterval);
-    attempt([&] { Winsock1[clientSide]->SendData(std::string(requestGranted) + socksReplyTail); });
+    (void)Winsock1[clientSide]->SendData(std::string(requestGranted) + socksReplyTail);
 }
 
 void MSNProxy::Winsock1_ConnectionLost(int Index) {
@@ -272,8 +270,8 @@ bool MSNProxy::takesSocksRequest(std::string_view buffer) {
     socksReplyTail = characters(buffer, 3, 8);
     Winsock& server = *Winsock1[serverSide];
     const bool isFirst = server.State() == SocketState::Closed;
-    attempt([&] { server.Connect(destinationAddress, destinationPort); });
-    if (isFirst && server.State() != SocketState::Connecting) tellUnreachable();
+    const bool begun = server.Connect(destinationAddress, destinationPort);
+    if (isFirst && !begun) tellUnreachable();
     return true;
 }
 
@@ -300,7 +298,8 @@ void MSNProxy::relay(int Index, std::string_view chunk) {
     const std::string_view result = Index == clientSide
                                         ? filterClientChunk(chunk, rewritten, *this, host.windows)
                                         : filterServerChunk(chunk, rewritten, *this);
-    attempt([&] { Winsock1[1 - Index]->SendData(result); });
+    // A side that is gone ends the connection by its own event.
+    (void)Winsock1[1 - Index]->SendData(result);
     std::string caption =
         services.values.loggedin ? std::string("Cobweave") : std::string(characters(result, 1, 3));
     host.windows.changetraycaption(caption);

@@ -49,8 +49,8 @@ public:
 
     /// Takes over the requested connection as the client side, if it is still there.
     void Connect(RequestId requestID);
-    /// Gives the instance its number. Abandons the step for one of more than 16 bits.
-    void SetFormID(std::int32_t FormIDStart);
+    /// Gives the instance its number.
+    void SetFormID(std::int16_t FormIDStart) { connection.formID = FormIDStart; }
 
     /// `ThePort` as two characters, most significant first. Abandons the step below 0 and
     /// above 65,535.
@@ -105,7 +105,7 @@ private:
 
     void closeSockets();
 
-    void sendToClient(std::string_view bytes) override;
+    [[nodiscard]] bool sendToClient(std::string_view bytes) override;
     void showPopup(std::string_view text) override { popup(text); }
     void addToLog(std::string_view text) override { log(text); }
 

@@ -24,7 +24,7 @@ public:
                                          now - std::chrono::hours(1));
     }
 
-    void sendToClient(std::string_view /*bytes*/) override {}
+    [[nodiscard]] bool sendToClient(std::string_view /*bytes*/) override { return true; }
     void showPopup(std::string_view /*text*/) override {}
     void addToLog(std::string_view /*text*/) override {}
 

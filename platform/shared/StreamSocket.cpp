@@ -30,10 +30,6 @@ bool isFailure(const Outcome& outcome) {
     return outcome.result != Result::Done && outcome.result != Result::WouldBlock;
 }
 
-[[noreturn]] void fail(const Outcome& outcome) {
-    throw Failure(systemSockets::troubleOf(outcome.error).description);
-}
-
 /// The number at the front of a dotted address, which is taken off.
 std::optional<std::uint32_t> takeByte(std::string_view& dotted) {
     std::uint8_t value = 0;
@@ -85,7 +81,7 @@ StreamSocket::~StreamSocket() {
 }
 
 std::optional<SocketTrouble> StreamSocket::Listen(std::uint16_t localPort) {
-    failUnlessClosed();
+    need(state == SocketState::Closed, "the socket is in use");
     const NewSocket opened = systemSockets::open();
     if (opened.socket == noSocket) return systemSockets::troubleOf(opened.outcome.error);
     const Outcome outcome = systemSockets::listen(opened.socket, localPort);
@@ -101,38 +97,40 @@ std::uint16_t StreamSocket::LocalPort() const {
     return state == SocketState::Listening ? systemSockets::localPort(handle) : std::uint16_t{0};
 }
 
-void StreamSocket::Accept(RequestId requestID) {
-    failUnlessClosed();
-    if (std::erase(network.requests, requestID) == 0) throw Failure("no such request");
+bool StreamSocket::Accept(RequestId requestID) {
+    if (state != SocketState::Closed) return false;
+    if (std::erase(network.requests, requestID) == 0) return false;
     watch(requestID, SocketState::Connected);
+    return true;
 }
 
-void StreamSocket::Connect(std::string_view remoteHost, std::int32_t remotePort) {
-    failUnlessClosed();
-    const std::uint32_t host = need(addressIn(remoteHost));
-    const auto port = need(checked<std::uint16_t>(remotePort));
-    const NewSocket opened = systemSockets::open();
-    if (opened.socket == noSocket) fail(opened.outcome);
-    const Outcome outcome = systemSockets::connect(opened.socket, host, port);
-    if (isFailure(outcome)) {
-        network.close(opened.socket);
+bool StreamSocket::Connect(std::string_view remoteHost, std::int32_t remotePort) {
+    if (state != SocketState::Closed) return false;
+    const auto host = addressIn(remoteHost);
+    const auto port = checked<std::uint16_t>(remotePort);
+    if (!host || !port) return false;
+    const SocketHandle opened = systemSockets::open().socket;
+    if (opened == noSocket) return false;
+    if (isFailure(systemSockets::connect(opened, *host, *port))) {
+        network.close(opened);
         state = SocketState::Error;
-        fail(outcome);
+        return false;
     }
-    watch(opened.socket, SocketState::Connecting);
+    watch(opened, SocketState::Connecting);
+    return true;
 }
 
 void StreamSocket::Close() { release(SocketState::Closed); }
 
-void StreamSocket::SendData(std::string_view data) {
-    if (state != SocketState::Connected) throw Failure("not connected");
-    if (data.empty()) return;
+bool StreamSocket::SendData(std::string_view data) {
+    if (state != SocketState::Connected) return false;
+    if (data.empty()) return true;
     std::size_t sent = 0;
     if (queue.empty()) {
         const Outcome outcome = systemSockets::send(handle, data);
         if (isFailure(outcome)) {
             lose(SocketState::Error);
-            fail(outcome);
+            return false;
         }
         sent = outcome.bytes;
     }
@@ -148,6 +146,7 @@ void StreamSocket::SendData(std::string_view data) {
         if (first) updateInterest();
     }
     SendProgress(sent, queue.size());
+    return true;
 }
 
 std::string_view StreamSocket::PeekData() { return network.inHand; }
@@ -269,10 +268,6 @@ void StreamSocket::release(SocketState afterwards) {
 void StreamSocket::lose(SocketState afterwards) {
     release(afterwards);
     ConnectionLost();
-}
-
-void StreamSocket::failUnlessClosed() const {
-    if (state != SocketState::Closed) throw Failure("the socket is in use");
 }
 
 /// A client that has connected, until it says something.

@@ -51,10 +51,10 @@ public:
     [[nodiscard]] std::optional<SocketTrouble> Listen(std::uint16_t localPort) override;
     [[nodiscard]] std::uint16_t LocalPort() const override;
     [[nodiscard]] std::string_view PeekData() override;
-    void Accept(RequestId requestID) override;
-    void Connect(std::string_view remoteHost, std::int32_t remotePort) override;
+    [[nodiscard]] bool Accept(RequestId requestID) override;
+    [[nodiscard]] bool Connect(std::string_view remoteHost, std::int32_t remotePort) override;
     void Close() override;
-    void SendData(std::string_view data) override;
+    [[nodiscard]] bool SendData(std::string_view data) override;
     [[nodiscard]] std::string_view GetData() override;
     [[nodiscard]] bool IsQuiet() const override;
     void SetReading(bool wanted) override;
@@ -70,7 +70,6 @@ private:
     void drain();
     void release(SocketState afterwards);
     void lose(SocketState afterwards);
-    void failUnlessClosed() const;
     void watch(SocketHandle opened, SocketState connection);
     void updateInterest();
     [[nodiscard]] Readiness::Interest interest() const;

@@ -51,9 +51,15 @@ TEST_F(Throws, AreNotMadeByAPlayerThatPlaysNothing) {
     }
 }
 
-TEST_F(Throws, AreMadeByASendThatFailsOncePerStepThatItEnds) {
+TEST_F(Throws, AreNotMadeByAPeerThatIsGone) {
     spine.server().sendFails = true;
-    EXPECT_EQ(thrownBy({true, clientText("hello")}), 1U);
+    EXPECT_EQ(thrownBy({true, clientText("hello")}), 0U);
+}
+
+TEST_F(Throws, AreMadeByACommandWhoseAnswerCannotBeSent) {
+    set("preventtypo", "True");
+    spine.client().sendFails = true;
+    EXPECT_EQ(thrownBy({true, clientText("!hello")}), 1U);
 }
 
 class PlayedThrows : public Throws,

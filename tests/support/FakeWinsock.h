@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Failure.h"
 #include "platform/EventLoop.h"
 #include "platform/Winsock.h"
 
@@ -58,21 +57,24 @@ public:
     }
     [[nodiscard]] std::uint16_t LocalPort() const override { return listensOn; }
     [[nodiscard]] std::string_view PeekData() override { return peeked; }
-    void Accept(RequestId requestID) override {
-        if (state != SocketState::Closed) throw Failure("in use");
+    [[nodiscard]] bool Accept(RequestId requestID) override {
+        if (state != SocketState::Closed) return false;
         accepted.push_back(requestID);
         state = SocketState::Connected;
+        return true;
     }
-    void Connect(std::string_view remoteHost, std::int32_t remotePort) override {
+    [[nodiscard]] bool Connect(std::string_view remoteHost, std::int32_t remotePort) override {
         connects.emplace_back(remoteHost, remotePort);
-        if (state != SocketState::Closed || refuses) throw Failure("in use");
+        if (state != SocketState::Closed || refuses) return false;
         state = SocketState::Connecting;
+        return true;
     }
     void Close() override { state = SocketState::Closed; }
-    void SendData(std::string_view data) override {
+    [[nodiscard]] bool SendData(std::string_view data) override {
         if (losesSends) lose();
-        if (state != SocketState::Connected || sendFails) throw Failure("not connected");
+        if (state != SocketState::Connected || sendFails) return false;
         sent.emplace_back(data);
+        return true;
     }
     [[nodiscard]] std::string_view GetData() override { return arrived; }
     [[nodiscard]] bool IsQuiet() const override { return !busy; }

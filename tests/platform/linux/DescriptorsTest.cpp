@@ -51,7 +51,7 @@ public:
         EXPECT_EQ((*listener)->Listen(0), std::nullopt);
         (*listener)->ConnectionRequest = [this](RequestId requestID) {
             accepted.push_back(std::make_unique<RecordedSocket>(network));
-            (*accepted.back())->Accept(requestID);
+            EXPECT_TRUE((*accepted.back())->Accept(requestID));
         };
         serveOnceWithPlenty();
         first = speakingPeer((*listener)->LocalPort());
@@ -99,7 +99,7 @@ TEST(CrowdedListener, TakesTheNextClientWhenAConnectionGivesADescriptorBack) {
         // At once, and not when it would have looked by itself.
         crowd.loop.readiness.dispatch();
         ASSERT_EQ(crowd.accepted.size(), 2U);
-        (*crowd.accepted.back())->SendData("x");
+        EXPECT_TRUE((*crowd.accepted.back())->SendData("x"));
         EXPECT_EQ(crowd.second.receive(1), "x");
     }));
 }

@@ -81,20 +81,20 @@ TEST_F(Transfer, IsQuietWhileNothingIsUnderWay) {
     EXPECT_FALSE(socket->IsQuiet());
     ASSERT_TRUE(loop.runUntil([&] { return socket.received == "x"; }));
     EXPECT_TRUE(socket->IsQuiet());
-    socket->SendData(std::string(32 * megabyte, 'x'));
+    EXPECT_TRUE(socket->SendData(std::string(32 * megabyte, 'x')));
     EXPECT_FALSE(socket->IsQuiet());
     socket->Close();
     EXPECT_TRUE(socket->IsQuiet());
 }
 
 TEST_F(Transfer, TellsOfBytesThatGoAtOnceBeforeItReturns) {
-    socket->SendData("MSG 1");
+    EXPECT_TRUE(socket->SendData("MSG 1"));
     EXPECT_THAT(socket.progress, ElementsAre(Pair(5, 0)));
     EXPECT_EQ(peer.receive(5), "MSG 1");
 }
 
 TEST_F(Transfer, OfNothingTellsNothing) {
-    socket->SendData("");
+    EXPECT_TRUE(socket->SendData(""));
     EXPECT_THAT(socket.progress, IsEmpty());
     EXPECT_EQ(socket->State(), SocketState::Connected);
 }
@@ -106,7 +106,7 @@ TEST_F(Transfer, KeepsWhatTheSystemDoesNotTakeAndSendsItLaterInOrder) {
          socket.progress.empty() || socket.progress.back().second < 4 * megabyte;
          size = size * 3 % 1000003) {
         const std::string bytes = pattern(size);
-        socket->SendData(bytes);
+        EXPECT_TRUE(socket->SendData(bytes));
         all += bytes;
         ASSERT_EQ(socket.sent() + socket.progress.back().second, all.size());
     }
@@ -125,7 +125,7 @@ TEST_F(Transfer, KeepsWhatTheSystemDoesNotTakeAndSendsItLaterInOrder) {
 
 TEST_F(Transfer, CanBeGoneOnWithAfterWaitingBytesHaveGone) {
     while (socket.progress.empty() || socket.progress.back().second == 0)
-        socket->SendData(pattern(megabyte));
+        EXPECT_TRUE(socket->SendData(pattern(megabyte)));
     const std::size_t first = socket.sent() + socket.progress.back().second;
     std::string received;
     ASSERT_TRUE(loop.runUntil(
@@ -135,14 +135,14 @@ TEST_F(Transfer, CanBeGoneOnWithAfterWaitingBytesHaveGone) {
         },
         peer.handle()));
     socket.progress.clear();
-    socket->SendData("again");
+    EXPECT_TRUE(socket->SendData("again"));
     EXPECT_THAT(socket.progress, ElementsAre(Pair(5, 0)));
     EXPECT_EQ(peer.receive(5), "again");
 }
 
 TEST_F(Transfer, EndsWithCloseWhichDropsWhatWaits) {
     while (socket.progress.empty() || socket.progress.back().second == 0)
-        socket->SendData(pattern(megabyte));
+        EXPECT_TRUE(socket->SendData(pattern(megabyte)));
     socket->Close();
     EXPECT_EQ(socket->State(), SocketState::Closed);
     EXPECT_THAT(socket.events, IsEmpty());
@@ -186,7 +186,7 @@ TEST_F(Transfer, MakesTheOtherEndWaitWhileReadingIsOff) {
 
 TEST_F(Transfer, GoesOnInTheOtherDirectionWhileReadingIsOff) {
     socket->SetReading(false);
-    socket->SendData("out");
+    EXPECT_TRUE(socket->SendData("out"));
     EXPECT_EQ(peer.receive(3), "out");
 }
 
@@ -194,7 +194,7 @@ TEST_F(Transfer, IsReadAgainOnTheNextConnection) {
     socket->SetReading(false);
     socket->Close();
     Server server;
-    socket->Connect("127.0.0.1", server.port());
+    EXPECT_TRUE(socket->Connect("127.0.0.1", server.port()));
     Peer next = server.accept();
     next.send("hello");
     ASSERT_TRUE(loop.runUntil([&] { return !socket.received.empty(); }));

@@ -71,9 +71,9 @@ protected:
             : socket(test.network),
               peer(speakingPeer(test.listener->LocalPort())),
               port(testSystem::localPortOf(peer.handle())) {
-            const auto before =
-                std::exchange(test.listener->ConnectionRequest,
-                              [this](RequestId requestID) { socket->Accept(requestID); });
+            const auto before = std::exchange(
+                test.listener->ConnectionRequest,
+                [this](RequestId requestID) { EXPECT_TRUE(socket->Accept(requestID)); });
             // The request comes with the first byte, which is none of the test's.
             EXPECT_TRUE(test.loop.runUntil([this] { return socket.received == "?"; }));
             socket.received.clear();
