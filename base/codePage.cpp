@@ -44,6 +44,13 @@ void appendUtf8(std::string& text, char32_t character) {
 
 bool isContinuation(char byte) { return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80; }
 
+/// What `text` begins with that is the same in UTF-8 and in the code page.
+std::string_view asciiAtFront(std::string_view text) {
+    const auto isAscii = [](char byte) { return static_cast<std::uint8_t>(byte) < 0x80; };
+    const auto* const end = std::find_if_not(text.begin(), text.end(), isAscii);
+    return text.substr(0, static_cast<std::size_t>(end - text.begin()));
+}
+
 /// The number of bytes of the character that `lead` begins; 0 when it begins none.
 std::size_t lengthFromLead(std::uint8_t lead) {
     if (lead < 0x80) return 1;
@@ -83,8 +90,14 @@ std::size_t lengthAtFront(std::string_view utf8) {
 std::string codePage::toUtf8(std::string_view bytes) {
     std::string text;
     text.reserve(bytes.size());
-    for (const char byte : bytes)
-        appendUtf8(text, characterOf(static_cast<std::uint8_t>(byte)));
+    while (!bytes.empty()) {
+        const std::string_view ascii = asciiAtFront(bytes);
+        text += ascii;
+        bytes.remove_prefix(ascii.size());
+        if (bytes.empty()) break;
+        appendUtf8(text, characterOf(static_cast<std::uint8_t>(bytes.front())));
+        bytes.remove_prefix(1);
+    }
     return text;
 }
 
@@ -92,6 +105,10 @@ std::string codePage::fromUtf8(std::string_view utf8) {
     std::string bytes;
     bytes.reserve(utf8.size());
     while (!utf8.empty()) {
+        const std::string_view ascii = asciiAtFront(utf8);
+        bytes += ascii;
+        utf8.remove_prefix(ascii.size());
+        if (utf8.empty()) break;
         const std::size_t length = lengthAtFront(utf8);
         if (length == 0) {
             bytes += '?';

@@ -180,6 +180,7 @@ void MovieLoader::readDefinition(Tag code, Reader tag) {
         case Tag::JPEGTables: jpegTables = tag.rest(); return;
         default: break;
     }
+    if (tag.atEnd()) return;  // as tags often are that nobody knows
     const std::uint16_t number = tag.u16();
     switch (code) {
         case Tag::DefineShape:

@@ -11,13 +11,11 @@ std::size_t thrownSoFar = 0;
 std::size_t thrown() { return thrownSoFar; }
 
 // The linker makes each throw call the second of these, which calls what would have been called.
-// NOLINTBEGIN(bugprone-reserved-identifier)
-extern "C" [[noreturn]] void __real___cxa_throw(void* thing, std::type_info* type,
-                                                void (*destroy)(void*));
-extern "C" [[noreturn]] void __wrap___cxa_throw(void* thing, std::type_info* type,
-                                                void (*destroy)(void*));
-void __wrap___cxa_throw(void* thing, std::type_info* type, void (*destroy)(void*)) {
+extern "C" [[noreturn]] void realThrow(void* thing, std::type_info* type,
+                                       void (*destroy)(void*)) asm("__real___cxa_throw");
+extern "C" [[noreturn]] void countedThrow(void* thing, std::type_info* type,
+                                          void (*destroy)(void*)) asm("__wrap___cxa_throw");
+void countedThrow(void* thing, std::type_info* type, void (*destroy)(void*)) {
     ++thrownSoFar;
-    __real___cxa_throw(thing, type, destroy);
+    realThrow(thing, type, destroy);
 }
-// NOLINTEND(bugprone-reserved-identifier)

@@ -30,18 +30,18 @@ protected:
 TEST_P(HostileMovie, MayEndAtEveryByte) {
     ASSERT_GT(plain.size(), 100U);
     // Every byte of the beginning, where the heads are, and then ever farther apart.
-    for (std::size_t end = 0; end < plain.size(); end += 1 + end / 60) {
+    for (std::size_t end = 0; end < plain.size(); end += 1 + end / 25) {
         playMovie(std::string_view(plain).substr(0, end));
     }
     const std::string file = readFile(fs::path(COBWEAVE_MOVIES) / (GetParam() + ".swf"));
-    for (std::size_t end = 0; end < file.size(); end += 1 + end / 40) {
+    for (std::size_t end = 0; end < file.size(); end += 1 + end / 15) {
         playMovie(std::string_view(file).substr(0, end));
     }
 }
 
 TEST_P(HostileMovie, MayHaveAnyBitTurned) {
     std::minstd_rand chance(7);
-    for (int round = 0; round < 150; ++round) {
+    for (int round = 0; round < 60; ++round) {
         std::string turned = plain;
         for (int count = 0; count <= round % 4; ++count) {
             char& byte = turned[8 + chance() % (turned.size() - 8)];

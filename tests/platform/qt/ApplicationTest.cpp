@@ -7,10 +7,8 @@
 #include <new>
 
 // There where leaks are looked for.
-// NOLINTBEGIN(bugprone-reserved-identifier,readability-redundant-declaration)
-extern "C" [[gnu::weak]] void __lsan_disable();
-extern "C" [[gnu::weak]] void __lsan_enable();
-// NOLINTEND(bugprone-reserved-identifier,readability-redundant-declaration)
+extern "C" [[gnu::weak]] void ignoreLeaks() asm("__lsan_disable");
+extern "C" [[gnu::weak]] void noticeLeaks() asm("__lsan_enable");
 
 namespace {
 
@@ -18,10 +16,10 @@ namespace {
 class KnownLeak {
 public:
     KnownLeak() {
-        if (__lsan_disable != nullptr) __lsan_disable();
+        if (ignoreLeaks != nullptr) ignoreLeaks();
     }
     ~KnownLeak() {
-        if (__lsan_enable != nullptr) __lsan_enable();
+        if (noticeLeaks != nullptr) noticeLeaks();
     }
     KnownLeak(const KnownLeak&) = delete;
     KnownLeak& operator=(const KnownLeak&) = delete;
