@@ -1,4 +1,4 @@
-#include "base/codePage.h"
+#include "base/userText.h"
 #include "desktop/frmTitle.h"
 #include "desktop/frmTray.h"
 #include "platform/Browser.h"
@@ -116,7 +116,7 @@ int main(int argc, char* argv[]) {
     const std::unique_ptr<Tray> trayIcon = makeTray();
     clspopups popups(platform->loop(), *ownWindows, *otherWindows);
     NotesStore notes(folders::notes() / "notes.cwv", [&popups, withWindows](std::string_view text) {
-        printTrouble(codePage::toUtf8(text));
+        printTrouble(userText::shown(text));
         if (withWindows) popups.popup(text);
     });
     frmTitle title(settings, *otherWindows, platform->loop());

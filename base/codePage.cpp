@@ -121,6 +121,15 @@ std::string codePage::fromUtf8(std::string_view utf8) {
     return bytes;
 }
 
+bool codePage::isUtf8(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const std::size_t length = lengthAtFront(bytes);
+        if (length == 0) return false;
+        bytes.remove_prefix(length);
+    }
+    return true;
+}
+
 std::string_view codePage::cutUtf8(std::string_view utf8, std::size_t size) {
     if (utf8.size() <= size) return utf8;
     while (size > 0 && isContinuation(utf8[size]))

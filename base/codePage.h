@@ -16,6 +16,9 @@ namespace codePage {
 /// is no UTF-8, gives "?".
 [[nodiscard]] std::string fromUtf8(std::string_view utf8);
 
+/// Whether `bytes` are valid UTF-8, as pure ASCII is too.
+[[nodiscard]] bool isUtf8(std::string_view bytes);
+
 /// The beginning of `utf8`, of at most `size` bytes, that ends between two characters.
 [[nodiscard]] std::string_view cutUtf8(std::string_view utf8, std::size_t size);
 

@@ -1,6 +1,5 @@
 #include "stores/NotesStore.h"
 
-#include "base/codePage.h"
 #include "base/text.h"
 #include "platform/AtomicFile.h"
 
@@ -88,10 +87,9 @@ void NotesStore::savenotes() {
 }
 
 void NotesStore::tellUnsaved(const std::string& reason, const std::string& remedy) const {
-    // Paths, and the system's reasons, are UTF-8.
-    tell(codePage::fromUtf8("The notes could not be saved to " + path.string() + ": " + reason +
-                            ". They are kept until Cobweave ends; " + remedy +
-                            ", and they are saved at the next change"));
+    tell("The notes could not be saved to " + path.string() + ": " + reason +
+         ". They are kept until Cobweave ends; " + remedy +
+         ", and they are saved at the next change");
 }
 
 void NotesStore::add(std::string_view text) {

@@ -21,7 +21,7 @@ public:
     /// A note was added at the end. For a window that shows them.
     Event<> added;
 
-    /// `tell` takes one text for the user, in the code page, of a save that failed and what becomes
+    /// `tell` takes one text for the user of a save that failed and what becomes
     /// of the notes.
     NotesStore(std::filesystem::path path, Event<std::string_view> tell);
 

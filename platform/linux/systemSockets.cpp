@@ -1,7 +1,5 @@
 #include "platform/shared/systemSockets.h"
 
-#include "base/codePage.h"
-
 #include <cerrno>
 #include <cstring>
 
@@ -89,9 +87,7 @@ void prepare() {
 }
 
 SocketTrouble troubleOf(int error) {
-    // The system describes it in the user's language, as UTF-8.
-    return {error == EADDRINUSE ? SocketTrouble::addressInUse : error,
-            codePage::fromUtf8(std::strerror(error))};
+    return {error == EADDRINUSE ? SocketTrouble::addressInUse : error, std::strerror(error)};
 }
 
 NewSocket open() {

@@ -46,7 +46,7 @@ private:
 
 class UnseenMessageBox final : public MessageBox {
 public:
-    void critical(std::string_view text) override { console::error(codePage::toUtf8(text)); }
+    void critical(std::string_view text) override { console::error(userText::shown(text)); }
     void exclamation(std::string_view /*text*/) override {}
     void information(std::string_view /*text*/) override {}
     [[nodiscard]] bool question(std::string_view /*text*/) override { return false; }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/codePage.h"
+#include "base/userText.h"
 
 #include <QString>
 
@@ -9,12 +9,12 @@
 
 /// The one place where the program's bytes and Qt's characters meet.
 
-/// Each byte as its character of the code page; all 256 have one.
+/// The characters of a text, as `userText` reads them. Any bytes have some.
 [[nodiscard]] inline QString toQString(std::string_view bytes) {
-    return QString::fromStdString(codePage::toUtf8(bytes));
+    return QString::fromStdString(userText::shown(bytes));
 }
 
-/// Each character as its byte of the code page; one that it lacks becomes "?".
+/// The bytes to keep of a text, which `toQString` shows as it was.
 [[nodiscard]] inline std::string fromQString(const QString& text) {
-    return codePage::fromUtf8(text.toStdString());
+    return userText::kept(text.toStdString());
 }

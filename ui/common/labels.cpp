@@ -1,5 +1,6 @@
 #include "ui/common/labels.h"
 
+#include "base/userText.h"
 #include "ui/common/Form.h"
 #include "ui/common/look.h"
 #include "ui/common/shownText.h"
@@ -31,7 +32,7 @@ void TextLabel::setHeading(bool heading) {
 
 void PlainLabel::setText(std::string_view newText) {
     whole = newText;
-    shown = shownText(newText.substr(0, mostShown));
+    shown = shownText(userText::beginning(newText, mostShown));
     setAccessibleName(shown);
     update();
 }

@@ -1,6 +1,7 @@
 #include "ui/common/shownText.h"
 
 #include "base/text.h"
+#include "base/userText.h"
 #include "platform/qt/text.h"
 
 #include <QClipboard>
@@ -15,11 +16,20 @@ namespace {
 constexpr QChar crSymbol(0x240D);
 constexpr QChar lfSymbol(0x240A);
 
-QString boxed(QString text) {
-    constexpr QChar box(0x25A1);
+/// Whether text is shown with the character left in place. Those that only join or separate
+/// letters, as emoji and the scripts of right to left need them, stay; those that turn the
+/// direction of what follows do not, since they can make a text read as another one.
+bool isShown(char32_t character) {
+    const bool joins = (character >= 0x200C && character <= 0x200F) || character == 0x061C;
+    return character == '\n' || joins || QChar::isPrint(character);
+}
+
+QString boxed(const QString& text) {
+    constexpr char32_t box = 0x25A1;
+    std::u32string characters = text.toStdU32String();
     std::ranges::replace_if(
-        text, [](QChar character) { return character != '\n' && !character.isPrint(); }, box);
-    return text;
+        characters, [](char32_t character) { return !isShown(character); }, box);
+    return QString::fromStdU32String(characters);
 }
 
 }  // namespace
@@ -29,7 +39,7 @@ QString shownText(std::string_view bytes) {
 }
 
 QString shownLine(std::string_view bytes) {
-    QString line = shownText(bytes.substr(0, longestShownLine)).replace('\n', ' ');
+    QString line = shownText(userText::beginning(bytes, longestShownLine)).replace('\n', ' ');
     if (bytes.size() > longestShownLine) line.append(QChar(0x2026));
     return line;
 }

@@ -23,7 +23,7 @@ constexpr std::size_t longestShownLine = 4096;
 /// The content of a text box in which `bytes` are edited. A box has one kind of line break only, so
 /// a lone CR or LF becomes a symbol.
 [[nodiscard]] QString editableText(std::string_view bytes);
-/// The bytes of such a content. What nobody has edited comes back byte for byte.
+/// The bytes to keep of such a content, which `editableText` shows as it was.
 [[nodiscard]] std::string bytesOfEditable(const QString& text);
 
 /// Puts a text, and nothing else, on the clipboard.

@@ -1,5 +1,6 @@
 #include "ui/log/frmlog.h"
 
+#include "base/userText.h"
 #include "platform/Clock.h"
 #include "platform/MessageBox.h"
 #include "ui/common/look.h"
@@ -102,7 +103,7 @@ int LogLines::rowCount(const QModelIndex& parent) const {
 
 QVariant LogLines::data(const QModelIndex& index, int role) const {
     if (role != Qt::DisplayRole) return {};
-    return shownLine(at(index.row()));
+    return shownText(at(index.row())).replace('\n', ' ');
 }
 
 LogLineDelegate::LogLineDelegate() {
@@ -110,12 +111,20 @@ LogLineDelegate::LogLineDelegate() {
     for (std::size_t code = 0; code < widths.size(); ++code)
         widths[code] =
             metrics.horizontalAdvance(shownLine(std::string(1, static_cast<char>(code))));
+    otherWidth = 1.5 * metrics.height();
 }
 
-void LogLineDelegate::makeRoomFor(std::string_view line) {
+void LogLineDelegate::makeRoomFor(std::string_view utf8) {
     double width = 0;
-    for (const char character : line)
-        width += widths[static_cast<std::uint8_t>(character)];
+    for (const char byte : utf8) {
+        const auto code = static_cast<std::uint8_t>(byte);
+        const bool isContinuation = (code & 0xC0) == 0x80;
+        if (code < 0x80) {
+            width += widths[code];
+        } else if (!isContinuation) {
+            width += otherWidth;
+        }
+    }
     widest = std::max(widest, width);
 }
 
@@ -148,10 +157,12 @@ frmlog::frmlog(Clock& clock, MessageBox& messageBox)
 }
 
 void frmlog::AddItem(std::string_view text) {
-    const std::string time = " (" + clock.timeText() + ")";
-    std::string line(text.substr(0, longestShownLine - time.size()));
-    // Three dots in one character stand for what is missing.
-    if (line.size() < text.size()) line.back() = '\x85';
+    const std::string time = " (" + userText::shown(clock.timeText()) + ")";
+    const std::size_t room = longestShownLine - time.size();
+    const bool fits = text.size() <= room;
+    // As UTF-8, since text and time may come in different codes.
+    std::string line = userText::shown(fits ? text : userText::beginning(text, room - 1));
+    if (!fits) line += "\u2026";
     line += time;
     delegate.makeRoomFor(line);
     lines.append(std::move(line));

@@ -26,8 +26,8 @@ public:
     /// How many lines a list shows.
     static constexpr std::size_t most = 32767;
 
-    /// Adds a line at the end, which no list shows before `publish`. Beyond some more than `most`
-    /// lines the oldest go.
+    /// Adds a line, of UTF-8, at the end, which no list shows before `publish`. Beyond some more
+    /// than `most` lines the oldest go.
     void append(std::string line);
     /// Removes all lines, published or not.
     void clear();
@@ -61,7 +61,7 @@ public:
     LogLineDelegate();
 
     /// Makes all lines wide enough for this one.
-    void makeRoomFor(std::string_view line);
+    void makeRoomFor(std::string_view utf8);
     /// Forgets all widths, for a list that is empty.
     void reset() { widest = 0; }
 
@@ -69,9 +69,11 @@ public:
                                  const QModelIndex& index) const override;
 
 private:
-    /// The width of each character. To lay out a whole line takes a millisecond when it is long,
-    /// which a flood of such lines would make all of the program's time.
-    std::array<double, 256> widths;
+    /// The width of each character of ASCII. To lay out a whole line takes a millisecond when it is
+    /// long, which a flood of such lines would make all of the program's time.
+    std::array<double, 128> widths;
+    /// No letter of another script is wider, and no emoji.
+    double otherWidth = 0;
     double widest = 0;
 };
 

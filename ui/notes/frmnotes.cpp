@@ -156,7 +156,7 @@ void frmnotes::List1_Click() {
     // Where the clicked entry was the one in the box, saving has just removed it from its place.
     if (row < 0) return;
     selectedNote = static_cast<std::size_t>(row);
-    const std::string& note = notes.list()[selectedNote];
+    const std::string& note = shownNote = notes.list()[selectedNote];
     // Looking for words in a text without blanks takes time that grows with the square of its
     // length.
     Text1.setWordWrapMode(note.size() > longNote ? QTextOption::WrapAnywhere
@@ -171,7 +171,9 @@ void frmnotes::Command1_Click() {
     }
     // The note in the box may have been removed since, as the last one of the list.
     if (selectedNote >= notes.list().size()) return;
-    const std::string text = bytesOfEditable(Text1.document()->toRawText());
+    const QString shown = Text1.document()->toRawText();
+    // What nobody has changed keeps its bytes, in whichever code they are.
+    const std::string text = shown == editableText(shownNote) ? shownNote : bytesOfEditable(shown);
     removeEntry(selectedNote);
     notes.add(text);
     Text1.clear();

@@ -10,6 +10,7 @@
 #include <QPushButton>
 
 #include <cstddef>
+#include <string>
 
 class MessageBox;
 class NotesStore;
@@ -70,6 +71,8 @@ private:
     /// The entry that `Text1` was filled from. A removal does not change it, so that until the next
     /// click it may be another note's.
     std::size_t selectedNote = 0;
+    /// What `Text1` was last filled with.
+    std::string shownNote;
     /// A key was pressed in `Text1` since it was last filled or saved.
     bool noteChanged = false;
 };

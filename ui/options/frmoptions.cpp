@@ -39,11 +39,6 @@ void frmoptions::addTexts() {
     Text1.setAccessibleName("Window Caption");
     for (const mdlFunctions::Status& status : mdlFunctions::statuses)
         Combo1.addItem(toQString(status.name));
-    for (QLineEdit* const bracket :
-         {static_cast<QLineEdit*>(&prefix), static_cast<QLineEdit*>(&postfix)}) {
-        bracket->setMaxLength(1);
-        bracket->setAlignment(Qt::AlignHCenter);
-    }
     Text1.setMaxLength(100);
 
     mwi.setDrawing(optionPictures::paintMessengerWindow, optionPictures::placeGround);

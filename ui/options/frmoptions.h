@@ -106,9 +106,9 @@ private:
     // Timestamps.
     Placed<ShockwaveFlash> tsmessages{page(2), "tsmessages", {0, 0, 5235, 810}};
     Placed<QCheckBox> Check2{page(2), "Check2", {180, 990, 2100, 300}, "Enabled"};
-    Headed<QLineEdit> prefix{
+    Headed<BracketBox> prefix{
         page(2), "prefix", {1080, 1545, 420, 330}, {"Label8", {180, 1605, 900, 225}, "Prefix"}};
-    Headed<QLineEdit> postfix{
+    Headed<BracketBox> postfix{
         page(2), "postfix", {1080, 2010, 420, 330}, {"Label16", {180, 2070, 900, 225}, "Postfix"}};
     Headed<QWidget> Picture3{
         page(2), "Picture3", {1080, 2490, 3000, 330}, {"Label18", {180, 2550, 900, 225}, "Color:"}};

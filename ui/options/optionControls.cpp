@@ -1,17 +1,30 @@
 #include "ui/options/optionControls.h"
 
+#include "platform/qt/text.h"
 #include "ui/common/look.h"
 
 #include <QCompleter>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QPainter>
+#include <QValidator>
 
 namespace {
 
 const QColor onColor{0, 0, 0};
 const QColor offColor{255, 0, 0};
+
+/// Takes what is one byte, or nothing.
+class OneByte final : public QValidator {
+public:
+    using QValidator::QValidator;
+
+    State validate(QString& text, int& /*cursor*/) const override {
+        // Half of a character, to which a box that holds one unit cuts it, is none.
+        const bool isHalf = !text.isEmpty() && text.front().isSurrogate();
+        return fromQString(text).size() <= 1 && !isHalf ? Acceptable : Invalid;
+    }
+};
 
 }  // namespace
 
@@ -67,6 +80,12 @@ void StatusBox::keyPressEvent(QKeyEvent* event) {
 }
 
 void StatusBox::inputMethodEvent(QInputMethodEvent* event) { event->accept(); }
+
+BracketBox::BracketBox(QWidget* parent) : QLineEdit(parent) {
+    setMaxLength(1);
+    setAlignment(Qt::AlignHCenter);
+    setValidator(new OneByte(this));
+}
 
 void nameAfter(const QString& heading, QWidget& control) { control.setAccessibleName(heading); }
 

@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QLineEdit>
 
 /// A switch that is one word: a click or the space bar changes it. Its state is the colour of its
 /// text and nothing else.
@@ -40,6 +41,13 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     /// Letters that an input method composes are typed, too.
     void inputMethodEvent(QInputMethodEvent* event) override;
+};
+
+/// A box for one character, of those that are one byte in the code page: the room that a stamp has
+/// for each of its brackets.
+class BracketBox : public QLineEdit {
+public:
+    explicit BracketBox(QWidget* parent);
 };
 
 /// The heading that a control stands beside or below.

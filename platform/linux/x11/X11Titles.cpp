@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11Titles.h"
 
 #include "base/codePage.h"
+#include "base/userText.h"
 
 #include <QSocketNotifier>
 
@@ -28,16 +29,17 @@ void writeProperties(X11Client& client, xcb_window_t window, std::string_view te
                             static_cast<std::uint32_t>(value.size()), value.data());
     };
     const std::string_view whole = text.substr(0, text.find('\0'));
-    const std::string characters = codePage::toUtf8(whole.substr(0, longestTitle));
+    const std::string characters = userText::shown(userText::beginning(whole, longestTitle));
     const std::string_view utf8 = codePage::cutUtf8(characters, longestTitle);
     // First, so that whoever sees the title sees who wrote it.
     write(atoms.cobweaveTitle, atoms.utf8String, utf8);
     write(atoms.netWmName, atoms.utf8String, utf8);
     write(atoms.netWmIconName, atoms.utf8String, utf8);
-    const bool isOld = isLatin1(whole) && utf8.size() < longestTitle;
+    const std::string old = codePage::fromUtf8(utf8);
+    const bool isOld = isLatin1(old) && codePage::toUtf8(old) == utf8 && utf8.size() < longestTitle;
     const xcb_atom_t type = isOld ? xcb_atom_t{XCB_ATOM_STRING} : atoms.utf8String;
-    write(XCB_ATOM_WM_NAME, type, isOld ? whole : utf8);
-    write(XCB_ATOM_WM_ICON_NAME, type, isOld ? whole : utf8);
+    write(XCB_ATOM_WM_NAME, type, isOld ? old : utf8);
+    write(XCB_ATOM_WM_ICON_NAME, type, isOld ? old : utf8);
 }
 
 }  // namespace

@@ -34,6 +34,28 @@ TEST(ShownText, KeepsLineBreaksAndBoxesOtherControls) {
     EXPECT_EQ(shownText("\x80 \xE4"), "\u20AC \u00E4");
 }
 
+TEST(ShownText, KeepsLettersOfAllScriptsAndWhatJoinsThem) {
+    // A family of emoji, a flag, letters of right to left, one that must not be joined.
+    for (const char* const text :
+         {"\U0001F468\u200D\U0001F469\u200D\U0001F467", "\U0001F1E9\U0001F1EA",
+          "\u05E9\u05DC\u05D5\u05DD", "\u0645\u06CC\u200C\u062E\u0648\u0627\u0647\u0645",
+          "\u4F60\u597D", "\u041F\u0440\u0438"}) {
+        EXPECT_EQ(shownText(text), QString::fromUtf8(text));
+    }
+}
+
+TEST(ShownText, BoxesWhatTurnsTheDirectionOfText) {
+    EXPECT_EQ(shownText("a\u202Eb\u2066c"), "a\u25A1b\u25A1c");
+}
+
+TEST(ShownText, OfALongLineEndsWithAWholeCharacter) {
+    std::string text = "x";
+    while (text.size() < 3 * longestShownLine)
+        text += "\u4F60";
+    const QString line = shownLine(text);
+    EXPECT_EQ(line, "x" + QString((longestShownLine - 1) / 3, QChar(0x4F60)) + QChar(0x2026));
+}
+
 TEST(ShownText, OfALineIsOneLine) { EXPECT_EQ(shownLine("a\r\nb\nc"), "a b c"); }
 
 TEST(ShownText, OfAHugeLineIsItsBeginning) {
@@ -60,6 +82,16 @@ TEST(PlainLabel, KeepsTheWholeTextWhateverItShows) {
     const std::string text(100'000, 'x');
     label.setText(text);
     EXPECT_EQ(label.text(), text);
+}
+
+TEST(EditableText, ComesBackAsItWasTypedInAllScripts) {
+    for (const char* const typed :
+         {"Zo\u00EB", "\u00C3\u00A9", "\u0159", "\u041F\u0440\u0438", "\u0645\u0631\u062D",
+          "\u05E9\u05DC", "\u4F60\u597D", "\U0001F600"}) {
+        const QString text = QString::fromUtf8(typed);
+        EXPECT_EQ(editableText(bytesOfEditable(text)), text);
+    }
+    EXPECT_EQ(bytesOfEditable("Zo\u00EB"), "Zo\xEB");
 }
 
 TEST(EditableText, ComesBackFromTheBoxByteForByte) {

@@ -185,6 +185,38 @@ TEST_F(LogWindow, ShowsControlCharactersAsBoxesAndCopiesThemAsTheyAre) {
     EXPECT_EQ(QApplication::clipboard()->text(), "\x01\x02\n<b>x</b> (12:30:05)");
 }
 
+TEST_F(LogWindow, ShowsAndCopiesAllScripts) {
+    const std::string names = "Zo\u00EB \u041F\u0440\u0438 \u05E9\u05DC \u4F60\u597D \U0001F600";
+    log.load().AddItem(names);
+    log.load().AddItem("Zo\xEB");
+    frmlog& form = show();
+    EXPECT_THAT(lines(form), ElementsAre(names + " (12:30:05)", "Zo\u00EB (12:30:05)"));
+    select(form, 0);
+    QTest::mouseClick(&form.Command3, Qt::LeftButton);
+    EXPECT_EQ(QApplication::clipboard()->text().toStdString(), names + " (12:30:05)");
+}
+
+TEST_F(LogWindow, CutsAHugeTextOfAnotherScriptBetweenTwoCharacters) {
+    std::string text;
+    while (text.size() < 100'000)
+        text += "\u4F60";
+    log.load().AddItem(text);
+    EXPECT_THAT(lines(show()),
+                ElementsAre(text.substr(0, (4096 - 12) / 3 * 3) + "\u2026 (12:30:05)"));
+}
+
+TEST_F(LogWindow, IsWideEnoughForOtherScripts) {
+    std::string all;
+    for (int count = 0; count < 20; ++count)
+        all += "\u0416\u4F60\U0001F600\uFDFD";
+    log.load().AddItem(all);
+    frmlog& form = show();
+    const QFontMetrics metrics(QApplication::font());
+    const QModelIndex line = form.List1.model()->index(0, 0);
+    EXPECT_GE(form.List1.sizeHintForIndex(line).width(),
+              metrics.horizontalAdvance(line.data().toString()));
+}
+
 TEST_F(LogWindow, CutsAHugeTextToWhatTheListShowsAndKeepsItsTime) {
     log.load().AddItem(std::string(4096 - 11, 'x'));
     log.load().AddItem(std::string(100'000, 'x'));

@@ -141,6 +141,40 @@ TEST_F(NotesWindow, SavingKeepsEveryByteOfANote) {
     EXPECT_EQ(store.list().front(), note);
 }
 
+constexpr const char* scripts =
+    "Zo\u00EB \u0159 \u041F\u0440\u0438 \u0645\u0631\u062D \u05E9\u05DC \u4F60\u597D \U0001F600";
+
+TEST_F(NotesWindow, ShowsNotesOfAllScripts) {
+    frmnotes& form = showWith({scripts, "Zo\xEB"});
+    EXPECT_THAT(entries(form), ElementsAre(scripts, "Zo\u00EB"));
+    click(form, 0);
+    EXPECT_EQ(text(form).toPlainText(), scripts);
+}
+
+TEST_F(NotesWindow, KeepsWhatIsTypedInAllScripts) {
+    frmnotes& form = showWith({"one"});
+    click(form, 0);
+    text(form).setPlainText(scripts);
+    press(form, "Command1");
+    EXPECT_THAT(store.list(), ElementsAre(scripts));
+    EXPECT_EQ(file(), scripts + std::string("\r\n\r\n"));
+}
+
+TEST_F(NotesWindow, TypesOldFilesOnInTheirCodePage) {
+    frmnotes& form = showWith({"caf\xE9"});
+    click(form, 0);
+    QTest::keyClicks(&text(form), "x");
+    press(form, "Command1");
+    EXPECT_THAT(store.list(), ElementsAre("xcaf\xE9"));
+}
+
+TEST_F(NotesWindow, KeepsTheBytesOfANoteThatNobodyHasChanged) {
+    frmnotes& form = showWith({"caf\u00E9"});
+    click(form, 0);
+    press(form, "Command1");
+    EXPECT_THAT(store.list(), ElementsAre("caf\u00E9"));
+}
+
 TEST_F(NotesWindow, SaveAndRemoveNeedASelection) {
     frmnotes& form = showWith({"one"});
     press(form, "Command1");

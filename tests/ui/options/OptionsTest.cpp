@@ -211,6 +211,21 @@ TEST_F(OptionsWindow, ABracketIsOneCharacter) {
     }
 }
 
+TEST_F(OptionsWindow, ABracketIsOfTheCodePage) {
+    open();
+    goTo(2);
+    auto& prefix = box("prefix");
+    prefix.clear();
+    for (const char* const other : {"\u0159", "\u4F60", "\U0001F600", "\u05E9"}) {
+        prefix.insert(QString::fromUtf8(other));
+        EXPECT_EQ(prefix.text(), "") << other;
+    }
+    prefix.insert("\u00AB");
+    EXPECT_EQ(prefix.text(), "\u00AB");
+    pressOk();
+    EXPECT_EQ(stored("tsprefix"), "\xAB");
+}
+
 TEST_F(OptionsWindow, TheColorCanBeChosenWithTheAddOnAlone) {
     open();
     goTo(2);

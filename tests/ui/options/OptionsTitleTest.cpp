@@ -101,6 +101,17 @@ TEST_F(OptionsTitle, IsWrittenOnceMoreByOk) {
     EXPECT_EQ(stored("windowrenamecaption"), "Kept");
 }
 
+TEST_F(OptionsTitle, KeepsWhatIsTypedInOtherScripts) {
+    openRenamed("A");
+    const QString typed = QString::fromUtf8("\u0159 \u041F\u0440\u0438 \u4F60\u597D \U0001F600");
+    box("Text1").setText(typed);
+    EXPECT_EQ(title.renameText(), typed.toStdString());
+    EXPECT_EQ(the<QLabel>("Label11").text(), typed);
+    pressCancel();
+    options->Show();
+    EXPECT_EQ(box("Text1").text(), typed);
+}
+
 TEST_F(OptionsTitle, KeepsEveryCharacterOfTheCodePage) {
     openRenamed("\xE9\x80 caf\xE9");
     EXPECT_EQ(box("Text1").text(), QString::fromUtf8("é€ café"));

@@ -232,6 +232,14 @@ TEST_F(Toasts, TheTextCanBeCopied) {
     EXPECT_EQ(QApplication::clipboard()->text(), "Text copied to clipboard.");
 }
 
+TEST_F(Toasts, ShowAndCopyAllScripts) {
+    const std::string names = "Zo\u00EB \u041F\u0440\u0438 \u05E9\u05DC \u4F60\u597D \U0001F600";
+    frmpopup& toast = show(names);
+    EXPECT_EQ(toast.Label1.accessibleName().toStdString(), names);
+    QTest::mouseClick(&toast.Label2, Qt::LeftButton);
+    EXPECT_EQ(QApplication::clipboard()->text().toStdString(), names);
+}
+
 TEST_F(Toasts, AHugeTextIsCopiedWhole) {
     const std::string text(100'000, 'x');
     frmpopup& toast = show(text);

@@ -49,6 +49,18 @@ TEST_F(Title, IsInTheOldWayLatin1WhereThatCanSayIt) {
     EXPECT_EQ(other.typeOf(window, "WM_NAME"), "UTF8_STRING");
 }
 
+TEST_F(Title, IsOfAnyScript) {
+    write("Zo\u00EB");
+    EXPECT_EQ(title(), "Zo\u00EB");
+    EXPECT_EQ(other.bytes(window, "WM_NAME"), "Zo\xEB");
+    EXPECT_EQ(other.typeOf(window, "WM_NAME"), "STRING");
+    const std::string others = "\u041F\u0440\u0438 \u05E9\u05DC \u4F60\u597D \U0001F600";
+    write(others);
+    EXPECT_EQ(title(), others);
+    EXPECT_EQ(other.bytes(window, "WM_NAME"), others);
+    EXPECT_EQ(other.typeOf(window, "WM_NAME"), "UTF8_STRING");
+}
+
 TEST_F(Title, MayBeEmpty) {
     write("x");
     write("");
