@@ -94,6 +94,7 @@ int main(int argc, char* argv[]) {
     Application application(count, arguments.data());
     display.connection.reset();
     QApplication::setApplicationName("Cobweave");
+    QApplication::setApplicationVersion(COBWEAVE_VERSION);
     QApplication::setQuitOnLastWindowClosed(false);
     look::apply();
 
@@ -115,9 +116,9 @@ int main(int argc, char* argv[]) {
     const std::unique_ptr<OwnWindows> ownWindows = makeOwnWindows();
     const std::unique_ptr<Tray> trayIcon = makeTray();
     clspopups popups(platform->loop(), *ownWindows, *otherWindows);
-    NotesStore notes(folders::notes() / "notes.cwv", [&popups, withWindows](std::string_view text) {
+    NotesStore notes(folders::notes() / "notes.cwv", [&](std::string_view text) {
         printTrouble(userText::shown(text));
-        if (withWindows) popups.popup(text);
+        if (withWindows) messageBox->tell(std::string(text) + '.');
     });
     frmTitle title(settings, *otherWindows, platform->loop());
     frmTray tray(settings, title, *trayIcon);

@@ -1,9 +1,18 @@
 #pragma once
 
+#include "base/Event.h"
+#include "platform/OwnWindows.h"
+
 #include <memory>
 #include <string_view>
 
-/// Boxes that the user has to answer. Sockets and timers are served while one is open.
+/// Boxes that the user has to answer, under the application's title. All of the program goes on
+/// while one is open.
+///
+/// Most belong to a window, which takes no other input until its box is answered; the other windows
+/// do. Such a call returns at once, and `answered` comes later, in an event of its own. It never
+/// comes when the window, or the program, ends first. A window has one box at a time: a second
+/// one brings the first to the front, and comes when that is answered.
 class MessageBox {
 public:
     MessageBox() = default;
@@ -11,21 +20,21 @@ public:
     MessageBox& operator=(const MessageBox&) = delete;
     virtual ~MessageBox() = default;
 
-    /// Each shows a text under the application's title, with the icon of its name and an OK, and
-    /// returns when that was pressed.
+    /// A box with an OK that belongs to no window. Returns when it was pressed.
     virtual void critical(std::string_view text) = 0;
-    virtual void exclamation(std::string_view text) = 0;
-    virtual void information(std::string_view text) = 0;
-    /// The same with Yes and No; true on Yes. A box that is closed without an answer says no.
-    [[nodiscard]] virtual bool question(std::string_view text) = 0;
+    /// The same without waiting for the OK. While it is open, a new text takes the old one's place.
+    virtual void tell(std::string_view text) = 0;
 
-    /// A box was left without an answer, because the program ends. What was to be done after such a
-    /// box must not be done.
-    [[nodiscard]] virtual bool isEnding() const { return false; }
+    // Each has the icon of its name and an OK.
+    virtual void critical(WindowHandle window, std::string_view text, Event<> answered) = 0;
+    virtual void exclamation(WindowHandle window, std::string_view text) = 0;
+    virtual void information(WindowHandle window, std::string_view text, Event<> answered) = 0;
+    /// With Yes and No; true on Yes. A box that is closed without an answer says no.
+    virtual void question(WindowHandle window, std::string_view text, Event<bool> answered) = 0;
 };
 
 /// Real windows.
 [[nodiscard]] std::unique_ptr<MessageBox> makeMessageBox();
-/// For a run without windows: a critical text goes to standard error, the others nowhere, every
-/// question is answered by no, and nothing waits.
+/// For a run without windows: a text that belongs to none goes to standard error, the others
+/// nowhere, every question is answered by no, and nothing waits.
 [[nodiscard]] std::unique_ptr<MessageBox> makeMessageBoxWithoutWindows();

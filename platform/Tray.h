@@ -26,8 +26,8 @@ public:
     virtual ~Tray() = default;
 
     /// Puts the icon there, as soon as the desktop has a place for it, with a tool-tip and the menu
-    /// that a right click opens; no other click does anything. It comes back by itself after the
-    /// notification area was gone.
+    /// that a right click opens; any click brings message boxes that wait to the front. It comes
+    /// back by itself after the notification area was gone.
     virtual void add(std::string_view tip, const std::vector<MenuEntry>& menu) = 0;
     /// Changes the tool-tip. CR LF is a line break in it, and nothing is markup.
     virtual void modify(std::string_view tip) = 0;

@@ -1,55 +1,105 @@
 #include "platform/Console.h"
 #include "platform/MessageBox.h"
 #include "platform/qt/text.h"
+#include "platform/qt/waitingBoxes.h"
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
+#include <QWidget>
 
 #include <string>
 
 namespace {
 
+void fill(QMessageBox& box, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
+          std::string_view text) {
+    box.setIcon(icon);
+    box.setStandardButtons(buttons);
+    box.setWindowTitle(QApplication::applicationName());
+    box.setTextFormat(Qt::PlainText);
+    box.setText(toQString(text));
+}
+
 class QtMessageBox final : public MessageBox {
 public:
+    ~QtMessageBox() override { delete told; }
+
     void critical(std::string_view text) override {
-        ask(QMessageBox::Critical, QMessageBox::Ok, text);
+        QMessageBox box;
+        fill(box, QMessageBox::Critical, QMessageBox::Ok, text);
+        // It blocks no window, since it has none.
+        box.setWindowModality(Qt::WindowModal);
+        box.exec();
     }
-    void exclamation(std::string_view text) override {
-        ask(QMessageBox::Warning, QMessageBox::Ok, text);
+
+    void tell(std::string_view text) override {
+        if (told == nullptr) {
+            told = new QMessageBox;
+            told->setWindowModality(Qt::NonModal);
+            told->setAttribute(Qt::WA_DeleteOnClose);
+            // Whoever is typing elsewhere would press its button without having read it.
+            told->setAttribute(Qt::WA_ShowWithoutActivating);
+        }
+        fill(*told, QMessageBox::Warning, QMessageBox::Ok, text);
+        told->show();
     }
-    void information(std::string_view text) override {
-        ask(QMessageBox::Information, QMessageBox::Ok, text);
+
+    void critical(WindowHandle window, std::string_view text, Event<> answered) override {
+        ask(window, QMessageBox::Critical, QMessageBox::Ok, text,
+            [answered](bool /*yes*/) { answered(); });
     }
-    [[nodiscard]] bool question(std::string_view text) override {
-        return ask(QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, text) ==
-               QMessageBox::Yes;
+    void exclamation(WindowHandle window, std::string_view text) override {
+        ask(window, QMessageBox::Warning, QMessageBox::Ok, text, {});
     }
-    [[nodiscard]] bool isEnding() const override { return ending; }
+    void information(WindowHandle window, std::string_view text, Event<> answered) override {
+        ask(window, QMessageBox::Information, QMessageBox::Ok, text,
+            [answered](bool /*yes*/) { answered(); });
+    }
+    void question(WindowHandle window, std::string_view text, Event<bool> answered) override {
+        ask(window, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, text, answered);
+    }
 
 private:
-    int ask(QMessageBox::Icon icon, QMessageBox::StandardButtons buttons, std::string_view text) {
-        // Over the window that asks, when it is one of ours.
-        QMessageBox box(QApplication::activeWindow());
-        box.setIcon(icon);
-        box.setStandardButtons(buttons);
-        box.setWindowTitle(QApplication::applicationName());
-        box.setTextFormat(Qt::PlainText);
-        box.setText(toQString(text));
-        const int answer = box.exec();
-        // Closing presses a button as well; the end of the program presses none.
-        ending = ending || box.clickedButton() == nullptr;
-        return answer;
+    static void ask(WindowHandle window, QMessageBox::Icon icon,
+                    QMessageBox::StandardButtons buttons, std::string_view text,
+                    const Event<bool>& answered) {
+        QWidget* const owner = QWidget::find(static_cast<WId>(window));
+        if (QMessageBox* const open = waitingBoxes::raiseThatOf(owner)) {
+            QObject::connect(open, &QMessageBox::finished, owner, [=, text = std::string(text)] {
+                ask(window, icon, buttons, text, answered);
+            });
+            return;
+        }
+        // The window's, with which it ends.
+        auto* const box = new QMessageBox(owner);
+        fill(*box, icon, buttons, text);
+        box->setWindowModality(Qt::WindowModal);
+        box->setAttribute(Qt::WA_DeleteOnClose);
+        QObject::connect(box, &QMessageBox::finished, box,
+                         [answered](int answer) { answered(answer == QMessageBox::Yes); });
+        box->show();
     }
 
-    bool ending = false;
+    QPointer<QMessageBox> told;
 };
 
 class UnseenMessageBox final : public MessageBox {
 public:
     void critical(std::string_view text) override { console::error(userText::shown(text)); }
-    void exclamation(std::string_view /*text*/) override {}
-    void information(std::string_view /*text*/) override {}
-    [[nodiscard]] bool question(std::string_view /*text*/) override { return false; }
+    void tell(std::string_view text) override { console::error(userText::shown(text)); }
+    void critical(WindowHandle /*window*/, std::string_view /*text*/, Event<> answered) override {
+        answered();
+    }
+    void exclamation(WindowHandle /*window*/, std::string_view /*text*/) override {}
+    void information(WindowHandle /*window*/, std::string_view /*text*/,
+                     Event<> answered) override {
+        answered();
+    }
+    void question(WindowHandle /*window*/, std::string_view /*text*/,
+                  Event<bool> answered) override {
+        answered(false);
+    }
 };
 
 }  // namespace

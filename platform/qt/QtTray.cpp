@@ -1,6 +1,7 @@
 #include "platform/Tray.h"
 #include "platform/TrayHost.h"
 #include "platform/qt/text.h"
+#include "platform/qt/waitingBoxes.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -57,6 +58,8 @@ private:
         icon = std::make_unique<QSystemTrayIcon>(QApplication::windowIcon());
         icon->setContextMenu(menu.get());
         icon->setToolTip(toolTip(tip));
+        QObject::connect(icon.get(), &QSystemTrayIcon::activated, icon.get(),
+                         [] { waitingBoxes::raise(); });
         icon->show();
     }
 

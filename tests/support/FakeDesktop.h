@@ -81,23 +81,29 @@ struct FakeMessageBox final : MessageBox {
     Event<const std::string&> opened;
 
     void critical(std::string_view text) override { show("critical: ", text); }
-    void exclamation(std::string_view text) override { show("exclamation: ", text); }
-    void information(std::string_view text) override { show("information: ", text); }
-    [[nodiscard]] bool question(std::string_view text) override {
-        show("question: ", text);
-        if (answers.empty()) return false;
-        const bool answer = answers.front();
-        answers.erase(answers.begin());
-        return answer;
+    void tell(std::string_view text) override { show("tell: ", text); }
+    void critical(WindowHandle /*window*/, std::string_view text, Event<> answered) override {
+        if (show("critical: ", text)) answered();
     }
-    [[nodiscard]] bool isEnding() const override {
-        return !endsAt.empty() && !shown.empty() && shown.back().starts_with(endsAt);
+    void exclamation(WindowHandle /*window*/, std::string_view text) override {
+        show("exclamation: ", text);
+    }
+    void information(WindowHandle /*window*/, std::string_view text, Event<> answered) override {
+        if (show("information: ", text)) answered();
+    }
+    void question(WindowHandle /*window*/, std::string_view text, Event<bool> answered) override {
+        if (!show("question: ", text)) return;
+        const bool answer = !answers.empty() && answers.front();
+        if (!answers.empty()) answers.erase(answers.begin());
+        answered(answer);
     }
 
 private:
-    void show(const char* kind, std::string_view text) {
+    /// Whether it is answered.
+    bool show(const char* kind, std::string_view text) {
         const std::string box = kind + std::string(text);
         shown.push_back(box);
         opened(box);
+        return endsAt.empty() || !box.starts_with(endsAt);
     }
 };

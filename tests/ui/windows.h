@@ -115,6 +115,13 @@ public:
         timer.start(1);
     }
 
+    /// Waits until all of them are given.
+    [[nodiscard]] bool areGiven() const {
+        return comesTrue([this] {
+            return boxes.size() == answers.size() && QApplication::activeModalWidget() == nullptr;
+        });
+    }
+
 private:
     void answer() {
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());

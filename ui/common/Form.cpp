@@ -1,8 +1,8 @@
 #include "ui/common/Form.h"
 
+#include "platform/qt/waitingBoxes.h"
 #include "ui/common/look.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 
@@ -20,10 +20,7 @@ void Form::present() {
     show();
     raise();
     activateWindow();
-    if (QWidget* const box = QApplication::activeModalWidget()) {
-        box->raise();
-        box->activateWindow();
-    }
+    waitingBoxes::raiseThatOf(this);
 }
 
 void Form::fixSize() {

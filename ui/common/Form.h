@@ -16,7 +16,7 @@ public:
     Form(const char* caption, int width, int height);
 
     /// Shows the window in front of the others and gives it the keyboard focus, also when it is
-    /// shown already. A message box that waits for its answer stays in front.
+    /// shown already. A box of its own that waits for its answer stays in front.
     void present();
 
 protected:

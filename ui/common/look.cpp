@@ -1,5 +1,7 @@
 #include "ui/common/look.h"
 
+#include "ui/common/Style.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QFontMetrics>
@@ -10,8 +12,6 @@
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
-#include <QStyle>
-#include <QStyleFactory>
 
 #include <utility>
 
@@ -88,7 +88,7 @@ QObject* firstWidget = nullptr;
 }  // namespace
 
 void apply() {
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setStyle(new Style);
 
     // The places of the controls are made for this size.
     QFont font("Liberation Sans");

@@ -20,6 +20,12 @@ inline const QColor bandEnd{214, 228, 243};
 inline const QColor line{157, 184, 214};
 /// What is chosen, has the focus or is under the mouse; also the lines of most pictures.
 inline const QColor accent{47, 111, 176};
+/// What is off or wrong. Readable on `page`, as are the next two.
+inline const QColor alert{200, 0, 0};
+/// What stands where there is nothing yet.
+inline const QColor hint{98, 110, 132};
+/// Lines that have a meaning, at rest.
+inline const QColor mark{84, 112, 148};
 /// The second colour of pictures.
 inline const QColor warm{214, 131, 31};
 

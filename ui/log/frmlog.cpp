@@ -172,9 +172,11 @@ void frmlog::AddItem(std::string_view text) {
 void frmlog::Command1_Click() { hide(); }
 
 void frmlog::Command2_Click() {
-    if (!messageBox.question("Are you sure you want to clear the log?")) return;
-    lines.clear();
-    delegate.reset();
+    messageBox.question(winId(), "Are you sure you want to clear the log?", [this](bool yes) {
+        if (!yes) return;
+        lines.clear();
+        delegate.reset();
+    });
 }
 
 void frmlog::Command3_Click() {

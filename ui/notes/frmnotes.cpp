@@ -148,10 +148,18 @@ void frmnotes::removeEntry(std::size_t index) {
 }
 
 void frmnotes::List1_Click() {
-    if (noteChanged) {
-        if (messageBox.question(saveQuestion)) Command1_Click();
-        noteChanged = false;
+    if (!noteChanged) {
+        showSelected();
+        return;
     }
+    messageBox.question(winId(), saveQuestion, [this](bool yes) {
+        if (yes) Command1_Click();
+        noteChanged = false;
+        showSelected();
+    });
+}
+
+void frmnotes::showSelected() {
     const int row = List1.selectedRow();
     // Where the clicked entry was the one in the box, saving has just removed it from its place.
     if (row < 0) return;
@@ -166,7 +174,7 @@ void frmnotes::List1_Click() {
 
 void frmnotes::Command1_Click() {
     if (List1.selectedRow() < 0) {
-        messageBox.exclamation("Please select a note to edit.");
+        messageBox.exclamation(winId(), "Please select a note to edit.");
         return;
     }
     // The note in the box may have been removed since, as the last one of the list.
@@ -183,17 +191,30 @@ void frmnotes::Command1_Click() {
 
 void frmnotes::Command2_Click() {
     if (List1.selectedRow() < 0) {
-        messageBox.exclamation("Please select a note to remove.");
+        messageBox.exclamation(winId(), "Please select a note to remove.");
         return;
     }
-    if (!messageBox.question("Are you sure you want to remove this note?")) return;
-    removeEntry(static_cast<std::size_t>(List1.selectedRow()));
-    Text1.clear();
-    notes.savenotes();
+    messageBox.question(winId(), "Are you sure you want to remove this note?", [this](bool yes) {
+        const int row = List1.selectedRow();
+        if (!yes || row < 0) return;
+        removeEntry(static_cast<std::size_t>(row));
+        Text1.clear();
+        notes.savenotes();
+    });
 }
 
 void frmnotes::Command3_Click() {
-    if (noteChanged && messageBox.question(saveQuestion)) Command1_Click();
+    if (!noteChanged) {
+        saveAndHide();
+        return;
+    }
+    messageBox.question(winId(), saveQuestion, [this](bool yes) {
+        if (yes) Command1_Click();
+        saveAndHide();
+    });
+}
+
+void frmnotes::saveAndHide() {
     hide();
     notes.savenotes();
 }

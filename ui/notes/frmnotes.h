@@ -53,6 +53,8 @@ private:
     void addEntry(const std::string& note);
     void removeEntry(std::size_t index);
     void selectionMayHaveChanged();
+    void showSelected();
+    void saveAndHide();
     void List1_Click();
     void Command1_Click();
     void Command2_Click();

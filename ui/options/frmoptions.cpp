@@ -133,39 +133,53 @@ void frmoptions::Command2_Click() {
     if (isSaving) return;
     completePair();
     if (!mdlFunctions::isStatusName(fromQString(Combo1.currentText()))) {
-        parts.messageBox.critical("Please select an inital sign in status.");
+        parts.messageBox.critical(winId(), "Please select an inital sign in status.", {});
+        return;
+    }
+    for (const OptionRow& row : rows)
+        row.save(parts.settings);
+    if (!RestartMessenger) {
+        parts.title.savesettings();
+        close();
         return;
     }
     isSaving = true;
-    for (const OptionRow& row : rows)
-        row.save(parts.settings);
-    // On a first run the window refuses, and says so before the client is closed.
-    close();
-    if (RestartMessenger && !parts.messageBox.isEnding()) restartMessenger();
-    RestartMessenger = false;
-    isSaving = false;
-    parts.title.savesettings();
+    // The window refuses to close, and says so before the client is closed.
+    refuse([this] { restartMessenger(); });
 }
 
+void frmoptions::refuse(const Event<>& answered) {
+    parts.messageBox.critical(winId(), "Please select some settings before running Cobweave",
+                              answered);
+}
+
+/// Each step waits for the user. Where the program ends instead, the next one never comes: a client
+/// that is started then would find no proxy.
 void frmoptions::restartMessenger() {
     parts.windows.requestMessengerEnd();
     parts.messageBox.information(
+        winId(),
         "You are about to be signed out of MSN Messenger.\r\n\r\n"
-        "Please click \"OK\" once you are fully signed out of MSN Messenger.");
-    // The program ends, so a client that is started now would find no proxy.
-    if (parts.messageBox.isEnding()) return;
-    parts.client.start();
-    if (parts.messageBox.question("This is your first time using Cobweave.\r\n\r\n"
-                                  "Would you like to view the help dialog to understand \r\n"
-                                  "all of Cobweave's Features?")) {
-        parts.showHelp();
-    }
+        "Please click \"OK\" once you are fully signed out of MSN Messenger.",
+        [this] {
+            parts.client.start();
+            parts.messageBox.question(winId(),
+                                      "This is your first time using Cobweave.\r\n\r\n"
+                                      "Would you like to view the help dialog to understand \r\n"
+                                      "all of Cobweave's Features?",
+                                      [this](bool yes) {
+                                          if (yes) parts.showHelp();
+                                          RestartMessenger = false;
+                                          isSaving = false;
+                                          parts.title.savesettings();
+                                      });
+        });
 }
 
 void frmoptions::closeEvent(QCloseEvent* event) {
     if (RestartMessenger) {
         event->ignore();
-        parts.messageBox.critical("Please select some settings before running Cobweave");
+        refuse({});
         return;
     }
     PagedForm::closeEvent(event);

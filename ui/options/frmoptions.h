@@ -55,6 +55,7 @@ private:
     void showOptions();
     void completePair();
     void resetTitle();
+    void refuse(const Event<>& answered);
     void restartMessenger();
 
     void Check1_Click();

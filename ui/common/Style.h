@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QProxyStyle>
+
+/// How controls of Qt's look where it is not Fusion's way: message boxes have icons of our own, and
+/// none on their buttons.
+class Style final : public QProxyStyle {
+public:
+    Style();
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override;
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                       const QWidget* widget) const override;
+};
