@@ -223,7 +223,7 @@ TEST_F(OptionsWindow, ABracketIsOfTheCodePage) {
     prefix.insert("\u00AB");
     EXPECT_EQ(prefix.text(), "\u00AB");
     pressOk();
-    EXPECT_EQ(stored("tsprefix"), "\xAB");
+    EXPECT_EQ(settings.ReadSetting("Options", "tsprefix"), "\xAB");
 }
 
 TEST_F(OptionsWindow, TheColorCanBeChosenWithTheAddOnAlone) {
