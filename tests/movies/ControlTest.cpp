@@ -25,11 +25,12 @@ protected:
         std::ofstream(path, std::ios::binary) << content;
         return path;
     }
-    /// Plays the movie, which is read by then.
-    void play(const MovieFile& movie) {
-        control.setMovie(save(movie.packedFile()));
-        EXPECT_TRUE(comesTrue([&] { return !control.isReading(); }));
+    /// Sets a movie, which is read by then, on a busy machine in pieces.
+    static void set(ShockwaveFlash& movie, const std::filesystem::path& path) {
+        movie.setMovie(path);
+        EXPECT_TRUE(comesTrue([&] { return !movie.isReading(); }));
     }
+    void play(const MovieFile& movie) { set(control, save(movie.packedFile())); }
     QRgb at(int x, int y) {
         QImage image(control.size(), QImage::Format_RGB32);
         image.fill(Qt::yellow);
@@ -64,7 +65,7 @@ TEST_F(MovieControl, StaysEmptyWhenTheFileIsNone) {
     for (const auto& path : paths) {
         play(MovieFile().tag(Tag::SetBackgroundColor, Bits().rgb(green)).show());
         EXPECT_EQ(at(100, 50), green);
-        control.setMovie(path);
+        set(control, path);
         EXPECT_EQ(control.Movie(), path);
         EXPECT_EQ(at(100, 50), yellow);
         EXPECT_FALSE(control.isAwake());
@@ -135,7 +136,7 @@ TEST_F(MovieControl, RestsWhileItCannotBeSeen) {
 TEST_F(MovieControl, RestsWhileItsParentCannotBeSeen) {
     QWidget window;
     auto* const child = new ShockwaveFlash(&window);
-    child->setMovie(save(MovieFile().show(2).file()));
+    set(*child, save(MovieFile().show(2).file()));
     EXPECT_FALSE(child->isAwake());
     window.show();
     EXPECT_TRUE(child->isAwake());
@@ -193,7 +194,7 @@ TEST_F(MovieControl, MayBeEndedByTheReceiverOfACommand) {
         ++calls;
         movie.reset();
     };
-    movie->setMovie(save(buttonMovie().file()));
+    set(*movie, save(buttonMovie().file()));
     EXPECT_TRUE(movie->key(Qt::Key_Space));
     EXPECT_EQ(calls, 1);
     EXPECT_EQ(movie, nullptr);
@@ -203,7 +204,7 @@ TEST_F(MovieControl, MayPlayAnotherMovieWhenOneTellsSomething) {
     const auto next =
         save(MovieFile().tag(Tag::SetBackgroundColor, Bits().rgb(blue)).show().file(), "next.swf");
     control.FSCommand = [&](std::string_view, std::string_view) { control.setMovie(next); };
-    control.setMovie(save(MovieFile().actions(command("a")).actions(command("b")).show().file()));
+    set(control, save(MovieFile().actions(command("a")).actions(command("b")).show().file()));
     EXPECT_EQ(control.Movie(), next);
     EXPECT_EQ(at(100, 50), blue);
 }
