@@ -37,22 +37,19 @@ Times drawn(Screening& screen, double scale) {
     return times;
 }
 
-/// Whether what is promised holds: counts within half and double of the real time (of whole frames
-/// that are long enough to be measured; where one is cut the clock decides), no frame above 10 ms,
-/// none below 5 ms cut.
+/// Whether what is promised holds: no frame above 10 ms, none below 5 ms cut. The counts only say
+/// what may begin between two looks at the clock, so they need not be near.
 bool print(const std::string& name, double scale, const Times& times) {
-    constexpr double measurable = 0.2;
-    const double ratio = times.counted / times.real;
-    const bool close = times.cut || times.real < measurable || (ratio > 0.5 && ratio < 2);
-    const bool bounded = times.real <= 10 && !(times.cut && times.real < 5);
+    const bool held = times.real <= 10 && !(times.cut && times.real < 5);
     std::printf("%-36s %4.0f %8.2f %8.2f %6.2f  %-4s%s\n", name.c_str(), scale, times.counted,
-                times.real, ratio, times.cut ? "cut" : "", close && bounded ? "" : " MISSED");
-    return close && bounded;
+                times.real, times.counted / times.real, times.cut ? "cut" : "",
+                held ? "" : " MISSED");
+    return held;
 }
 
 }  // namespace
 
-/// Holds what drawing is counted to cost against the processor time that it takes.
+/// Shows the processor time that drawing takes, and what it was counted to take.
 int main(int argc, char* argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);

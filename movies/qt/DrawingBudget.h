@@ -59,7 +59,7 @@ enum class PictureScaling {
 };
 
 /// What drawing takes, in the unit of the budget: of things of any size, and on a surface of which
-/// only a part is seen. bench/movies holds these counts against real times.
+/// only a part is seen. bench/movies shows them beside real times.
 class DrawingCosts {
 public:
     static constexpr double instance = 60;
