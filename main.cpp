@@ -126,7 +126,7 @@ int main(int argc, char* argv[]) {
     FormHolder<frmoptions> options(FormLife::UntilClosed, [&] {
         return std::make_unique<frmoptions>(frmoptions::Parts{settings, title, *registry,
                                                               *messageBox, *otherWindows, *client,
-                                                              [&help] { help.Show(); }});
+                                                              *clock, [&help] { help.Show(); }});
     });
     FormHolder<frmnotes> notesForm(FormLife::WholeRun,
                                    [&] { return std::make_unique<frmnotes>(notes, *messageBox); });

@@ -13,6 +13,7 @@
 #include "ui/toasts/frmpopup.h"
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QPixmap>
 #include <QTest>
 
@@ -51,6 +52,12 @@ void showToast(Album& album) {
     toast.Label1.setText("Your nick name has been changed to:\r\nAnn (at home)");
     toast.Image1.setHovered(true);
     album.add(toast, "toast");
+    toast.Label1.setText(
+        "Zo\u00EB \u041F\u0440\u0438\u0432\u0435\u0442 \u0645\u0631\u062D\u0628\u0627 "
+        "\u05E9\u05DC\u05D5\u05DD \u4F60\u597D \U0001F600 has opened a conversation window, "
+        "and says more than a toast has room for, so that its last line ends in an ellipsis.");
+    toast.Image1.setHovered(false);
+    album.add(toast, "toast-long");
 }
 
 void showLog(Album& album) {
@@ -69,6 +76,37 @@ void showLog(Album& album) {
     log.show();
     log.List1.setCurrentIndex(log.List1.model()->index(1, 0));
     album.add(log, "log");
+}
+
+void showBoxes(Album& album) {
+    const auto boxes = makeMessageBox();
+    QWidget window;
+    window.show();
+    const auto add = [&](const std::string& name) {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        album.add(*box, name);
+        box->close();
+    };
+    boxes->question(window.winId(), "Are you sure you want to clear the log?", {});
+    add("box-question");
+    boxes->information(window.winId(),
+                       "You are about to be signed out of MSN Messenger.\r\n\r\n"
+                       "Please click \"OK\" once you are fully signed out of MSN Messenger.",
+                       {});
+    add("box-information");
+    boxes->exclamation(window.winId(), "Please select a note to edit.");
+    add("box-exclamation");
+    boxes->critical(window.winId(), "Please select some settings before running Cobweave", {});
+    add("box-critical");
+}
+
+void showEmpty(Album& album) {
+    FakeFacilities facilities;
+    FakeMessageBox boxes;
+    frmlog log(facilities.clock, boxes);
+    album.add(log, "log-empty");
+    frmnotes notes(facilities.notes, boxes);
+    album.add(notes, "notes-empty");
 }
 
 void showNotes(Album& album) {
@@ -115,7 +153,14 @@ void showOptions(Album& album) {
         facilities.settings.WriteSetting("Options", key, "True");
     }
     facilities.settings.WriteSetting("Options", "progress", "1");
-    frmoptions form({facilities.settings, title, facilities.registry, boxes, others, client, {}});
+    frmoptions form({facilities.settings,
+                     title,
+                     facilities.registry,
+                     boxes,
+                     others,
+                     client,
+                     facilities.clock,
+                     {}});
     showPages(album, form, "options", {0, 1, 2, 4, 5});
 }
 
@@ -139,6 +184,8 @@ int main(int argc, char* argv[]) {
     look::apply();
     Album album(argc > 1 ? argv[1] : ".");
     showToast(album);
+    showBoxes(album);
+    showEmpty(album);
     showLog(album);
     showNotes(album);
     showOptions(album);

@@ -1,9 +1,17 @@
 #include "ui/about/frmabout.h"
 
 #include "platform/Folders.h"
+#include "ui/common/roles.h"
+
+#include <QApplication>
 
 frmabout::frmabout() : Form("Cobweave - About", 7410, 4065) {
     fixSize();
+    roles::set(ShockwaveFlash1, QAccessible::StaticText);
+    ShockwaveFlash1.setAccessibleName("Cobweave, version " + QApplication::applicationVersion() +
+                                      ". A companion for MSN Messenger 6: a small proxy that gives "
+                                      "it the features it lacks.");
+    setAccessibleDescription(ShockwaveFlash1.accessibleName());
     ShockwaveFlash1.setExactFit(true);
     ShockwaveFlash1.setMovie(folders::movie("about.swf"));
     Command1.setAutoDefault(true);

@@ -101,7 +101,9 @@ QSize FlashButton::sizeHint() const { return {pixels(2550), pixels(510)}; }
 
 void FlashButton::makeWhite() {
     QPalette colors = palette();
-    colors.setColor(QPalette::Window, Qt::white);
+    // A button's ground is that of its own role, not the window's.
+    for (const auto role : {QPalette::Window, backgroundRole()})
+        colors.setColor(role, look::page);
     setPalette(colors);
     setAutoFillBackground(true);
 }

@@ -2,6 +2,7 @@
 
 #include "platform/qt/waitingBoxes.h"
 #include "ui/common/look.h"
+#include "ui/common/roles.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -12,6 +13,7 @@ Form::Form(const char* caption, int width, int height) {
     look::beforeWindows();
     setWindowTitle(caption);
     resize(pixels(width), pixels(height));
+    roles::set(*this, QAccessible::Window);
 }
 
 void Form::present() {
@@ -27,6 +29,7 @@ void Form::fixSize() {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     setFixedSize(size());
+    roles::set(*this, QAccessible::Dialog);
 }
 
 void Form::closeEvent(QCloseEvent* event) {

@@ -3,12 +3,14 @@
 #include "base/userText.h"
 #include "ui/common/Form.h"
 #include "ui/common/look.h"
+#include "ui/common/roles.h"
 #include "ui/common/shownText.h"
 
 #include <QApplication>
 #include <QIcon>
 #include <QLinearGradient>
 #include <QPainter>
+#include <QTextLayout>
 #include <QTextOption>
 
 namespace {
@@ -30,6 +32,10 @@ void TextLabel::setHeading(bool heading) {
     setFont(ownFont);
 }
 
+PlainLabel::PlainLabel(QWidget* parent) : QWidget(parent) {
+    roles::set(*this, QAccessible::StaticText);
+}
+
 void PlainLabel::setText(std::string_view newText) {
     whole = newText;
     shown = shownText(userText::beginning(newText, mostShown));
@@ -38,10 +44,49 @@ void PlainLabel::setText(std::string_view newText) {
 }
 
 void PlainLabel::paintEvent(QPaintEvent* /*event*/) {
+    const QRectF room = QRectF(rect()).marginsRemoved(margins);
+    const QFontMetricsF metrics(font());
+    const double pitch = metrics.lineSpacing();
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    QPainter(this).drawText(QRectF(rect()), shown, option);
+    QPainter painter(this);
+    double top = room.top();
+    const QStringList paragraphs = shown.split('\n');
+    for (const QString& paragraph : paragraphs) {
+        QTextLayout layout(paragraph, font());
+        layout.setTextOption(option);
+        layout.beginLayout();
+        for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+            line.setLineWidth(room.width());
+            const bool endsParagraph = line.textStart() + line.textLength() >= paragraph.size();
+            const bool isWhole = endsParagraph && &paragraph == &paragraphs.last();
+            QString text = paragraph.mid(line.textStart(), line.textLength());
+            const QRectF place(room.left(), top, room.width(), pitch);
+            top += pitch;
+            const bool isLast = top + pitch > room.bottom() + 0.5;
+            if (isLast && !isWhole) {
+                text = paragraph.mid(line.textStart());
+                if (endsParagraph) text += QChar(0x2026);
+                text = metrics.elidedText(text, Qt::ElideRight, room.width());
+            }
+            painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, text);
+            if (isLast) {
+                layout.endLayout();
+                return;
+            }
+        }
+        layout.endLayout();
+    }
 }
+
+LineLabel::LineLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+
+void LineLabel::paintEvent(QPaintEvent* /*event*/) {
+    const QString line = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+    QPainter(this).drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, line);
+}
+
+Banner::Banner(QWidget* parent) : QWidget(parent) { roles::set(*this, QAccessible::StaticText); }
 
 void Banner::setText(const QString& newSubject) {
     subject = newSubject;
@@ -64,6 +109,10 @@ void Banner::paintEvent(QPaintEvent* /*event*/) {
                      subject);
     painter.setPen(look::line);
     painter.drawLine(rect().bottomLeft(), rect().bottomRight());
+}
+
+PageTitle::PageTitle(QWidget* parent) : QWidget(parent) {
+    roles::set(*this, QAccessible::StaticText);
 }
 
 void PageTitle::setSubject(const QString& newSubject, Drawing newDrawing) {

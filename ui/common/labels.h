@@ -20,11 +20,13 @@ public:
 };
 
 /// A transparent label for text that peers have sent: shown as it is, whatever it holds, and
-/// wrapped where it must be. What does not fit is cut off.
+/// wrapped where it must be. The last line that fits ends in an ellipsis where there is more.
 class PlainLabel : public QWidget {
 public:
-    using QWidget::QWidget;
+    explicit PlainLabel(QWidget* parent = nullptr);
 
+    /// How far the text stays from the edges, in pixels.
+    void setMargins(const QMargins& newMargins) { margins = newMargins; }
     /// Takes a text of any length; the label shows as much as it has room for.
     void setText(std::string_view newText);
     /// The whole text, as it was set.
@@ -36,12 +38,22 @@ protected:
 private:
     std::string whole;
     QString shown;
+    QMargins margins;
+};
+
+/// A text in one line, as it is. What does not fit ends in an ellipsis.
+class LineLabel : public QLabel {
+public:
+    explicit LineLabel(QWidget* parent);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 };
 
 /// The band at the top of a window, with the program's icon and the window's subject.
 class Banner : public QWidget {
 public:
-    using QWidget::QWidget;
+    explicit Banner(QWidget* parent);
 
     /// Sets the subject, which is also the name for assistive programs.
     void setText(const QString& newSubject);
@@ -56,7 +68,7 @@ private:
 /// The band at the top of a page, with a small picture and the page's subject.
 class PageTitle : public QWidget {
 public:
-    using QWidget::QWidget;
+    explicit PageTitle(QWidget* parent);
 
     /// Sets both; the subject is also the name for assistive programs.
     void setSubject(const QString& newSubject, Drawing newDrawing);

@@ -1,6 +1,7 @@
 #include "ui/common/look.h"
 
 #include "ui/common/Style.h"
+#include "ui/common/roles.h"
 
 #include <QApplication>
 #include <QFont>
@@ -112,6 +113,7 @@ void apply() {
 
     QApplication::setWindowIcon(QIcon(new LateIcon));
 
+    roles::apply();
     firstWidget = new FirstWidget(qApp);
     qApp->installEventFilter(firstWidget);
 }

@@ -129,8 +129,9 @@ void LogLineDelegate::makeRoomFor(std::string_view utf8) {
 }
 
 QSize LogLineDelegate::sizeHint(const QStyleOptionViewItem& option,
-                                const QModelIndex& /*index*/) const {
-    return {static_cast<int>(std::ceil(widest)) + 2 * look::gap, option.fontMetrics.height() + 3};
+                                const QModelIndex& index) const {
+    const int width = static_cast<int>(std::ceil(widest)) + 2 * look::gap;
+    return {width, RowDelegate::sizeHint(option, index).height()};
 }
 
 frmlog::frmlog(Clock& clock, MessageBox& messageBox)
@@ -139,6 +140,9 @@ frmlog::frmlog(Clock& clock, MessageBox& messageBox)
     Frame2.setDrawing(paintSweep);
     Frame3.setDrawing(paintCross);
     List1.setAccessibleName("Log");
+    List1.setHint(
+        "Nothing has happened yet. Contacts who come, go and open conversations are listed here, "
+        "if the alerts in the options are on.");
     List1.setUniformItemSizes(true);
     List1.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     List1.setItemDelegate(&delegate);

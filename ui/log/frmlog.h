@@ -2,12 +2,12 @@
 
 #include "ui/common/Form.h"
 #include "ui/common/labels.h"
+#include "ui/common/lists.h"
 #include "ui/common/pictures.h"
 
 #include <QAbstractListModel>
 #include <QListView>
 #include <QPushButton>
-#include <QStyledItemDelegate>
 #include <QTimer>
 
 #include <array>
@@ -56,7 +56,7 @@ private:
 
 /// Gives all lines of the log the size of the widest: asking each line for its own would make a
 /// long log slow.
-class LogLineDelegate : public QStyledItemDelegate {
+class LogLineDelegate : public RowDelegate {
 public:
     LogLineDelegate();
 
@@ -84,7 +84,7 @@ public:
     frmlog(Clock& clock, MessageBox& messageBox);
 
     Placed<Banner> Image4{this, "Image4", {0, 0, 6360, 900}, "Log"};
-    Placed<QListView> List1{this, "List1", {120, 960, 6135, 1590}};
+    Placed<Hinted<QListView>> List1{this, "List1", {120, 960, 6135, 1590}};
     Placed<Picture> Frame1{this, "Frame1", {180, 2850, 255, 255}};
     Placed<QPushButton> Command3{
         this, "Command3", {480, 2760, 2535, 375}, "Copy Selected Item To Clipboard"};

@@ -56,24 +56,24 @@ int NoteList::selectedRow() const {
 QItemSelectionModel::SelectionFlags NoteList::selectionCommand(const QModelIndex& index,
                                                                const QEvent* event) const {
     if (!index.isValid()) return QItemSelectionModel::NoUpdate;
-    const auto command = QListWidget::selectionCommand(index, event);
+    const auto command = Hinted::selectionCommand(index, event);
     return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate
                                                            : command;
 }
 
 void NoteList::mousePressEvent(QMouseEvent* event) {
     isEntryPressed = indexAt(event->position().toPoint()).isValid();
-    QListWidget::mousePressEvent(event);
+    Hinted::mousePressEvent(event);
 }
 
 void NoteList::mouseReleaseEvent(QMouseEvent* event) {
-    QListWidget::mouseReleaseEvent(event);
+    Hinted::mouseReleaseEvent(event);
     if (event->button() == Qt::LeftButton && isEntryPressed && selectedRow() >= 0) Click();
 }
 
 void NoteList::keyPressEvent(QKeyEvent* event) {
     const int before = selectedRow();
-    QListWidget::keyPressEvent(event);
+    Hinted::keyPressEvent(event);
     if (selectedRow() != before && selectedRow() >= 0) Click();
 }
 
@@ -83,6 +83,10 @@ frmnotes::frmnotes(NotesStore& notes, MessageBox& messageBox)
     Text1.setTabChangesFocus(true);
     Text1.installEventFilter(this);
     List1.setUniformItemSizes(true);
+    List1.setItemDelegate(&rowDelegate);
+    List1.setHint(
+        "There are no notes yet. Type \"!note\" and a text into a conversation window to add one.");
+    Text1.setPlaceholderText("Select a note above to read or to change it.");
     List1.Click = [this] { List1_Click(); };
     connect(&List1, &QListWidget::itemSelectionChanged, this,
             [this] { selectionMayHaveChanged(); });

@@ -3,6 +3,7 @@
 #include "base/Event.h"
 #include "ui/common/Form.h"
 #include "ui/common/labels.h"
+#include "ui/common/lists.h"
 
 #include <QGroupBox>
 #include <QListWidget>
@@ -16,12 +17,12 @@ class MessageBox;
 class NotesStore;
 
 /// A list of which one entry at most is selected; only choosing another one changes that.
-class NoteList : public QListWidget {
+class NoteList : public Hinted<QListWidget> {
 public:
     /// The user has chosen an entry, by mouse or key, perhaps the same one again.
     Event<> Click;
 
-    using QListWidget::QListWidget;
+    using Hinted::Hinted;
 
     /// -1 when no entry is selected. The current one, which has the focus frame, may not be.
     [[nodiscard]] int selectedRow() const;
@@ -62,6 +63,7 @@ private:
 
     NotesStore& notes;
     MessageBox& messageBox;
+    RowDelegate rowDelegate;
     Banner banner{this};
     QGroupBox Frame1{"Select A Note", this};
     NoteList List1{&Frame1};

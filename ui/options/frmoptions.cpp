@@ -3,10 +3,12 @@
 #include "desktop/frmTitle.h"
 #include "desktop/mdlFunctions.h"
 #include "platform/Client.h"
+#include "platform/Clock.h"
 #include "platform/ForeignWindows.h"
 #include "platform/MessageBox.h"
 #include "platform/Registry.h"
 #include "platform/qt/text.h"
+#include "ui/common/look.h"
 #include "ui/common/shownText.h"
 #include "ui/options/optionPictures.h"
 #include "ui/options/optionsDesign.h"
@@ -19,7 +21,6 @@
 #include <utility>
 
 frmoptions::frmoptions(const Parts& parts) : PagedForm(optionsDesign::window), parts(parts) {
-    move(screen()->availableGeometry().center() - rect().center());
     addTexts();
     connectControls();
     playMovies();
@@ -30,12 +31,38 @@ frmoptions::frmoptions(const Parts& parts) : PagedForm(optionsDesign::window), p
     }
     showOptions();
     Check1_Click();
+    showSample();
     Text1.setCursorPosition(static_cast<int>(Text1.text().size()));
 }
 
 void frmoptions::addTexts() {
     for (const auto& [index, captions] : optionsDesign::captions)
         addCaptions(page(index), captions);
+    const std::pair<QAbstractButton&, const char*> headings[] = {
+        {Check1, "Sign In Progress"},
+        {Check2, "Timestamp Messages"},
+        {Check3, "Window Rename"},
+        {mw, "Show in"},
+        {ti, "Show in"},
+        {fn, "Label Contact By"},
+        {address, "Label Contact By"},
+        {red, "Color"},
+        {black, "Color"},
+    };
+    for (const auto& [control, heading] : headings)
+        nameAfter(heading, control);
+    const std::pair<QWidget&, const char*> tips[] = {
+        {fn, "Alerts name contacts by their nick names."},
+        {address, "Alerts name contacts by their addresses."},
+        {Check1, "Shows how far a sign-in has come, in the places below."},
+        {mw, "Shows it in the title bar of Messenger's main window."},
+        {ti, "Shows it when the mouse rests on Cobweave's icon in the notification area."},
+        {Check2, "Puts the time behind what your contacts say."},
+        {Check3, "Gives Messenger's main window a title of your own, at once."},
+        {Text1, "The title. It takes effect while you type; Cancel does not take it back."},
+    };
+    for (const auto& [control, tip] : tips)
+        control.setToolTip(tip);
     Text1.setAccessibleName("Window Caption");
     for (const mdlFunctions::Status& status : mdlFunctions::statuses)
         Combo1.addItem(toQString(status.name));
@@ -52,6 +79,14 @@ void frmoptions::addTexts() {
 void frmoptions::connectControls() {
     connect(&Check1, &QCheckBox::toggled, this, [this] { Check1_Click(); });
     connect(&Check3, &QCheckBox::toggled, this, [this] { Check3_Click(); });
+    for (QLineEdit* const bracket :
+         {static_cast<QLineEdit*>(&prefix), static_cast<QLineEdit*>(&postfix)}) {
+        connect(bracket, &QLineEdit::textChanged, this, [this] { showSample(); });
+    }
+    for (QAbstractButton* const button :
+         {static_cast<QAbstractButton*>(&red), static_cast<QAbstractButton*>(&Check2)}) {
+        connect(button, &QAbstractButton::toggled, this, [this] { showSample(); });
+    }
     connect(&Text1, &QLineEdit::textChanged, this, [this] { Text1_Change(); });
     connect(&Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
     connect(&Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
@@ -101,6 +136,43 @@ void frmoptions::completePair() {
     if (!prefix.text().isEmpty() && !postfix.text().isEmpty()) return;
     prefix.setText(options::usualPrefix);
     postfix.setText(options::usualPostfix);
+}
+
+/// What a contact's text will look like, with the pair that OK would save.
+void frmoptions::showSample() {
+    const bool isPair = !prefix.text().isEmpty() && !postfix.text().isEmpty();
+    const QString time = (isPair ? prefix.text() : options::usualPrefix) +
+                         toQString(parts.clock.timeText()) +
+                         (isPair ? postfix.text() : options::usualPostfix);
+    QString shown = "Hello";
+    if (Check2.isChecked() && Picture3.isHidden()) {
+        shown += ' ' + time.toHtmlEscaped();
+    } else if (Check2.isChecked()) {
+        const QColor color = red.isChecked() ? look::alert : QColor(Qt::black);
+        shown += " <b style=\"color:" + color.name() + "\">" + time.toHtmlEscaped() + "</b>";
+    }
+    sample.setTextFormat(Qt::RichText);
+    sample.setText(shown);
+}
+
+/// In the middle of the desktop, with the frame, whose size is known only some time after the
+/// window is shown.
+void frmoptions::center() {
+    const QRect area = screen()->availableGeometry();
+    const QPoint off = area.center() - frameGeometry().center();
+    if (off.manhattanLength() > 1) move(frameGeometry().topLeft() + off);
+}
+
+void frmoptions::showEvent(QShowEvent* event) {
+    PagedForm::showEvent(event);
+    if (!isCentered) center();
+}
+
+void frmoptions::moveEvent(QMoveEvent* event) {
+    PagedForm::moveEvent(event);
+    if (isCentered || !isVisible() || frameGeometry() == geometry()) return;
+    isCentered = true;
+    center();
 }
 
 void frmoptions::Check1_Click() {
@@ -185,9 +257,12 @@ void frmoptions::closeEvent(QCloseEvent* event) {
     PagedForm::closeEvent(event);
 }
 
-/// A key that no control has handled does nothing here: Escape may be pressed by accident, and all
-/// changes would be lost.
-void frmoptions::keyPressEvent(QKeyEvent* event) { event->accept(); }
+/// A key that no control has handled does nothing but Escape, which is as Cancel; nor does that on
+/// a first run, which it cannot end.
+void frmoptions::keyPressEvent(QKeyEvent* event) {
+    event->accept();
+    if (event->key() == Qt::Key_Escape && !RestartMessenger) close();
+}
 
 void frmoptions::keyReleaseEvent(QKeyEvent* event) { event->accept(); }
 

@@ -1,6 +1,7 @@
 #include "ui/options/optionControls.h"
 
 #include "platform/qt/text.h"
+#include "ui/common/lists.h"
 #include "ui/common/look.h"
 
 #include <QCompleter>
@@ -31,8 +32,10 @@ public:
 Toggle::Toggle(QWidget* parent) : QAbstractButton(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
+    // So that assistive programs take it for what it is.
+    setCheckable(true);
     setOn(false);
-    connect(this, &QAbstractButton::clicked, this, [this] { setOn(!isOn()); });
+    connect(this, &QAbstractButton::toggled, this, [this](bool on) { setOn(on); });
 }
 
 void Toggle::setHeading(const QString& newHeading) {
@@ -46,6 +49,7 @@ void Toggle::setOn(bool on) {
     setPalette(colors);
     setText(on ? "Enabled" : "Disabled");
     name();
+    setChecked(on);
 }
 
 bool Toggle::isOn() const { return palette().color(QPalette::WindowText) == onColor; }
@@ -54,12 +58,25 @@ void Toggle::name() { setAccessibleName(heading.isEmpty() ? text() : heading + "
 
 void Toggle::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    // Leaves room for the ring at the left.
+    const QRectF track(5, (height() - 13) / 2.0, 25, 13);
+    const double radius = track.height() / 2;
+    const QPointF knob(isOn() ? track.right() - radius : track.left() + radius, track.center().y());
+    painter.setPen(QPen(isOn() ? look::accent : offColor, 1.2));
+    painter.setBrush(isOn() ? look::accent : look::page);
+    painter.drawRoundedRect(track, radius, radius);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isOn() ? look::page : offColor);
+    painter.drawEllipse(knob, radius - 2.5, radius - 2.5);
+
     QFont ownFont = font();
     ownFont.setUnderline(underMouse());
     painter.setFont(ownFont);
-    painter.setPen(palette().color(QPalette::WindowText));
-    // Leaves room for the ring at the left.
-    painter.drawText(rect().adjusted(5, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text());
+    // Pure red is too light for letters.
+    painter.setPen(isOn() ? onColor : look::alert);
+    painter.drawText(QRectF(rect()).adjusted(track.right() + 7, 0, 0, 0),
+                     Qt::AlignLeft | Qt::AlignVCenter, text());
     if (hasFocus()) look::paintFocusRing(painter, QRectF(rect()));
 }
 
@@ -71,6 +88,7 @@ StatusBox::StatusBox(QWidget* parent) : QComboBox(parent) {
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
     setCompleter(nullptr);
+    setItemDelegate(new RowDelegate(this));
 }
 
 void StatusBox::keyPressEvent(QKeyEvent* event) {
@@ -89,4 +107,15 @@ BracketBox::BracketBox(QWidget* parent) : QLineEdit(parent) {
 
 void nameAfter(const QString& heading, QWidget& control) { control.setAccessibleName(heading); }
 
+void nameAfter(const QString& heading, QAbstractButton& control) {
+    control.setAccessibleName(heading + ": " + control.text());
+}
+
 void nameAfter(const QString& heading, Toggle& control) { control.setHeading(heading); }
+
+void TitleBox::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    // The Tab key selects all, and the next letter would replace it, at once and for good.
+    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)
+        end(false);
+}

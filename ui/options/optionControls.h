@@ -7,8 +7,8 @@
 #include <QComboBox>
 #include <QLineEdit>
 
-/// A switch that is one word: a click or the space bar changes it. Its state is the colour of its
-/// text and nothing else.
+/// A switch: a knob and one word, which a click or the space bar changes. Its state is the colour
+/// of its text, as its palette has it, and nothing else.
 class Toggle : public QAbstractButton {
 public:
     explicit Toggle(QWidget* parent);
@@ -50,15 +50,27 @@ public:
     explicit BracketBox(QWidget* parent);
 };
 
+/// The box of the title that takes effect while it is typed.
+class TitleBox : public QLineEdit {
+public:
+    using QLineEdit::QLineEdit;
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+};
+
 /// The heading that a control stands beside or below.
 struct Heading {
     const char* name;
     Twips place;
     const char* text;
+    /// What the control does, in a sentence, for those who rest the mouse on either.
+    const char* tip = "";
 };
 
 /// Names a control for assistive programs by its heading.
 void nameAfter(const QString& heading, QWidget& control);
+void nameAfter(const QString& heading, QAbstractButton& control);
 void nameAfter(const QString& heading, Toggle& control);
 
 /// A control with its heading.
@@ -69,7 +81,10 @@ public:
         : Placed<Control>(page, name, place),
           heading(page, design.name, design.place, design.text) {
         heading.setHeading(true);
+        heading.setBuddy(this);
         nameAfter(heading.text(), *this);
+        heading.setToolTip(design.tip);
+        this->setToolTip(design.tip);
     }
 
     Placed<TextLabel> heading;

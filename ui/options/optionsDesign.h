@@ -32,12 +32,16 @@ inline constexpr std::array<Caption, 2> signingIn{{
     {"Label7", {180, 2505, 2700, 225}, "Show in:", true},
 }};
 
+inline constexpr std::array<Caption, 1> timestamps{{
+    {"LabelSample", {180, 3030, 900, 225}, "Sample", true},
+}};
+
 inline constexpr std::array<Caption, 1> alerts{{
     {"Label17", {180, 960, 4965, 225}, "Change the way you are alerted on contact actions."},
 }};
 
 /// By page.
-inline constexpr std::array<std::pair<int, std::span<const Caption>>, 3> captions{
-    {{0, general}, {1, signingIn}, {4, alerts}}};
+inline constexpr std::array<std::pair<int, std::span<const Caption>>, 4> captions{
+    {{0, general}, {1, signingIn}, {2, timestamps}, {4, alerts}}};
 
 }  // namespace optionsDesign

@@ -3,6 +3,7 @@
 #include "desktop/mdlFunctions.h"
 #include "platform/EventLoop.h"
 #include "ui/common/look.h"
+#include "ui/common/roles.h"
 #include "ui/common/shownText.h"
 #include "ui/toasts/toastPlaces.h"
 
@@ -56,6 +57,11 @@ frmpopup::frmpopup(EventLoop& loop, OwnWindows& windows)
     setFixedSize(pixels(toastPlaces::width), pixels(toastPlaces::height));
     setMouseTracking(true);
 
+    roles::set(*this, QAccessible::AlertMessage);
+    setAccessibleName(windowTitle());
+
+    // Clear of the link above and of the edge at the right.
+    Label1.setMargins({0, 6, 4, 0});
     Label1.setMouseTracking(true);
     Label1.installEventFilter(this);
     // The label overlaps the text below it; its letters, at the top, do not.
@@ -72,6 +78,9 @@ frmpopup::frmpopup(EventLoop& loop, OwnWindows& windows)
     Image1.setMouseTracking(true);
     Image1.setCursor(Qt::PointingHandCursor);
     Image1.setAccessibleName("Close");
+    roles::set(Image1, QAccessible::Button);
+    roles::set(Label2, QAccessible::Link);
+    Label2.setAccessibleName(Label2.text());
     Image1.installEventFilter(this);
     Label1.setCursor(Image1.cursor());
 
@@ -152,5 +161,5 @@ void frmpopup::paintEvent(QPaintEvent* /*event*/) {
     painter.setFont(title);
     painter.setPen(look::text);
     painter.drawText(QRect(30, 4, 120, 20), Qt::AlignVCenter, QApplication::applicationName());
-    paintCross(painter, QRectF(Image1.geometry()), look::line);
+    paintCross(painter, QRectF(Image1.geometry()), look::mark);
 }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QPointer>
 #include <QPushButton>
 
@@ -30,6 +31,27 @@ TEST(AboutWindow, PlaysItsMovieAndClosesByItsButton) {
     click(button);
     EXPECT_EQ(windowOf(aboutCaption), nullptr);
     EXPECT_TRUE(comesTrue([&] { return window.isNull(); }));
+}
+
+TEST(AboutWindow, SaysItsTextToThoseWhoCannotSeeIt) {
+    FormHolder<frmabout> about(FormLife::UntilClosed);
+    about.Show();
+    QWidget& window = *windowOf(aboutCaption);
+    QAccessibleInterface* const movie =
+        QAccessible::queryAccessibleInterface(&named<ShockwaveFlash>(window, "ShockwaveFlash1"));
+    EXPECT_EQ(movie->role(), QAccessible::StaticText);
+    EXPECT_TRUE(movie->text(QAccessible::Name).contains("MSN Messenger 6"));
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&window)->role(), QAccessible::Dialog);
+}
+
+TEST(AboutWindow, RestsAfterItsPlay) {
+    FormHolder<frmabout> about(FormLife::UntilClosed);
+    about.Show();
+    auto& movie = named<ShockwaveFlash>(*windowOf(aboutCaption), "ShockwaveFlash1");
+    // Small pictures take less of the processor.
+    movie.resize(40, 20);
+    EXPECT_TRUE(comesTrue([&] { return !movie.isReading() && !movie.isAwake(); }));
+    EXPECT_GT(movie.framesPlayed(), 90);
 }
 
 TEST(AboutWindow, ClosesByEscapeAndByEnterOnItsButton) {

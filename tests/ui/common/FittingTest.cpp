@@ -61,6 +61,21 @@ TEST_F(Fitting, AToastHasRoomForItsLink) {
     expectFits(form);
     const int letters = form.Label2.y() + form.Label2.fontMetrics().height();
     EXPECT_LE(letters, form.Label1.y());
+    // The text is clear of the link above it, and of the edge at the right.
+    form.Label1.setText(std::string(400, 'H'));
+    const QImage text = form.Label1.grab().toImage().convertToFormat(QImage::Format_ARGB32);
+    const double scale = text.devicePixelRatio();
+    int top = text.height();
+    int right = 0;
+    for (int y = 0; y < text.height(); ++y) {
+        for (int x = 0; x < text.width(); ++x) {
+            if (text.pixelColor(x, y).lightness() > 120) continue;
+            top = std::min(top, y);
+            right = std::max(right, x);
+        }
+    }
+    EXPECT_GE(form.Label1.y() + top / scale - letters, 6);
+    EXPECT_GE(form.width() - form.Label1.x() - right / scale, 6);
 }
 
 TEST_F(Fitting, EveryControlHasANameForThoseWhoCannotSeeIt) {

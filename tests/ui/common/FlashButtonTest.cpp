@@ -112,6 +112,13 @@ TEST_F(Button, DrawsNothingAndCannotBePressedWithoutItsMovie) {
     }
 }
 
+TEST_F(Button, IsWhiteUpToItsCornersWhereItsGroundIsWhite) {
+    button.setWhiteBG(true);
+    const QImage face = button.grab().toImage();
+    EXPECT_EQ(face.pixelColor(0, 0), QColor(Qt::white));
+    EXPECT_EQ(face.pixelColor(face.width() - 1, face.height() - 1), QColor(Qt::white));
+}
+
 TEST_F(Button, ShowsItsMovieItsCaptionAndItsIcon) {
     EXPECT_EQ(button.b1.Movie(), folders::movie("button.swf"));
     EXPECT_EQ(button.b1.size(), button.size());

@@ -75,6 +75,14 @@ TEST(PlainLabel, WrapsWordsAndWhatIsLongerThanALine) {
     EXPECT_TRUE(reachesBelow(pictureOf("some words that are longer than the label is wide"), 18));
 }
 
+TEST(PlainLabel, EndsInAnEllipsisWhereThereIsMore) {
+    // The label has room for five lines.
+    const std::string lines = "1\r\n2\r\n3\r\n4\r\n5";
+    EXPECT_NE(pictureOf(lines), pictureOf(lines + "\r\n6"));
+    EXPECT_EQ(pictureOf(lines + "\r\n6"), pictureOf("1\r\n2\r\n3\r\n4\r\n5\u2026"));
+    EXPECT_EQ(pictureOf(lines + "\r\n6"), pictureOf(lines + "\r\n7\r\n8"));
+}
+
 TEST(PlainLabel, KeepsLineBreaks) { EXPECT_TRUE(reachesBelow(pictureOf("a\r\nb"), 18)); }
 
 TEST(PlainLabel, KeepsTheWholeTextWhateverItShows) {

@@ -185,6 +185,15 @@ TEST_F(LogWindow, ShowsControlCharactersAsBoxesAndCopiesThemAsTheyAre) {
     EXPECT_EQ(QApplication::clipboard()->text(), "\x01\x02\n<b>x</b> (12:30:05)");
 }
 
+TEST_F(LogWindow, SaysWhatFillsItWhileItIsEmpty) {
+    frmlog& form = show();
+    const QImage empty = form.List1.grab().toImage();
+    EXPECT_FALSE(form.List1.accessibleDescription().isEmpty());
+    log.load().AddItem("first");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return lines(form).size() == 1; }));
+    EXPECT_NE(form.List1.grab().toImage(), empty);
+}
+
 TEST_F(LogWindow, ShowsAndCopiesAllScripts) {
     const std::string names = "Zo\u00EB \u041F\u0440\u0438 \u05E9\u05DC \u4F60\u597D \U0001F600";
     log.load().AddItem(names);

@@ -144,6 +144,22 @@ TEST_F(NotesWindow, SavingKeepsEveryByteOfANote) {
 constexpr const char* scripts =
     "Zo\u00EB \u0159 \u041F\u0440\u0438 \u0645\u0631\u062D \u05E9\u05DC \u4F60\u597D \U0001F600";
 
+TEST_F(NotesWindow, TheFirstRowLooksAsTheOthersUntilItIsChosen) {
+    frmnotes& form = showWith({"same", "same"});
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    listOf(form)->setFocus();
+    ASSERT_TRUE(listOf(form)->currentIndex().isValid());
+    const auto row = [&](int number) {
+        return listOf(form)
+            ->viewport()
+            ->grab(listOf(form)->visualItemRect(listOf(form)->item(number)))
+            .toImage();
+    };
+    EXPECT_EQ(row(0), row(1));
+    click(form, 0);
+    EXPECT_NE(row(0), row(1));
+}
+
 TEST_F(NotesWindow, ShowsNotesOfAllScripts) {
     frmnotes& form = showWith({scripts, "Zo\xEB"});
     EXPECT_THAT(entries(form), ElementsAre(scripts, "Zo\u00EB"));

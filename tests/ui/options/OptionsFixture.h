@@ -53,8 +53,9 @@ protected:
     Event<> showHelp = [this] { calls.emplace_back("show the help"); };
     std::unique_ptr<FormHolder<frmoptions>> options =
         std::make_unique<FormHolder<frmoptions>>(FormLife::UntilClosed, [this] {
-            return std::make_unique<frmoptions>(frmoptions::Parts{
-                settings, title, facilities.registry, *messageBox, windows, client, showHelp});
+            return std::make_unique<frmoptions>(
+                frmoptions::Parts{settings, title, facilities.registry, *messageBox, windows,
+                                  client, facilities.clock, showHelp});
         });
 
     void set(const char* key, std::string_view value) {

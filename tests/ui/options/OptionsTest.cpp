@@ -4,6 +4,7 @@
 #include <QFrame>
 #include <QInputMethodEvent>
 #include <QScreen>
+#include <QTextDocument>
 
 namespace {
 
@@ -139,7 +140,7 @@ TEST_F(OptionsWindow, TheTabKeyGoesThroughAllThatCanBeUsedOfAPage) {
         met.push_back(QApplication::focusWidget()->objectName());
     }
     const std::vector<QString> expected{"Check2",   "prefix",   "postfix",
-                                        "Command2", "Command1", "UserControl11(0)"};
+                                        "Command1", "Command2", "UserControl11(0)"};
     EXPECT_EQ(met, expected);
 }
 
@@ -242,9 +243,99 @@ TEST_F(OptionsWindow, TheColorCanBeChosenWithTheAddOnAlone) {
     EXPECT_FALSE(chosen("red"));
 }
 
+TEST_F(OptionsWindow, EscapeIsAsCancel) {
+    open();
+    click(toggle("Label1"));
+    QTest::keyClick(&window(), Qt::Key_Escape);
+    EXPECT_EQ(shown(), nullptr);
+    EXPECT_EQ(stored("useristyping"), "(none)");
+}
+
+TEST_F(OptionsWindow, EscapeCannotEndAFirstRun) {
+    openFirst();
+    QTest::keyClick(&window(), Qt::Key_Escape);
+    EXPECT_NE(shown(), nullptr);
+    EXPECT_TRUE(calls.empty());
+}
+
+TEST_F(OptionsWindow, HasASampleOfTheStamp) {
+    facilities.registry.hasAddOn = true;
+    open();
+    goTo(2);
+    const auto sample = [] {
+        QTextDocument document;
+        document.setHtml(the<QLabel>("sample").text());
+        return document.toPlainText();
+    };
+    EXPECT_EQ(sample(), "Hello");
+    click(check("Check2"));
+    EXPECT_EQ(sample(), "Hello [12:30:05]");
+    box("prefix").setText("<");
+    box("postfix").setText(">");
+    EXPECT_EQ(sample(), "Hello <12:30:05>");
+    const QString inRed = the<QLabel>("sample").text();
+    click(the<QRadioButton>("black"));
+    EXPECT_NE(the<QLabel>("sample").text(), inRed);
+    // As OK would save it.
+    box("prefix").clear();
+    EXPECT_EQ(sample(), "Hello [12:30:05]");
+}
+
+TEST_F(OptionsWindow, SaysWhatEachControlDoes) {
+    facilities.registry.hasAddOn = true;
+    open();
+    for (const char* const name : toggleNames)
+        EXPECT_FALSE(toggle(name).toolTip().isEmpty()) << name;
+    for (const char* const name : {"fn", "address", "Combo1", "Check1", "mw", "ti", "Check2",
+                                   "prefix", "postfix", "Picture3", "Check3", "Text1"}) {
+        EXPECT_FALSE(the<QWidget>(name).toolTip().isEmpty()) << name;
+    }
+    EXPECT_TRUE(toggle("Label21").toolTip().contains("hat commands"));
+}
+
+TEST_F(OptionsWindow, NamesItsControlsForThoseWhoCannotSeeThem) {
+    open();
+    const std::pair<const char*, const char*> names[] = {
+        {"Check1", "Sign In Progress: Enabled"},
+        {"Check2", "Timestamp Messages: Enabled"},
+        {"Check3", "Window Rename: Enabled"},
+        {"mw", "Show in: Messenger Window"},
+    };
+    for (const auto& [name, text] : names) {
+        QAccessibleInterface* const face =
+            QAccessible::queryAccessibleInterface(&the<QWidget>(name));
+        EXPECT_EQ(face->text(QAccessible::Name), text);
+    }
+    // A list's own name is what is chosen; what it is for is its label's.
+    const auto labels =
+        QAccessible::queryAccessibleInterface(&status())->relations(QAccessible::Label);
+    ASSERT_EQ(labels.size(), 1);
+    EXPECT_EQ(labels.front().first->text(QAccessible::Name), "Inital Sign In Status");
+    QAccessibleInterface* const toggleFace =
+        QAccessible::queryAccessibleInterface(&toggle("Label1"));
+    EXPECT_EQ(toggleFace->role(), QAccessible::CheckBox);
+    EXPECT_FALSE(toggleFace->state().checked);
+    toggle("Label1").setOn(true);
+    EXPECT_TRUE(toggleFace->state().checked);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&window())->role(), QAccessible::Dialog);
+}
+
+TEST_F(OptionsWindow, ATabIntoTheTitleSelectsNothing) {
+    set("windowrename", "1");
+    set("windowrenamecaption", "Mine");
+    open();
+    goTo(5);
+    check("Check3").setFocus();
+    QTest::keyClick(&check("Check3"), Qt::Key_Tab);
+    ASSERT_TRUE(box("Text1").hasFocus());
+    EXPECT_FALSE(box("Text1").hasSelectedText());
+    QTest::keyClicks(&box("Text1"), "!");
+    EXPECT_EQ(box("Text1").text(), "Mine!");
+}
+
 TEST_F(OptionsWindow, KeysThatNoControlTakesDoNothing) {
     open();
-    for (const auto key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_F1, Qt::Key_X}) {
+    for (const auto key : {Qt::Key_Return, Qt::Key_F1, Qt::Key_X}) {
         QTest::keyClick(&window(), key);
         EXPECT_NE(shown(), nullptr) << key;
     }

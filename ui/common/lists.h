@@ -1,0 +1,47 @@
+#pragma once
+
+#include "ui/common/look.h"
+
+#include <QAbstractItemModel>
+#include <QPainter>
+#include <QStyledItemDelegate>
+
+/// The rows of all lists: of one height, as wide as the list, and framed for the keyboard only when
+/// they are selected too. A list that gets the focus makes its first row the current one, and a
+/// frame would make it look chosen.
+class RowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+};
+
+/// A list that says, while it is empty, what fills it.
+template <typename List>
+class Hinted : public List {
+public:
+    using List::List;
+
+    void setHint(const QString& newHint) {
+        hint = newHint;
+        this->setAccessibleDescription(hint);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        List::paintEvent(event);
+        if (this->model() != nullptr && this->model()->rowCount() > 0) return;
+        constexpr int margin = 2 * look::gap;
+        QPainter painter(this->viewport());
+        painter.setPen(look::hint);
+        painter.drawText(this->viewport()->rect().adjusted(margin, 0, -margin, 0),
+                         Qt::AlignCenter | Qt::TextWordWrap, hint);
+    }
+
+private:
+    QString hint;
+};
