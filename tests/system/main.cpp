@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <string>
 
+#include <fcntl.h>
 #include <net/if.h>
 #include <sched.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -35,12 +38,24 @@ void raiseLoopback() {
     close(descriptor);
 }
 
+/// Waits until no other of these programs runs, and holds others back until this one ends.
+void takeTurn() {
+    const std::string user = std::to_string(getuid());
+    const auto file = std::filesystem::temp_directory_path() / ("cobweave-tests-1090-" + user);
+    const int descriptor = open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    flock(descriptor, LOCK_EX);
+}
+
 }  // namespace
 
 /// The program's port is fixed. In a network of their own the tests neither disturb a Cobweave that
-/// somebody uses nor each other.
+/// somebody uses nor each other; where there can be none, there is one of them at a time.
 int main(int argc, char* argv[]) {
     testing::InitGoogleTest(&argc, argv);
-    if (leaveNetwork()) raiseLoopback();
+    if (leaveNetwork()) {
+        raiseLoopback();
+    } else {
+        takeTurn();
+    }
     return RUN_ALL_TESTS();
 }
