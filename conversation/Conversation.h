@@ -12,6 +12,7 @@ class MediaPlayer;
 class NotesStore;
 class Registry;
 class SettingsStore;
+struct ProgramWindows;
 
 /// What belongs to the whole process and not to one connection. In memory only; all connections
 /// read and write it, in the order in which their chunks come.
@@ -64,8 +65,6 @@ public:
     /// if there is a notification-server connection. Abandons the step where a token has no value
     /// or the server is gone.
     virtual void ApplyNickTemplate(std::string& text) = 0;
-    /// Opens the window of the notes.
-    virtual void ShowNotes() = 0;
     /// Takes the tray icon away and ends the process at once.
     [[noreturn]] virtual void ForceExit() = 0;
 };
@@ -88,6 +87,7 @@ struct Facilities {
 struct Services : Facilities {
     ProcessValues& values;
     ProgramActions& program;
+    const ProgramWindows& windows;
 };
 
 /// One connection, as the features of a conversation see it.
@@ -104,8 +104,4 @@ public:
 
     /// Sends bytes to the client. False when it is gone.
     [[nodiscard]] virtual bool sendToClient(std::string_view bytes) = 0;
-    /// Shows a toast.
-    virtual void showPopup(std::string_view text) = 0;
-    /// Adds a line to the log.
-    virtual void addToLog(std::string_view text) = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "conversation/Conversation.h"
+#include "conversation/ProgramWindows.h"
 #include "conversation/injection.h"
 #include "desktop/mdlFunctions.h"
 #include "stores/SettingsStore.h"
@@ -48,6 +49,15 @@ void inject(Conversation& conversation, const std::string& words, std::string_vi
     (void)injection::InjectMessage(conversation, words, color, noEffects);
 }
 
+void showPopup(Conversation& conversation, const std::string& words) {
+    conversation.services.windows.popup(words);
+}
+
+/// A nick name may bring a line end with it.
+void addToLog(Conversation& conversation, const std::string& words) {
+    conversation.services.windows.addToLog(removeAll(words, lineEnd));
+}
+
 bool isBlank(std::string_view text) {
     text = trimmed(text);
     return text.empty() || text == "\r\n"sv || text == "\r\n\r\n"sv;
@@ -60,8 +70,8 @@ void alerts::openWindow(std::string_view chunk, Conversation& conversation) {
     const auto opener = openerIn(chunk, conversation);
     if (!opener) return;
     const std::string words = *opener + " has opened a conversation window.";
-    conversation.showPopup(words);
-    conversation.addToLog(words);
+    showPopup(conversation, words);
+    addToLog(conversation, words);
 }
 
 void alerts::join(Conversation& conversation) {
@@ -96,17 +106,17 @@ void alerts::closeWindow(std::string_view chunk, Conversation& conversation) {
                ? "I have left your conversation window."
                : injection::boldName(leaver, conversation).append(left),
            alertColor);
-    conversation.addToLog(leaver + std::string(left));
+    addToLog(conversation, leaver + std::string(left));
 }
 
 void alerts::offline(std::string_view chunk, Conversation& conversation) {
     if (!isOn(conversation, options::alertoffline)) return;
     constexpr std::string_view gone = " is now offline.";
     if (const auto contact = word(firstLine(chunk), 1)) {
-        conversation.showPopup(std::string(*contact).append(gone));
+        showPopup(conversation, std::string(*contact).append(gone));
     }
     if (const auto contact = word(chunk, 1)) {
-        conversation.addToLog(std::string(*contact).append(gone));
+        addToLog(conversation, std::string(*contact).append(gone));
     }
 }
 

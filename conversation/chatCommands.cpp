@@ -3,6 +3,7 @@
 #include "base/Failure.h"
 #include "base/text.h"
 #include "conversation/Conversation.h"
+#include "conversation/ProgramWindows.h"
 #include "conversation/injection.h"
 #include "conversation/messageConstants.h"
 #include "conversation/messageTools.h"
@@ -40,26 +41,30 @@ std::string argumentOf(const Typed& typed) {
     return replaceFirst(std::string(typed.text), std::string(typed.command.word) + " ", "");
 }
 
+void showPopup(const Typed& typed, std::string_view words) {
+    typed.conversation.services.windows.popup(words);
+}
+
 void changeNick(const Typed& typed) {
     std::string nick = argumentOf(typed);
     const std::string asTyped = nick;
     typed.conversation.services.program.ApplyNickTemplate(nick);
-    typed.conversation.showPopup("Changed Nick Name To:\r\n" + asTyped);
+    showPopup(typed, "Changed Nick Name To:\r\n" + asTyped);
 }
 
 void addNote(const Typed& typed) {
     NotesStore& notes = typed.conversation.services.notes;
     notes.add(argumentOf(typed));
-    typed.conversation.showPopup("Note added.");
+    showPopup(typed, "Note added.");
     notes.savenotes();
 }
 
-void showNotes(const Typed& typed) { typed.conversation.services.program.ShowNotes(); }
+void showNotes(const Typed& typed) { typed.conversation.services.windows.showNotes(); }
 
 void toggleRandomColors(const Typed& typed) {
     bool& on = typed.conversation.services.values.rancolorOn;
     on = !on;
-    typed.conversation.showPopup(on ? "Random Message Colors On." : "Random Message Colors Off.");
+    showPopup(typed, on ? "Random Message Colors On." : "Random Message Colors Off.");
 }
 
 void search(const Typed& typed, void (*site)(std::string& text, Browser& browser)) {
@@ -79,7 +84,7 @@ void sayAsContact(Conversation& conversation, const std::string& words, std::str
 void inject(const Typed& typed, const std::string& words) {
     const ConnectionRecord& connection = typed.conversation.connection;
     if (connection.contactEmail.empty() || connection.contactNick.empty()) {
-        typed.conversation.showPopup("No user in conversation.");
+        showPopup(typed, "No user in conversation.");
         return;
     }
     sayAsContact(typed.conversation, words, "000000", "B");
@@ -97,7 +102,7 @@ void nickFollowsPlayer(const Typed& typed) {
     values.winampOn = true;
     std::string nick = values.winampPrefix + " " + winamp::CurrentSong(services.player);
     services.program.ApplyNickTemplate(nick);
-    typed.conversation.showPopup("Winamp Nick Name On.");
+    showPopup(typed, "Winamp Nick Name On.");
 }
 
 void nickComesBack(const Typed& typed) {
@@ -105,12 +110,12 @@ void nickComesBack(const Typed& typed) {
     services.values.winampOn = false;
     if (services.values.prewinampnickName.empty()) {
         // An empty nick name would be one that the server never takes back.
-        typed.conversation.showPopup(
-            "Winamp Nick Name Off.\r\nYour nick name stays: the one before is not known.");
+        showPopup(typed,
+                  "Winamp Nick Name Off.\r\nYour nick name stays: the one before is not known.");
         return;
     }
     services.program.ApplyNickTemplate(services.values.prewinampnickName);
-    typed.conversation.showPopup("Winamp Nick Name Off.");
+    showPopup(typed, "Winamp Nick Name Off.");
 }
 
 void followOrSteerPlayer(const Typed& typed) {

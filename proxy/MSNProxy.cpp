@@ -2,8 +2,8 @@
 
 #include "base/Failure.h"
 #include "base/text.h"
+#include "conversation/ProgramWindows.h"
 #include "desktop/mdlFunctions.h"
-#include "proxy/ProgramWindows.h"
 #include "proxy/filters.h"
 #include "stores/SettingsStore.h"
 
@@ -296,12 +296,12 @@ void MSNProxy::relay(int Index, std::string_view chunk) {
     const SettingsStore::OneLook look(services.settings);
     std::string rewritten = std::move(host.spare);
     const std::string_view result = Index == clientSide
-                                        ? filterClientChunk(chunk, rewritten, *this, host.windows)
+                                        ? filterClientChunk(chunk, rewritten, *this)
                                         : filterServerChunk(chunk, rewritten, *this);
     // A side that is gone ends the connection by its own event.
     (void)Winsock1[1 - Index]->SendData(result);
     std::string caption =
         services.values.loggedin ? std::string("Cobweave") : std::string(characters(result, 1, 3));
-    host.windows.changetraycaption(caption);
+    services.windows.changetraycaption(caption);
     host.spare = std::move(rewritten);
 }

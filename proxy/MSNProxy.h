@@ -13,12 +13,9 @@
 #include <string>
 #include <string_view>
 
-struct ProgramWindows;
-
 /// What a connection asks of the program around it.
 struct ProxyHost {
     Services& services;
-    const ProgramWindows& windows;
     Network& network;
     EventLoop& loop;
     SendQueues& queues;
@@ -31,10 +28,6 @@ struct ProxyHost {
 /// command, looked at by its first three characters and sent on at once in one piece.
 class MSNProxy final : private Conversation {
 public:
-    /// A text to show to the user as a toast.
-    Event<std::string_view> popup;
-    /// A text for the log.
-    Event<std::string_view> log;
     /// The server that the client has named, "10.1.2.3, port 1863", could not be reached.
     Event<std::string_view> unreachable;
     /// The connection is over, and so is the use of this instance.
@@ -106,8 +99,6 @@ private:
     void closeSockets();
 
     [[nodiscard]] bool sendToClient(std::string_view bytes) override;
-    void showPopup(std::string_view text) override { popup(text); }
-    void addToLog(std::string_view text) override { log(text); }
 
     ProxyHost& host;
     std::array<Stream, sides> streams;

@@ -3,12 +3,12 @@
 #include "base/Failure.h"
 #include "base/text.h"
 #include "conversation/Conversation.h"
+#include "conversation/ProgramWindows.h"
 #include "conversation/alerts.h"
 #include "conversation/chatCommands.h"
 #include "conversation/messageTools.h"
 #include "conversation/timestamps.h"
 #include "desktop/mdlFunctions.h"
-#include "proxy/ProgramWindows.h"
 #include "stores/options.h"
 
 #include <optional>
@@ -27,12 +27,12 @@ void learnDialect(std::string_view chunk, ConnectionRecord& connection) {
 
 /// The client's first status, online or offline as it signs in, becomes the user's choice.
 std::string_view applyStatus(std::string_view chunk, std::string& rewritten,
-                             Conversation& conversation, const ProgramWindows& windows) {
+                             Conversation& conversation) {
     Services& services = conversation.services;
     conversation.connection.statusApplied = true;
     services.values.loggedin = true;
     std::string caption = "Cobweave - Logged In";
-    windows.changetraycaption(caption);
+    services.windows.changetraycaption(caption);
     if (const auto postfix = word(chunk, 3)) services.values.statusPostfix = *postfix;
     const std::string status = textOf(services.settings, options::initialStatus);
     rewritten = replaceFirst(std::string(chunk), "NLN"sv, "{status}"sv);
@@ -85,7 +85,7 @@ void learnAccount(std::string_view chunk, Conversation& conversation) {
                           values.serverID != conversation.connection.formID && !before.empty() &&
                           lowerCase(before) != lowerCase(*email);
     if (!isSecond || std::exchange(values.secondAccountTold, true)) return;
-    conversation.showPopup(std::string(*email).append(
+    conversation.services.windows.popup(std::string(*email).append(
         " has signed in as a second account. Cobweave serves one at a time: "
         "nick names and commands of both get mixed up."));
 }
@@ -115,7 +115,7 @@ std::string_view filterText(std::string_view chunk, std::string& rewritten,
 }  // namespace
 
 std::string_view filterClientChunk(std::string_view chunk, std::string& rewritten,
-                                   Conversation& conversation, const ProgramWindows& windows) {
+                                   Conversation& conversation) {
     ProcessValues& values = conversation.services.values;
     ConnectionRecord& connection = conversation.connection;
     if (const auto number = word(chunk, 1)) values.tranID = *number;
@@ -125,7 +125,7 @@ std::string_view filterClientChunk(std::string_view chunk, std::string& rewritte
     } else if (name == "CHG"sv) {
         values.serverID = connection.formID;
         if (connection.statusApplied) return chunk;
-        return applyStatus(chunk, rewritten, conversation, windows);
+        return applyStatus(chunk, rewritten, conversation);
     } else if (name == "MSG"sv) {
         return filterMessage(chunk, rewritten, conversation);
     }

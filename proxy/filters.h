@@ -4,7 +4,6 @@
 #include <string_view>
 
 class Conversation;
-struct ProgramWindows;
 
 /// What is done to each chunk on its way. They give what is to be sent: the chunk, where it stands,
 /// or what becomes of it, in `rewritten`, so that a chunk that passes unchanged is never copied. A
@@ -14,8 +13,7 @@ struct ProgramWindows;
 /// notification-server connection, puts the chosen status into the sign-in, carries out chat
 /// commands and hides typing notices.
 [[nodiscard]] std::string_view filterClientChunk(std::string_view chunk, std::string& rewritten,
-                                                 Conversation& conversation,
-                                                 const ProgramWindows& windows);
+                                                 Conversation& conversation);
 
 /// A chunk of a server: learns the account and the contact, raises the alerts, keeps and stamps
 /// what contacts say.

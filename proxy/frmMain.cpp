@@ -28,8 +28,8 @@ constexpr std::int16_t fewNumbersLeft = 30000;
 
 frmMain::frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, Facilities facilities)
     : messageBox(messageBox),
-      services{std::move(facilities), values, *this},
-      host{services, windows, network, loop, queues, {}},
+      services{std::move(facilities), values, *this, windows},
+      host{services, network, loop, queues, {}},
       ChangeSong(loop.makeTimer()),
       Winsock1(network.makeWinsock()) {
     Winsock1->ConnectionRequest = [this](RequestId requestID) {
@@ -38,6 +38,8 @@ frmMain::frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, Faci
     ChangeSong->tick = [this] { ChangeSong_Timer(); };
     services.player.changed = [this] { ChangeSong->wake(); };
 }
+
+frmMain::~frmMain() { services.player.changed = {}; }
 
 frmMain::Start frmMain::Load() {
     windows.showTrayIcon(mnupopup());
@@ -93,8 +95,6 @@ void frmMain::AddControl() {
 
 void frmMain::loadInstance(std::int16_t Index) {
     auto instance = std::make_unique<MSNProxy>(host);
-    instance->popup = [this](std::string_view text) { windows.popup(text); };
-    instance->log = [this](std::string_view text) { MSNProxy1_log(text); };
     instance->unreachable = [this](std::string_view server) { MSNProxy1_unreachable(server); };
     instance->FreePort = [this, Index] { MSNProxy1_FreePort(Index); };
     MSNProxy1.emplace(Index, std::move(instance));
@@ -112,10 +112,6 @@ void frmMain::MSNProxy1_FreePort(std::int16_t Index) {
     values.serverID = 0;
     std::string caption = "Cobweave";
     windows.changetraycaption(caption);
-}
-
-void frmMain::MSNProxy1_log(std::string_view text) const {
-    windows.addToLog(removeAll(text, lineEnd));
 }
 
 /// Once a server, for a client tries again and again.

@@ -2,9 +2,9 @@
 
 #include "base/Event.h"
 #include "conversation/Conversation.h"
+#include "conversation/ProgramWindows.h"
 #include "platform/Winsock.h"
 #include "proxy/MSNProxy.h"
-#include "proxy/ProgramWindows.h"
 #include "proxy/SendQueues.h"
 
 #include <cstdint>
@@ -40,6 +40,9 @@ public:
     Event<> endProcess;
 
     frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, Facilities facilities);
+    frmMain(const frmMain&) = delete;
+    frmMain& operator=(const frmMain&) = delete;
+    ~frmMain() override;
 
     /// Shows the tray icon with the program's menu, begins to listen and opens the options on a
     /// first run.
@@ -58,13 +61,11 @@ public:
 
 private:
     void ApplyNickTemplate(std::string& text) override;
-    void ShowNotes() override { windows.showNotes(); }
     [[noreturn]] void ForceExit() override;
 
     [[nodiscard]] std::vector<MenuEntry> mnupopup();
     void Winsock1_ConnectionRequest(RequestId requestID);
     void MSNProxy1_FreePort(std::int16_t Index);
-    void MSNProxy1_log(std::string_view text) const;
     void MSNProxy1_unreachable(std::string_view server);
     void loadInstance(std::int16_t Index);
     void destroyUnloaded();

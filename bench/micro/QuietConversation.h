@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conversation/Conversation.h"
+#include "conversation/ProgramWindows.h"
 #include "platform/Clock.h"
 #include "platform/MachineFacts.h"
 #include "platform/Registry.h"
@@ -25,12 +26,9 @@ public:
     }
 
     [[nodiscard]] bool sendToClient(std::string_view /*bytes*/) override { return true; }
-    void showPopup(std::string_view /*text*/) override {}
-    void addToLog(std::string_view /*text*/) override {}
 
 private:
     void ApplyNickTemplate(std::string& /*text*/) override {}
-    void ShowNotes() override {}
     [[noreturn]] void ForceExit() override { std::abort(); }
 
     FakeFacilities facilities;
@@ -38,8 +36,10 @@ private:
     std::unique_ptr<Clock> clock = makeClock();
     std::unique_ptr<Registry> registry = makeRegistry();
     ProcessValues values;
+    ProgramWindows windows;
     Services shared{{facilities.settings, *machine, *clock, facilities.chance, *registry,
                      facilities.player, facilities.browser, facilities.notes, "cobweave"},
                     values,
-                    *this};
+                    *this,
+                    windows};
 };

@@ -1,7 +1,6 @@
 #include "bench/micro/QuietConversation.h"
 
 #include "conversation/messageConstants.h"
-#include "proxy/ProgramWindows.h"
 #include "proxy/filters.h"
 #include "tests/support/messages.h"
 
@@ -38,9 +37,8 @@ std::string filling(const benchmark::State& state, std::string text) {
 
 void measureFromClient(benchmark::State& state, const std::string& head) {
     QuietConversation conversation;
-    const ProgramWindows windows;
     measure(state, head, [&](std::string_view chunk, std::string& rewritten) {
-        return filterClientChunk(chunk, rewritten, conversation, windows);
+        return filterClientChunk(chunk, rewritten, conversation);
     });
 }
 
@@ -67,10 +65,9 @@ void oneWordFromClient(benchmark::State& state) { measureFromClient(state, "UUX"
 /// Up to 1640 bytes its constants are expanded.
 void textFromClient(benchmark::State& state) {
     QuietConversation conversation;
-    const ProgramWindows windows;
     measureChunk(state, clientText(filling(state, "It is <t>, <cn>")),
                  [&](std::string_view chunk, std::string& rewritten) {
-                     return filterClientChunk(chunk, rewritten, conversation, windows);
+                     return filterClientChunk(chunk, rewritten, conversation);
                  });
 }
 

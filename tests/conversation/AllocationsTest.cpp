@@ -1,4 +1,3 @@
-#include "proxy/ProgramWindows.h"
 #include "proxy/filters.h"
 #include "stores/options.h"
 #include "tests/conversation/LoneConversation.h"
@@ -16,13 +15,12 @@ namespace {
 class Allocations : public testing::Test {
 protected:
     LoneConversation conversation;
-    const ProgramWindows windows{};
     std::string rewritten;
 
     /// How often memory is asked for by a chunk that was preceded by one of its kind.
     std::size_t ofClient(const std::string& chunk) {
         return ofSecond(
-            [&] { EXPECT_EQ(filterClientChunk(chunk, rewritten, conversation, windows), chunk); });
+            [&] { EXPECT_EQ(filterClientChunk(chunk, rewritten, conversation), chunk); });
     }
     std::size_t ofServer(const std::string& chunk) {
         return ofSecond(

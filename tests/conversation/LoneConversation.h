@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conversation/Conversation.h"
+#include "conversation/ProgramWindows.h"
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/Spine.h"
 
@@ -13,12 +14,16 @@ class LoneProgram : public ProgramActions {
 public:
     FakeFacilities facilities;
     ProcessValues values;
-    Services services{facilities.all(), values, *this};
+    ProgramWindows windows;
+    Services services{facilities.all(), values, *this, windows};
     std::vector<std::string> nicks;
-    int notesShown = 0;
+    std::vector<std::string> popups;
+
+    LoneProgram() {
+        windows.popup = [this](std::string_view text) { popups.emplace_back(text); };
+    }
 
     void ApplyNickTemplate(std::string& text) override { nicks.push_back(text); }
-    void ShowNotes() override { ++notesShown; }
     [[noreturn]] void ForceExit() override { throw ProcessEnded(); }
 };
 
@@ -27,8 +32,6 @@ class LoneConversation : public LoneProgram, public Conversation {
 public:
     using LoneProgram::services;
 
-    std::vector<std::string> popups;
-    std::vector<std::string> logged;
     std::vector<std::string> sent;
     bool clientIsGone = false;
 
@@ -38,6 +41,4 @@ public:
         if (!clientIsGone) sent.emplace_back(bytes);
         return !clientIsGone;
     }
-    void showPopup(std::string_view text) override { popups.emplace_back(text); }
-    void addToLog(std::string_view text) override { logged.emplace_back(text); }
 };

@@ -263,13 +263,23 @@ TEST_F(SignedIn, SigningInAgainIsANewInstance) {
     EXPECT_TRUE(spine.host.values.loggedin);
 }
 
-TEST(Events, OfAnInstanceReachTheToastsAndTheLogWithoutLineEnds) {
+TEST(Alerts, ReachTheToastsAndWithoutLineEndsTheLog) {
     Spine spine;
-    spine.request();
-    spine.instance().popup("Anna\r\nis here");
-    spine.instance().log("Anna\r\nis now offline.");
-    EXPECT_THAT(spine.windows.toasts, ElementsAre("Anna\r\nis here"));
-    EXPECT_THAT(spine.windows.logged, ElementsAre("Annais now offline."));
+    spine.settings.WriteSetting("Options", "alertopenwindow", "True");
+    spine.settings.WriteSetting("Options", "callby", "fn");
+    spine.relay();
+    spine.server().arrive("RNG 1 10.0.0.1:1863 CKI 2 anna@example.com Anna\r\n");
+    EXPECT_THAT(spine.windows.toasts, ElementsAre("Anna\r\n has opened a conversation window."));
+    EXPECT_THAT(spine.windows.logged, ElementsAre("Anna has opened a conversation window."));
+}
+
+TEST(Songs, ThatChangeAfterTheHostReachNobody) {
+    FakeFacilities facilities;
+    FakeNetwork network;
+    FakeLoop loop;
+    FakeMessageBox boxes;
+    { const frmMain host(network, loop, boxes, facilities.all()); }
+    facilities.player.changed();
 }
 
 }  // namespace

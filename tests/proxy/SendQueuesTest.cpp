@@ -2,7 +2,6 @@
 
 #include "platform/shared/StreamSocket.h"
 #include "proxy/MSNProxy.h"
-#include "proxy/ProgramWindows.h"
 #include "tests/platform/shared/SocketLoop.h"
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/FakeWinsock.h"
@@ -81,7 +80,6 @@ TEST(Direction, WithMuchWaitingIsNotReadForUntilHalfHasGone) {
 
 class NoActions final : public ProgramActions {
     void ApplyNickTemplate(std::string& /*text*/) override {}
-    void ShowNotes() override {}
     [[noreturn]] void ForceExit() override { std::abort(); }
 };
 
@@ -91,12 +89,12 @@ protected:
     FakeFacilities facilities;
     ProcessValues values;
     NoActions actions;
-    Services services{facilities.all(), values, actions};
     ProgramWindows windows;
+    Services services{facilities.all(), values, actions, windows};
     SocketLoop loop;
     StreamNetwork network{loop.readiness, loop};
     SendQueues queues{mebibyte};
-    ProxyHost host{services, windows, network, loop, queues, {}};
+    ProxyHost host{services, network, loop, queues, {}};
     std::unique_ptr<Winsock> listener = network.makeWinsock();
     std::list<MSNProxy> connections;
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-/// What the host and its connections ask of the program's windows, one event each. One that nobody
+/// What conversations and their host ask of the program's windows, one event each. One that nobody
 /// has connected is a window that does not exist: nothing is shown and nothing changes.
 struct ProgramWindows {
     /// Shows the icon in the notification area, with the menu that its right click opens.
