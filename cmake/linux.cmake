@@ -5,7 +5,6 @@ find_package(SQLite3 REQUIRED)
 find_package(ZLIB REQUIRED)
 
 set(COBWEAVE_PLATFORM_CORE
-    platform/linux/AtomicFile.cpp
     platform/linux/Browser.cpp
     platform/linux/Clock.cpp
     platform/linux/Console.cpp
@@ -15,6 +14,7 @@ set(COBWEAVE_PLATFORM_CORE
     platform/linux/Reactor.cpp
     platform/linux/processorTime.cpp
     platform/linux/startProgram.cpp
+    platform/linux/systemFiles.cpp
     platform/linux/systemSockets.cpp
     platform/linux/wine/Client.cpp
     platform/linux/wine/Registry.cpp)

@@ -14,7 +14,6 @@ target_compile_definitions(cobweave_warnings INTERFACE
     _WIN32_WINNT=0x0A00 WINVER=0x0A00 NTDDI_VERSION=0x0A000006 WIN32_LEAN_AND_MEAN UNICODE)
 
 set(COBWEAVE_PLATFORM_CORE
-    platform/windows/AtomicFile.cpp
     platform/windows/Browser.cpp
     platform/windows/Client.cpp
     platform/windows/Clock.cpp
@@ -31,6 +30,7 @@ set(COBWEAVE_PLATFORM_CORE
     platform/windows/WindowOfClass.cpp
     platform/windows/processorTime.cpp
     platform/windows/startProgram.cpp
+    platform/windows/systemFiles.cpp
     platform/windows/systemSockets.cpp
     platform/windows/wideText.cpp)
 set(COBWEAVE_PLATFORM_CORE_LIBRARIES ole32 shell32 user32 ws2_32)
