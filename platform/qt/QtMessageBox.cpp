@@ -4,8 +4,10 @@
 #include "platform/qt/waitingBoxes.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
+#include <QStyle>
 #include <QWidget>
 
 #include <string>
@@ -19,6 +21,11 @@ void fill(QMessageBox& box, QMessageBox::Icon icon, QMessageBox::StandardButtons
     box.setWindowTitle(QApplication::applicationName());
     box.setTextFormat(Qt::PlainText);
     box.setText(toQString(text));
+    // A text of one line is beside the middle of the icon.
+    if (auto* const label = box.findChild<QLabel*>("qt_msgbox_label")) {
+        label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        label->setMinimumHeight(box.style()->pixelMetric(QStyle::PM_MessageBoxIconSize));
+    }
 }
 
 class QtMessageBox final : public MessageBox {

@@ -13,6 +13,7 @@
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
+#include <QPixmapCache>
 
 #include <utility>
 
@@ -91,6 +92,11 @@ QObject* firstWidget = nullptr;
 void apply() {
     QApplication::setStyle(new Style);
 
+    // Each button of each window adds its pictures to Qt's cache anew, since its palette counts as
+    // another one, so the cache grows to its limit. What one window shows fits.
+    constexpr int cachedKilobytes = 512;
+    QPixmapCache::setCacheLimit(cachedKilobytes);
+
     // The places of the controls are made for this size.
     QFont font("Liberation Sans");
     font.setStyleHint(QFont::SansSerif);
@@ -107,6 +113,7 @@ void apply() {
         palette.setColor(role, text);
         palette.setColor(QPalette::Disabled, role, QColor(112, 124, 146));
     }
+    palette.setColor(QPalette::PlaceholderText, hint);
     palette.setColor(QPalette::Highlight, accent);
     palette.setColor(QPalette::HighlightedText, page);
     QApplication::setPalette(palette);

@@ -1,5 +1,6 @@
 #include "tests/ui/options/OptionsFixture.h"
 
+#include <QPixmapCache>
 #include <QPointer>
 
 namespace {
@@ -58,6 +59,11 @@ TEST_F(FreshWindow, MayBeClosedTwice) {
     QCoreApplication::processEvents();
     options->Show();
     EXPECT_NE(shown(), nullptr);
+}
+
+/// Each window adds the pictures of its buttons to Qt's cache anew.
+TEST_F(FreshWindow, LeavesNoMorePicturesBehindThanTheCacheIsToHold) {
+    EXPECT_LE(QPixmapCache::cacheLimit(), 512);
 }
 
 TEST_F(FreshWindow, MayBeOpenWhenTheProgramEnds) {
