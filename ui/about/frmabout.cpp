@@ -6,6 +6,7 @@
 #include <QApplication>
 
 frmabout::frmabout() : Form("Cobweave - About", 7410, 4065) {
+    followLetters();
     fixSize();
     roles::set(ShockwaveFlash1, QAccessible::StaticText);
     ShockwaveFlash1.setAccessibleName("Cobweave, version " + QApplication::applicationVersion() +

@@ -25,6 +25,21 @@ void Form::present() {
     waitingBoxes::raiseThatOf(this);
 }
 
+void Form::followLetters() {
+    const double scale = look::letterScale();
+    if (scale <= 1) return;
+    QFont larger = font();
+    larger.setPixelSize(qRound(larger.pixelSize() * scale));
+    setFont(larger);
+    for (QWidget* const control : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        const QRect place = control->geometry();
+        control->setGeometry(QRectF(place.x() * scale, place.y() * scale, place.width() * scale,
+                                    place.height() * scale)
+                                 .toRect());
+    }
+    resize(size() * scale);
+}
+
 void Form::fixSize() {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);

@@ -23,6 +23,9 @@ protected:
     /// The window keeps its size: its edges cannot be dragged, and it cannot be maximized or
     /// minimized.
     void fixSize();
+    /// Makes the window, and each control at its place in it, as much larger as the letters of the
+    /// desktop are. To be called once, when all controls are there.
+    void followLetters();
 
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -102,7 +102,7 @@ void Banner::paintEvent(QPaintEvent* /*event*/) {
     QApplication::windowIcon().paint(&painter, icon);
 
     QFont large = font();
-    large.setPixelSize(20);
+    large.setPixelSize(20 * large.pixelSize() / 11);
     painter.setFont(large);
     painter.setPen(look::text);
     painter.drawText(rect().adjusted(icon.right() + 2 * look::gap, 0, 0, 0), Qt::AlignVCenter,

@@ -15,6 +15,7 @@
 #include <QPixmap>
 #include <QPixmapCache>
 
+#include <algorithm>
 #include <utility>
 
 namespace look {
@@ -87,6 +88,10 @@ protected:
 
 QObject* firstWidget = nullptr;
 
+/// Of our letters, in pixels.
+constexpr int letterSize = 11;
+double scale = 1;
+
 }  // namespace
 
 void apply() {
@@ -97,10 +102,11 @@ void apply() {
     constexpr int cachedKilobytes = 512;
     QPixmapCache::setCacheLimit(cachedKilobytes);
 
+    followLetters(QApplication::font());
     // The places of the controls are made for this size.
     QFont font("Liberation Sans");
     font.setStyleHint(QFont::SansSerif);
-    font.setPixelSize(11);
+    font.setPixelSize(letterSize);
     QApplication::setFont(font);
 
     // All colours are ours, whatever theme the desktop has: some texts have a colour that means
@@ -123,6 +129,17 @@ void apply() {
     roles::apply();
     firstWidget = new FirstWidget(qApp);
     qApp->installEventFilter(firstWidget);
+}
+
+double letterScale() { return scale; }
+
+void followLetters(const QFont& desktop) {
+    // What desktops have when nobody has changed it is 9 to 11 points.
+    constexpr double usualPoints = 11;
+    constexpr double most = 2;
+    const double wanted = std::clamp(desktop.pointSizeF() / usualPoints, 1.0, most);
+    // What letters of whole pixels make of it.
+    scale = 1.0 * qRound(wanted * letterSize) / letterSize;
 }
 
 void beforeWindows() {

@@ -2,6 +2,7 @@
 
 #include <QColor>
 
+class QFont;
 class QPainter;
 class QRectF;
 
@@ -36,6 +37,12 @@ inline constexpr int gap = 8;
 /// `QApplication`. What takes long of it, looking at fonts and pictures, waits for `beforeWindows`
 /// and for the first use of the icon, so that a start is served first.
 void apply();
+
+/// How much larger than ours the letters of the desktop are, from 1 to 2. The windows that follow
+/// them are as many times as large; the others, whose places are given, are not.
+[[nodiscard]] double letterScale();
+/// Takes it from this font, as `apply` does from the desktop's.
+void followLetters(const QFont& desktop);
 
 /// To be called before a window of ours is made, and as often as that. For boxes and menus of Qt's
 /// it happens by itself.

@@ -55,7 +55,10 @@ void paintCross(QPainter& painter) {
     painter.drawLine(QPointF(12, 4), QPointF(4, 12));
 }
 
-void moveTo(QWidget& control, int left, int top) { control.move(pixels(left), pixels(top)); }
+/// Of a window whose letters are as large as the desktop's.
+int scaled(int twips) { return qRound(pixels(twips) * look::letterScale()); }
+
+void moveTo(QWidget& control, int left, int top) { control.move(scaled(left), scaled(top)); }
 
 }  // namespace
 
@@ -107,7 +110,9 @@ QVariant LogLines::data(const QModelIndex& index, int role) const {
 }
 
 LogLineDelegate::LogLineDelegate() {
-    const QFontMetricsF metrics(QApplication::font());
+    QFont font = QApplication::font();
+    font.setPixelSize(qRound(font.pixelSize() * look::letterScale()));
+    const QFontMetricsF metrics(font);
     for (std::size_t code = 0; code < widths.size(); ++code)
         widths[code] =
             metrics.horizontalAdvance(shownLine(std::string(1, static_cast<char>(code))));
@@ -136,6 +141,7 @@ QSize LogLineDelegate::sizeHint(const QStyleOptionViewItem& option,
 
 frmlog::frmlog(Clock& clock, MessageBox& messageBox)
     : Form("Cobweave - Log", 6360, 3210), clock(clock), messageBox(messageBox) {
+    followLetters();
     Frame1.setDrawing(paintSheets);
     Frame2.setDrawing(paintSweep);
     Frame3.setDrawing(paintCross);
@@ -147,7 +153,7 @@ frmlog::frmlog(Clock& clock, MessageBox& messageBox)
     List1.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     List1.setItemDelegate(&delegate);
     List1.setModel(&lines);
-    setMinimumSize(pixels(smallestWidth - frameWidth), pixels(smallestHeight - frameHeight));
+    setMinimumSize(scaled(smallestWidth - frameWidth), scaled(smallestHeight - frameHeight));
 
     publishing.setSingleShot(true);
     connect(&publishing, &QTimer::timeout, this, [this] { lines.publish(); });
@@ -190,10 +196,11 @@ void frmlog::Command3_Click() {
 }
 
 void frmlog::resizeEvent(QResizeEvent* event) {
-    const int outerWidth = event->size().width() * twipsPerPixel + frameWidth;
-    const int outerHeight = event->size().height() * twipsPerPixel + frameHeight;
+    const QSizeF size = QSizeF(event->size()) / look::letterScale();
+    const int outerWidth = qRound(size.width() * twipsPerPixel) + frameWidth;
+    const int outerHeight = qRound(size.height() * twipsPerPixel) + frameHeight;
     Image4.resize(event->size().width(), Image4.height());
-    List1.resize(pixels(outerWidth - 350), pixels(outerHeight - 2100));
+    List1.resize(scaled(outerWidth - 350), scaled(outerHeight - 2100));
     moveTo(Frame1, 180, outerHeight - 970);
     moveTo(Command3, 480, outerHeight - 1060);
     moveTo(Frame2, outerWidth - 3300, outerHeight - 980);

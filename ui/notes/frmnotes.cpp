@@ -80,6 +80,7 @@ void NoteList::keyPressEvent(QKeyEvent* event) {
 frmnotes::frmnotes(NotesStore& notes, MessageBox& messageBox)
     : Form("Cobweave - Notes", 6360, 6000), notes(notes), messageBox(messageBox) {
     layOut();
+    followLetters();
     Text1.setTabChangesFocus(true);
     Text1.installEventFilter(this);
     List1.setUniformItemSizes(true);
@@ -115,11 +116,12 @@ void frmnotes::layOut() {
     Text1.setAccessibleName(Frame2.title());
 
     banner.setText("Notes");
-    banner.setFixedHeight(60);
+    const double scale = look::letterScale();
+    banner.setFixedHeight(qRound(60 * scale));
     fill(Frame1, List1);
     fill(Frame2, Text1);
     for (QPushButton* const button : {&Command1, &Command2, &Command3}) {
-        button->setMinimumSize(96, 25);
+        button->setMinimumSize(QSize(96, 25) * scale);
     }
     auto* const buttons = new QHBoxLayout;
     buttons->addWidget(&Command1);

@@ -2,6 +2,8 @@
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/FakeWinsock.h"
 #include "tests/ui/windows.h"
+#include "ui/about/frmabout.h"
+#include "ui/common/look.h"
 #include "ui/log/frmlog.h"
 #include "ui/notes/frmnotes.h"
 #include "ui/toasts/frmpopup.h"
@@ -50,6 +52,52 @@ TEST_F(Fitting, TheNotesHaveRoomForTheirCaptions) {
     expectFits(form);
     expectApart(form);
     form.resize(form.minimumSizeHint());
+    expectFits(form);
+    expectApart(form);
+}
+
+/// A desktop whose letters are half as large again.
+class LargeLetters : public Fitting {
+protected:
+    LargeLetters() { followLetters(16); }
+    ~LargeLetters() override { followLetters(9); }
+
+private:
+    static void followLetters(int points) {
+        QFont desktop;
+        desktop.setPointSize(points);
+        look::followLetters(desktop);
+    }
+};
+
+TEST_F(LargeLetters, AreFollowedByTheLog) {
+    frmlog form(facilities.clock, boxes);
+    EXPECT_EQ(form.Command1.font().pixelSize(), 16);
+    EXPECT_EQ(form.size(), QSize(429, 220) * 16 / 11);
+    expectFits(form);
+    expectApart(form);
+    form.resize(900, 700);
+    QCoreApplication::processEvents();
+    expectApart(form);
+    form.AddItem(std::string(100, 'W'));
+    form.hide();
+    form.show();
+    const QModelIndex line = form.List1.model()->index(0, 0);
+    EXPECT_GE(form.List1.sizeHintForIndex(line).width(),
+              form.List1.fontMetrics().horizontalAdvance(line.data().toString()));
+}
+
+TEST_F(LargeLetters, AreFollowedByTheNotes) {
+    frmnotes form(facilities.notes, boxes);
+    EXPECT_EQ(form.findChild<QPlainTextEdit*>("Text1")->font().pixelSize(), 16);
+    expectFits(form);
+    expectApart(form);
+}
+
+TEST_F(LargeLetters, AreFollowedByTheAboutWindow) {
+    frmabout form;
+    EXPECT_EQ(form.size(), QSize(494, 271) * 16 / 11);
+    EXPECT_EQ(form.minimumSize(), form.maximumSize());
     expectFits(form);
     expectApart(form);
 }
