@@ -46,7 +46,10 @@ std::filesystem::path folders::winePrefix() {
     return home() / ".wine";
 }
 
-std::filesystem::path folders::notes() { return notesIn(programFolder(), userData()); }
+std::filesystem::path folders::notes() {
+    const auto program = programFolder();
+    return notesIn(isShared(program) ? "" : program, userData());
+}
 
 std::filesystem::path folders::userData() {
     auto data = absoluteFrom("XDG_DATA_HOME");
@@ -57,6 +60,13 @@ std::filesystem::path folders::userData() {
 std::filesystem::path folders::notesIn(const std::filesystem::path& program,
                                        const std::filesystem::path& data) {
     return canBeWritten(program) ? program : data;
+}
+
+bool folders::isShared(const std::filesystem::path& program) {
+    const char* const any = "button.swf";
+    std::error_code unreadable;
+    return movieFor(program, any) != program / any &&
+           std::filesystem::exists(movieFor(program, any), unreadable);
 }
 
 std::filesystem::path folders::movie(const char* name) { return movieFor(programFolder(), name); }

@@ -16,6 +16,10 @@ namespace folders {
 [[nodiscard]] std::filesystem::path notesIn(const std::filesystem::path& program,
                                             const std::filesystem::path& data);
 
+/// Whether the folder of the program is one that holds other programs too: what goes with this one
+/// is in the folder for data instead.
+[[nodiscard]] bool isShared(const std::filesystem::path& program);
+
 /// The file of this name in the program's folder or, where there is none, in the folder for data
 /// that goes with it.
 [[nodiscard]] std::filesystem::path movieFor(const std::filesystem::path& program,

@@ -181,4 +181,17 @@ TEST(MovieFolder, IsTheProgramsOwnWhereTheFileIsThere) {
               prefix.path() / "share" / "cobweave" / "about.swf");
 }
 
+TEST(ProgramFolder, IsSharedWhereTheMoviesAreInTheFolderForData) {
+    const TemporaryFolder prefix;
+    const auto program = prefix.path() / "bin";
+    const auto data = prefix.path() / "share" / "cobweave";
+    std::filesystem::create_directories(program);
+    std::filesystem::create_directories(data);
+    EXPECT_FALSE(folders::isShared(program));
+    std::ofstream(data / "button.swf") << "movie";
+    EXPECT_TRUE(folders::isShared(program));
+    std::ofstream(program / "button.swf") << "movie";
+    EXPECT_FALSE(folders::isShared(program));
+}
+
 }  // namespace
