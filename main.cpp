@@ -9,6 +9,7 @@
 #include "platform/Display.h"
 #include "platform/Folders.h"
 #include "platform/ForeignWindows.h"
+#include "platform/Launcher.h"
 #include "platform/MachineFacts.h"
 #include "platform/MediaPlayer.h"
 #include "platform/MessageBox.h"
@@ -37,6 +38,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -99,7 +101,8 @@ int main(int argc, char* argv[]) {
     look::apply();
 
     const std::unique_ptr<Platform> platform = makePlatform();
-    platform->endRequested = [] { QApplication::exit(EXIT_SUCCESS); };
+    const auto end = [] { QApplication::exit(EXIT_SUCCESS); };
+    platform->endRequested = end;
     const std::unique_ptr<MessageBox> messageBox =
         withWindows ? makeMessageBox() : makeMessageBoxWithoutWindows();
     const std::unique_ptr<MachineFacts> machine = makeMachineFacts();
@@ -161,15 +164,37 @@ int main(int argc, char* argv[]) {
         windows.showAbout = [&about] { about.Show(); };
         windows.addToLog = [&log](std::string_view text) { log.load().AddItem(text); };
         windows.popup = [&popups](std::string_view text) { popups.popup(text); };
+        trayIcon->noPlace = [&popups] {
+            printTrouble(
+                "this desktop has no place for an icon. Cobweave in its list of programs shows the "
+                "options, and in the menu of a right click all windows. GNOME has a place with the "
+                "package gnome-shell-extension-appindicator");
+            popups.popup(
+                "This desktop has no place for the icon. Click Cobweave in its list of programs "
+                "for "
+                "the options, right-click it there for the rest.");
+        };
     }
 
+    const std::unique_ptr<Launcher> launcher = makeLauncher(COBWEAVE_ID);
+    launcher->activated = windows.showOptions;
+    launcher->actionChosen = [actions = std::map<std::string_view, Event<>>{
+                                  {"options", windows.showOptions},
+                                  {"help", windows.showHelp},
+                                  {"notes", windows.showNotes},
+                                  {"log", windows.showLog},
+                                  {"about", windows.showAbout},
+                                  {"quit", end},
+                              }](std::string_view name) {
+        if (const auto chosen = actions.find(name); chosen != actions.end()) chosen->second();
+    };
+
     // Within the loop, so that the program can be ended while a box at start-up is open.
-    QTimer::singleShot(0, [&host] {
-        switch (host.Load()) {
-            case frmMain::Start::Listening: printHowToConnect(); break;
-            case frmMain::Start::Deaf: break;
-            case frmMain::Start::SecondCopy: QApplication::exit(EXIT_FAILURE); break;
-        }
+    QTimer::singleShot(0, [&host, &launcher = *launcher] {
+        const frmMain::Start start = host.Load();
+        if (start == frmMain::Start::SecondCopy) return QApplication::exit(EXIT_FAILURE);
+        if (start == frmMain::Start::Listening) printHowToConnect();
+        launcher.listen();
     });
     return QApplication::exec();
 }

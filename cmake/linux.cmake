@@ -21,7 +21,9 @@ set(COBWEAVE_PLATFORM_CORE
 set(COBWEAVE_PLATFORM_QT
     platform/linux/Platform.cpp
     platform/linux/TrayHost.cpp
+    platform/linux/bus/ApplicationObject.cpp
     platform/linux/bus/BusConnection.cpp
+    platform/linux/bus/Launcher.cpp
     platform/linux/bus/MediaPlayer.cpp
     platform/linux/bus/MprisBus.cpp
     platform/linux/bus/StatusNotifierSearch.cpp

@@ -22,6 +22,7 @@ set(COBWEAVE_PLATFORM_CORE
     platform/windows/Folders.cpp
     platform/windows/ForeignWindows.cpp
     platform/windows/HiddenWindow.cpp
+    platform/windows/Launcher.cpp
     platform/windows/MachineFacts.cpp
     platform/windows/MediaPlayer.cpp
     platform/windows/OwnWindows.cpp

@@ -2,6 +2,7 @@
 
 #include "base/Event.h"
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,6 +21,9 @@ struct MenuEntry {
 /// The program's icon in the notification area of the desktop.
 class Tray {
 public:
+    /// The desktop has had no place for the icon for some time since `add`. Raised once.
+    Event<> noPlace;
+
     Tray() = default;
     Tray(const Tray&) = delete;
     Tray& operator=(const Tray&) = delete;
@@ -35,5 +39,7 @@ public:
     virtual void remove() = 0;
 };
 
-/// An icon that has not been added yet.
-[[nodiscard]] std::unique_ptr<Tray> makeTray();
+/// An icon that has not been added yet. `patience` is how long a desktop may take to show a place
+/// for it: in a session that has just begun, panels start beside the program.
+[[nodiscard]] std::unique_ptr<Tray> makeTray(
+    std::chrono::milliseconds patience = std::chrono::seconds(10));

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QSystemTrayIcon>
+#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -16,13 +17,17 @@ QString toolTip(const std::string& tip) { return toQString(tip).replace("\r\n", 
 
 class QtTray final : public Tray {
 public:
-    QtTray() {
+    explicit QtTray(std::chrono::milliseconds patience) {
         host->found = [this] { show(); };
+        waiting.setSingleShot(true);
+        waiting.setInterval(patience);
+        waiting.callOnTimeout([this] { noPlace(); });
     }
 
     void add(std::string_view text, const std::vector<MenuEntry>& entries) override {
         tip = text;
         menuEntries = entries;
+        waiting.start();
         host->search();
     }
 
@@ -32,6 +37,7 @@ public:
     }
 
     void remove() override {
+        waiting.stop();
         host.reset();
         icon.reset();
     }
@@ -54,6 +60,7 @@ private:
     // Not before there is a place: with the first icon Qt decides, for the whole run, which kind of
     // place it uses, and with the first menu it begins to look at fonts.
     void show() {
+        waiting.stop();
         makeMenu();
         icon = std::make_unique<QSystemTrayIcon>(QApplication::windowIcon());
         icon->setContextMenu(menu.get());
@@ -66,10 +73,13 @@ private:
     std::string tip;
     std::vector<MenuEntry> menuEntries;
     std::unique_ptr<QMenu> menu;
+    QTimer waiting;
     std::unique_ptr<TrayHost> host = makeTrayHost();
     std::unique_ptr<QSystemTrayIcon> icon;
 };
 
 }  // namespace
 
-std::unique_ptr<Tray> makeTray() { return std::make_unique<QtTray>(); }
+std::unique_ptr<Tray> makeTray(std::chrono::milliseconds patience) {
+    return std::make_unique<QtTray>(patience);
+}

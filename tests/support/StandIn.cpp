@@ -191,6 +191,14 @@ xcb_window_t StandIn::focused() {
         ->focus;
 }
 
+void StandIn::takeSelection(const std::string& selection) {
+    const xcb_window_t owner = xcb_generate_id(connection);
+    xcb_create_window(connection, 0, owner, screenRoot, -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_set_selection_owner(connection, owner, atom(selection), XCB_CURRENT_TIME);
+    sync();
+}
+
 xcb_window_t StandIn::ownerOf(const std::string& selection) {
     const auto cookie = xcb_get_selection_owner(connection, atom(selection));
     return own(xcb_get_selection_owner_reply(connection, cookie, nullptr))->owner;

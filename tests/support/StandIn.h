@@ -49,6 +49,8 @@ public:
     void setNumbers(xcb_window_t window, const std::string& name, xcb_atom_t type,
                     const std::vector<std::uint32_t>& numbers);
     void remove(xcb_window_t window, const std::string& name);
+    /// Becomes the owner of a selection, and does nothing with it.
+    void takeSelection(const std::string& selection);
     /// Asks the window manager for something, by a message about a window.
     void tellRoot(xcb_window_t window, const std::string& type,
                   const std::vector<std::uint32_t>& numbers);

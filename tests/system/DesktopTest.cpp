@@ -2,6 +2,7 @@
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
 #include "tests/support/Relay.h"
+#include "tests/support/SessionBus.h"
 #include "tests/support/StandIn.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Variable.h"
@@ -11,6 +12,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
 
 #include <fstream>
 
@@ -30,6 +35,7 @@ protected:
     std::unique_ptr<Program> program;
 
     void start(const Options& settings = {}) {
+        giveIconAPlace();
         const auto prepare = [&](const std::filesystem::path& folder) {
             writeSettings(folder, storedOptions({{"useristyping", "False"}}));
             writeSettings(folder, storedOptions(settings));
@@ -38,6 +44,12 @@ protected:
             .environment = {{"DISPLAY", display.name()}, {"DBUS_SESSION_BUS_ADDRESS", "disabled:"}},
             .prepare = prepare});
         program->waitUntilReady();
+    }
+
+    /// Without one the program would tell of that in a toast, on a slow machine before the others.
+    virtual void giveIconAPlace() {
+        constexpr const char* place = "_NET_SYSTEM_TRAY_S0";
+        if (other.ownerOf(place) == 0) other.takeSelection(place);
     }
 
     /// Opens a window of Messenger's process, and waits until the window manager has taken it.
@@ -179,9 +191,14 @@ protected:
         const auto wine = tools.path() / "wine";
         std::ofstream(wine) << "#!/bin/sh\nprintf '%s' \"$*\" > " << started().string() << '\n';
         std::filesystem::permissions(wine, std::filesystem::perms::owner_all);
+        const auto place = tools.path() / "drive_c" / "Program Files" / "MSN Messenger";
+        std::filesystem::create_directories(place);
+        std::ofstream(place / "msnmsgr.exe").close();
+        std::ofstream(tools.path() / "system.reg").close();
         program = std::make_unique<Program>(
             Program::Options{.environment = {{"DISPLAY", display.name()},
                                              {"DBUS_SESSION_BUS_ADDRESS", "disabled:"},
+                                             {"WINEPREFIX", tools.path().string()},
                                              {"PATH", tools.path().string() + ":/usr/bin:/bin"}}});
         program->waitUntilReady();
         display.waitForWindow(options);
@@ -201,6 +218,45 @@ protected:
 
     static constexpr const char* options = "Cobweave - Options";
 };
+
+/// On a session bus, as a launcher's click and its menu come to it.
+class Launched : public OnTheDesktop {
+protected:
+    SessionBus bus;
+
+    void startOnTheBus() {
+        giveIconAPlace();
+        program = std::make_unique<Program>(
+            Program::Options{.environment = {{"DISPLAY", display.name()},
+                                             {"DBUS_SESSION_BUS_ADDRESS", bus.address()}},
+                             .prepare = [](const std::filesystem::path& folder) {
+                                 writeSettings(folder, storedOptions({{"useristyping", "False"}}));
+                             }});
+        program->waitUntilReady();
+    }
+    /// Calls whoever owns the program's name.
+    [[nodiscard]] bool calls(const char* method, const QVariantList& arguments) {
+        auto call = QDBusMessage::createMethodCall(COBWEAVE_ID, "/net/cobweave/Cobweave",
+                                                   "org.freedesktop.Application", method);
+        call.setArguments(arguments);
+        return desktop.call(call).type() == QDBusMessage::ReplyMessage;
+    }
+
+private:
+    int count = 0;
+    QCoreApplication application{count, nullptr};
+    QDBusConnection desktop{
+        QDBusConnection::connectToBus(QString::fromStdString(bus.address()), "desktop")};
+};
+
+TEST_F(Launched, ShowsTheOptionsByAClickAndEndsByItsMenu) {
+    startOnTheBus();
+    // The name is asked for when the first line has been printed.
+    ASSERT_TRUE(becomesTrue([&] { return calls("Activate", {QVariantMap()}); }));
+    display.waitForWindow("Cobweave - Options");
+    ASSERT_TRUE(calls("ActivateAction", {"quit", QVariantList(), QVariantMap()}));
+    EXPECT_EQ(program->waitForEnd(), 0);
+}
 
 TEST_F(FirstRun, LeadsFromTheOptionsToAClientThatSignsInWithTheChosenStatus) {
     startForTheFirstTime();
@@ -225,6 +281,7 @@ class WithATray : public OnTheDesktop {
 protected:
     Child tray = startTray();
 
+    void giveIconAPlace() override {}
     [[nodiscard]] static Child startTray() {
         return Child({"trayer", "--edge", "top", "--align", "left", "--widthtype", "request",
                       "--height", "24"});

@@ -1,0 +1,13 @@
+#include "platform/linux/bus/ApplicationObject.h"
+
+void ApplicationObject::Activate(const QVariantMap& /*platformData*/) { activated(); }
+
+/// The program opens no files.
+void ApplicationObject::Open(const QStringList& /*uris*/, const QVariantMap& /*platformData*/) {
+    activated();
+}
+
+void ApplicationObject::ActivateAction(const QString& name, const QVariantList& /*parameter*/,
+                                       const QVariantMap& /*platformData*/) {
+    actionChosen(name);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "base/Event.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariantList>
+#include <QVariantMap>
+
+/// What a program offers on the session bus to the desktop, which launches it: the methods of the
+/// interface "org.freedesktop.Application".
+class ApplicationObject final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
+public:
+    Event<> activated;
+    Event<const QString&> actionChosen;
+
+public Q_SLOTS:
+    void Activate(const QVariantMap& platformData);
+    void Open(const QStringList& uris, const QVariantMap& platformData);
+    void ActivateAction(const QString& name, const QVariantList& parameter,
+                        const QVariantMap& platformData);
+};

@@ -1,0 +1,48 @@
+#include "platform/Tray.h"
+
+#include "tests/support/SessionBus.h"
+#include "tests/support/comesTrue.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A desktop that shows no icons.
+class NoIconPlace : public testing::Test {
+protected:
+    SessionBus bus;
+
+    /// Waits longer than `tray` does, by waiting for another one.
+    static void outwait(std::chrono::milliseconds patience) {
+        const auto other = makeTray(patience);
+        bool isOver = false;
+        other->noPlace = [&] { isOver = true; };
+        other->add("", {});
+        EXPECT_TRUE(comesTrue([&] { return isOver; }));
+    }
+};
+
+TEST_F(NoIconPlace, IsToldOnce) {
+    const auto tray = makeTray(1ms);
+    int told = 0;
+    tray->noPlace = [&] { ++told; };
+    tray->add("", {});
+    EXPECT_EQ(told, 0);
+    EXPECT_TRUE(comesTrue([&] { return told > 0; }));
+    outwait(5ms);
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(NoIconPlace, IsNotToldOfAnIconThatHasBeenTakenAway) {
+    const auto tray = makeTray(1ms);
+    int told = 0;
+    tray->noPlace = [&] { ++told; };
+    tray->add("", {});
+    tray->remove();
+    outwait(5ms);
+    EXPECT_EQ(told, 0);
+}
+
+}  // namespace
