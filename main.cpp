@@ -20,6 +20,8 @@
 #include "platform/qt/Application.h"
 #include "platform/qt/qtMessages.h"
 #include "platform/qt/qtPlatform.h"
+#include "platform/shared/systemSockets.h"
+#include "proxy/firstWords.h"
 #include "proxy/frmMain.h"
 #include "stores/NotesStore.h"
 #include "stores/SettingsStore.h"
@@ -33,7 +35,6 @@
 #include "ui/toasts/clspopups.h"
 
 #include <QApplication>
-#include <QSysInfo>
 #include <QTimer>
 
 #include <array>
@@ -42,6 +43,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -70,12 +72,14 @@ int answerArguments(int argc, const char* const* argv) {
 
 void printTrouble(std::string_view text) { console::error("Cobweave: " + std::string(text) + '.'); }
 
-void printHowToConnect() {
-    console::output("Cobweave " COBWEAVE_VERSION
-                    " is ready. In Messenger, use a proxy server of type SOCKS version 4, "
-                    "server 127.0.0.1 (from another machine: " +
-                    QSysInfo::machineHostName().toStdString() + "), port " +
-                    std::to_string(frmMain::listeningPort) + '.');
+void printFirstWords() {
+    std::vector<std::uint32_t> addresses;
+    for (const AddressRange& network : systemSockets::ownNetworks())
+        addresses.push_back(network.address);
+    for (const std::string& line :
+         firstWords(COBWEAVE_VERSION, frmMain::listeningPort, addresses)) {
+        console::output(line);
+    }
 }
 
 }  // namespace
@@ -193,7 +197,7 @@ int main(int argc, char* argv[]) {
     QTimer::singleShot(0, [&host, &launcher = *launcher] {
         const frmMain::Start start = host.Load();
         if (start == frmMain::Start::SecondCopy) return QApplication::exit(EXIT_FAILURE);
-        if (start == frmMain::Start::Listening) printHowToConnect();
+        if (start == frmMain::Start::Listening) printFirstWords();
         launcher.listen();
     });
     return QApplication::exec();

@@ -8,8 +8,8 @@ namespace folders {
 /// Where this user's programs keep their settings. The folder need not exist yet.
 [[nodiscard]] std::filesystem::path settings();
 
-/// Where the notes are kept: the folder of the program, if it is the program's own and this user can
-/// write there, or else a folder of this user's data, which need not exist yet.
+/// Where the notes are kept: the folder of the program, if it is the program's own and this user
+/// can write there, or else a folder of this user's data, which need not exist yet.
 [[nodiscard]] std::filesystem::path notes();
 
 /// The movie of this file name that came with the program: the one beside it or, where there is

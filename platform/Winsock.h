@@ -34,6 +34,8 @@ struct SocketTrouble {
     int number;
     /// In words, in the program's code page.
     std::string description;
+    /// Of a port that is taken: the command that tells a user by which program.
+    std::string question = {};
 };
 
 /// One TCP socket over IPv4, listening or connected, with Nagle's delay off. All operations return

@@ -48,6 +48,9 @@ frmMain::Start frmMain::Load() {
     ChangeSong->enable(songInterval);
     if (const auto trouble = Winsock1->Listen(listeningPort)) {
         if (trouble->number == SocketTrouble::addressInUse) {
+            // Before the box, which waits for its answer.
+            this->trouble("port " + std::to_string(listeningPort) + " is taken; \"" +
+                          trouble->question + "\" says by which program");
             messageBox.critical("Please do not run multiple instances of Cobweave."sv);
             windows.removeTrayIcon();
             return Start::SecondCopy;

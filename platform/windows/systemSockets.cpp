@@ -96,7 +96,8 @@ void prepare() {
 
 SocketTrouble troubleOf(int error) {
     static_assert(WSAEADDRINUSE == SocketTrouble::addressInUse);
-    return {error, codePage::fromUtf8(wideText::describe(static_cast<unsigned long>(error)))};
+    return {error, codePage::fromUtf8(wideText::describe(static_cast<unsigned long>(error))),
+            error == WSAEADDRINUSE ? "netstat -ano" : ""};
 }
 
 NewSocket open() { return madeFrom(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP)); }
