@@ -1,5 +1,6 @@
 #include "proxy/SendQueues.h"
 
+#include "conversation/ProgramWindows.h"
 #include "platform/shared/StreamSocket.h"
 #include "proxy/MSNProxy.h"
 #include "tests/platform/shared/SocketLoop.h"
