@@ -40,6 +40,8 @@ set(COBWEAVE_PLATFORM_QT
     platform/windows/Platform.cpp
     platform/windows/TrayHost.cpp)
 set(COBWEAVE_PLATFORM_LIBRARIES)
+# The platform of a run without a desktop, which a static Qt does not link by itself.
+cmake_language(DEFER CALL qt_import_plugins cobweave INCLUDE Qt6::QOffscreenIntegrationPlugin)
 
 # The icon, whose pictures are those of the window, what the system shows as the program's version,
 # and what it is told of the program.
