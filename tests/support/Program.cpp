@@ -5,9 +5,13 @@
 #include "tests/support/readFile.h"
 #include "tests/support/storedSettings.h"
 
+#include <algorithm>
 #include <array>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
+#include <iterator>
+#include <sstream>
 #include <stdexcept>
 #include <thread>
 #include <tuple>
@@ -37,11 +41,46 @@ void fill(int writer) {
     fcntl(writer, F_SETFL, 0);
 }
 
+/// The program that is tested: what starts it, if anything has to, and its file.
+struct Tested {
+    std::vector<std::string> starter;
+    std::filesystem::path file = COBWEAVE_EXECUTABLE;
+};
+
+Tested tested() {
+    const char* const command = std::getenv("COBWEAVE_PROGRAM");
+    if (command == nullptr) return {};
+    std::istringstream words(command);
+    std::vector<std::string> starter{std::istream_iterator<std::string>(words), {}};
+    const std::filesystem::path file = starter.back();
+    starter.pop_back();
+    return {starter, file};
+}
+
+/// As Windows names a file of Linux under Wine.
+std::string windowsPath(const std::filesystem::path& path) {
+    std::string text = "Z:" + path.string();
+    std::ranges::replace(text, '/', '\\');
+    return text;
+}
+
 /// Its address space, in bytes, and what of it is in memory.
 struct Sizes {
     std::size_t all = 0;
     std::size_t resident = 0;
 };
+
+/// Copies of the program that have not been waited for.
+int runningPrograms = 0;
+
+bool isPortFree() {
+    try {
+        (void)Peer::connectedTo(Program::port);
+        return false;
+    } catch (const std::runtime_error&) {
+        return true;
+    }
+}
 
 Sizes sizesOf(pid_t process) {
     std::ifstream table("/proc/" + std::to_string(process) + "/statm");
@@ -52,6 +91,8 @@ Sizes sizesOf(pid_t process) {
 }
 
 }  // namespace
+
+bool Program::isForWindows() { return tested().file.extension() == ".exe"; }
 
 Program::Program(const Options& options) {
     if (options.prepare) options.prepare(folder.path());
@@ -67,32 +108,40 @@ Program::Program(const Options& options) {
             open((folder.path() / "errors").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
     }
     // A copy: it keeps its notes beside itself, and nobody else's are to be touched.
-    const std::filesystem::path executable = folder.path() / "cobweave";
-    std::filesystem::copy_file(COBWEAVE_EXECUTABLE, executable);
-    const std::filesystem::path home = std::filesystem::path(COBWEAVE_EXECUTABLE).parent_path();
-    for (const auto& file : std::filesystem::directory_iterator(home)) {
+    const Tested original = tested();
+    const std::filesystem::path executable = folder.path() / original.file.filename();
+    std::filesystem::copy_file(original.file, executable);
+    for (const auto& file : std::filesystem::directory_iterator(original.file.parent_path())) {
         if (file.path().extension() != ".swf") continue;
         std::filesystem::copy_file(file, folder.path() / file.path().filename());
     }
-    std::vector<std::string> command{executable};
-    command.insert(command.end(), options.arguments.begin(), options.arguments.end());
-    ProcessStart start{.command = std::move(command),
-                       .environment = {{"DISPLAY", {}},
-                                       {"WAYLAND_DISPLAY", {}},
-                                       {"QT_QPA_PLATFORM", {}},
-                                       {"XDG_CONFIG_HOME", folder.path()}},
+    const std::filesystem::path settings =
+        options.settings.empty() ? folder.path() : options.settings;
+    ProcessStart start{.command = original.starter,
+                       .environment = {{"WAYLAND_DISPLAY", {}}, {"QT_QPA_PLATFORM", {}}},
                        .output = childOutput.get(),
                        .errors = childErrors.get(),
                        .descriptors = options.descriptors};
+    start.command.push_back(executable);
+    start.command.insert(start.command.end(), options.arguments.begin(), options.arguments.end());
+    if (isForWindows()) {
+        start.environment["APPDATA"] = windowsPath(settings);
+    } else {
+        start.environment["DISPLAY"] = std::nullopt;
+        start.environment["XDG_CONFIG_HOME"] = settings;
+    }
     for (const auto& [name, value] : options.environment)
         start.environment[name] = value;
     process = startProcess(start);
+    ++runningPrograms;
 }
 
 Program::~Program() {
-    if (!isRunning()) return;
-    signal(SIGKILL);
-    (void)waitForEnd();
+    if (isRunning()) kill(process, SIGKILL);
+    while (isRunning())
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    // Wine closes what a process had open a little after its end.
+    if (--runningPrograms == 0 && isForWindows()) (void)becomesTrue([] { return isPortFree(); });
 }
 
 std::string Program::waitUntilReady() {
@@ -124,7 +173,13 @@ void Program::setSetting(const std::string& key, const std::string& value) {
     writeSettings(folder.path(), storedOptions({{key, value}}));
 }
 
-void Program::signal(int number) const { kill(process, number); }
+void Program::signal(int number) const {
+    if (!isForWindows() || number == SIGKILL) {
+        kill(process, number);
+    } else if (std::system("wine taskkill /IM cobweave.exe >/dev/null 2>&1") != 0) {
+        throw std::runtime_error("the program cannot be asked to end");
+    }
+}
 
 int Program::waitForEnd() {
     const auto deadline = std::chrono::steady_clock::now() + waitLimit;

@@ -13,6 +13,11 @@
 
 /// The program itself as a process of its own, with a store that is thrown away. It ends with this
 /// object, by SIGKILL if need be.
+///
+/// It is the one that the tests were built with or, where COBWEAVE_PROGRAM holds the words of a
+/// command, the file that the last of them names, started by the others: "wine .../cobweave.exe".
+/// Under Wine it is on the display of the tests, since Windows is never without one, and has their
+/// network.
 class Program {
 public:
     /// Its port, which is fixed.
@@ -21,8 +26,10 @@ public:
     using Environment = std::map<std::string, std::string>;
 
     struct Options {
-        /// Set on top of an environment without a display.
+        /// Set on top of an environment that, on Linux, is without a display.
         Environment environment = {};
+        /// The folder for the settings of all programs, where it is not one that is thrown away.
+        std::filesystem::path settings = {};
         /// Nobody reads what it says on standard error: writing there fails.
         bool unheard = false;
         /// Standard error is a pipe that is full and that nobody reads: writing there blocks.
@@ -34,6 +41,9 @@ public:
         /// Called with its folder for settings, before it is started.
         std::function<void(const std::filesystem::path&)> prepare = {};
     };
+
+    /// Whether it is the program for Windows that is tested.
+    [[nodiscard]] static bool isForWindows();
 
     Program() : Program(Options()) {}
     explicit Program(const Options& options);
@@ -47,6 +57,7 @@ public:
     /// Writes a setting into its store, as another process.
     void setSetting(const std::string& key, const std::string& value);
 
+    /// SIGINT, SIGTERM or SIGKILL. On Windows the first two are the message that asks it to end.
     void signal(int number) const;
     /// All that it has written to standard output, to be called when it has ended.
     [[nodiscard]] std::string waitForOutput();

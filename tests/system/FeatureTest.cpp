@@ -169,7 +169,7 @@ TEST_F(UnheardFeatures, NotesThatCannotBeSavedEndNothing) {
 
 TEST(LastWords, SurviveARestart) {
     const TemporaryFolder settings;
-    const Program::Options options{.environment = {{"XDG_CONFIG_HOME", settings.path()}}};
+    const Program::Options options{.environment = {}, .settings = settings.path()};
     {
         Program first(options);
         first.waitUntilReady();

@@ -201,7 +201,7 @@ TEST(SecondCopy, IsEndedBySignalWhileItsBoxIsOpen) {
 
 TEST(Store, ThatIsDamagedIsKeptAndTheProgramGoesOn) {
     const std::string garbage(5000, 'x');
-    Program program({.environment = {}, .descriptors = 0, .prepare = [&](const auto& folder) {
+    Program program({.environment = {}, .prepare = [&](const auto& folder) {
                          std::filesystem::create_directory(folder / "Cobwaeve");
                          std::ofstream(folder / "Cobwaeve" / "settings.db") << garbage;
                      }});
@@ -212,7 +212,7 @@ TEST(Store, ThatIsDamagedIsKeptAndTheProgramGoesOn) {
 }
 
 TEST(Store, ThatCannotBeMadeIsToldAndTheProgramGoesOn) {
-    Program program({.environment = {{"XDG_CONFIG_HOME", "/proc/self"}}});
+    Program program({.environment = {}, .settings = "/proc/self"});
     program.waitUntilReady();
     EXPECT_THAT(program.errors(), HasSubstr("cannot be used"));
     EXPECT_EQ(Relay::through(Program::port).up("CHG 9 NLN 0\r\n"), "CHG 9 NLN 0\r\n");
