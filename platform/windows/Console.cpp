@@ -44,37 +44,34 @@ void writeNow(HANDLE stream, const std::string& line) {
     }
 }
 
-/// Writes in a thread of its own: a console blocks whoever writes to it while the user selects text
-/// there, and a pipe while nobody reads.
+/// Writes to one stream in a thread of its own: a console blocks whoever writes to it while the
+/// user selects text there, and a pipe while nobody reads.
 class Writer {
 public:
-    Writer() {
+    explicit Writer(DWORD standard) {
+        // Fails, as it should, for the second stream.
         AttachConsole(ATTACH_PARENT_PROCESS);
-        output = open(STD_OUTPUT_HANDLE);
-        error = open(STD_ERROR_HANDLE);
+        stream = open(standard);
         std::thread([this] { run(); }).detach();
     }
 
     /// Returns when the line is written or, while the thread is blocked, at once.
-    void write(HANDLE stream, std::string line) {
+    void write(std::string line) {
         std::unique_lock lock(mutex);
         if (lines.size() == mostLines) return;
-        lines.emplace_back(stream, std::move(line));
+        lines.push_back(std::move(line));
         const std::uint64_t number = ++lastNumber;
         isMore.notify_one();
         if (isBlocked) return;
         isBlocked = !isLess.wait_for(lock, patience, [&] { return written >= number; });
     }
 
-    HANDLE output = nullptr;
-    HANDLE error = nullptr;
-
 private:
     [[noreturn]] void run() {
         std::unique_lock lock(mutex);
         while (true) {
             isMore.wait(lock, [this] { return !lines.empty(); });
-            const auto [stream, line] = std::move(lines.front());
+            const std::string line = std::move(lines.front());
             lines.pop_front();
             lock.unlock();
             writeNow(stream, line);
@@ -85,19 +82,25 @@ private:
         }
     }
 
+    HANDLE stream = nullptr;
     std::mutex mutex;
     std::condition_variable isMore;
     std::condition_variable isLess;
-    std::deque<std::pair<HANDLE, std::string>> lines;
+    std::deque<std::string> lines;
     std::uint64_t lastNumber = 0;
     std::uint64_t written = 0;
     bool isBlocked = false;
 };
 
-/// It is never destroyed, for its thread may be at work until the process is over.
-Writer& writer() {
-    static Writer& only = *new Writer;
-    return only;
+/// They are never destroyed, for their threads may be at work until the process is over.
+struct Writers {
+    Writer output{STD_OUTPUT_HANDLE};
+    Writer error{STD_ERROR_HANDLE};
+};
+
+Writers& writers() {
+    static Writers& both = *new Writers;
+    return both;
 }
 
 std::string lineOf(std::string_view text) {
@@ -108,8 +111,8 @@ std::string lineOf(std::string_view text) {
 
 }  // namespace
 
-void console::prepare() { (void)writer(); }
+void console::prepare() { (void)writers(); }
 
-void console::output(std::string_view line) { writer().write(writer().output, lineOf(line)); }
+void console::output(std::string_view line) { writers().output.write(lineOf(line)); }
 
-void console::error(std::string_view line) { writer().write(writer().error, lineOf(line)); }
+void console::error(std::string_view line) { writers().error.write(lineOf(line)); }
