@@ -63,5 +63,16 @@ set_source_files_properties(${PROJECT_BINARY_DIR}/cobweave.rc PROPERTIES
 enable_language(RC)
 set(COBWEAVE_PLATFORM_PROGRAM ${PROJECT_BINARY_DIR}/cobweave.rc)
 
-# Nobody reads the names of its functions, which are a third of it.
-set(CMAKE_EXE_LINKER_FLAGS_RELEASE -s)
+# Nobody reads the names of its functions, which are a third of it, nor the time of its making, which
+# would make each build another one.
+set(CMAKE_EXE_LINKER_FLAGS_RELEASE "-s -Wl,--no-insert-timestamp")
+
+# What users download.
+set(COBWEAVE_SETUP ${PROJECT_BINARY_DIR}/cobweave-${PROJECT_VERSION}-setup.exe)
+add_custom_command(
+    OUTPUT ${COBWEAVE_SETUP}
+    BYPRODUCTS ${PROJECT_BINARY_DIR}/cobweave-${PROJECT_VERSION}-windows.zip
+    COMMAND ${PROJECT_SOURCE_DIR}/packaging/windows/package ${PROJECT_BINARY_DIR}
+    DEPENDS cobweave movies LICENSE packaging/windows/package packaging/windows/setup.nsi
+    VERBATIM)
+add_custom_target(downloads DEPENDS ${COBWEAVE_SETUP})
