@@ -72,14 +72,24 @@ int answerArguments(int argc, const char* const* argv) {
 
 void printTrouble(std::string_view text) { console::error("Cobweave: " + std::string(text) + '.'); }
 
-void printFirstWords() {
+/// What to enter in Messenger, and under which addresses of this moment.
+std::vector<std::string> wordsOfNow() {
     std::vector<std::uint32_t> addresses;
     for (const AddressRange& network : systemSockets::ownNetworks())
         addresses.push_back(network.address);
-    for (const std::string& line :
-         firstWords(COBWEAVE_VERSION, frmMain::listeningPort, addresses)) {
+    return firstWords(COBWEAVE_VERSION, frmMain::listeningPort, addresses);
+}
+
+void printFirstWords() {
+    for (const std::string& line : wordsOfNow())
         console::output(line);
-    }
+}
+
+std::string firstWordsInOne() {
+    std::string all;
+    for (const std::string& line : wordsOfNow())
+        all.append(all.empty() ? "" : "\n").append(line);
+    return all;
 }
 
 }  // namespace
@@ -131,9 +141,9 @@ int main(int argc, char* argv[]) {
     frmTray tray(settings, title, *trayIcon);
     FormHolder<frmhelp> help(FormLife::UntilClosed);
     FormHolder<frmoptions> options(FormLife::UntilClosed, [&] {
-        return std::make_unique<frmoptions>(frmoptions::Parts{settings, title, *registry,
-                                                              *messageBox, *otherWindows, *client,
-                                                              *clock, [&help] { help.Show(); }});
+        return std::make_unique<frmoptions>(
+            frmoptions::Parts{settings, title, *registry, *messageBox, *otherWindows, *client,
+                              *clock, firstWordsInOne(), [&help] { help.Show(); }});
     });
     FormHolder<frmnotes> notesForm(FormLife::WholeRun,
                                    [&] { return std::make_unique<frmnotes>(notes, *messageBox); });

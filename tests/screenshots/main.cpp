@@ -54,7 +54,7 @@ void showToast(Album& album) {
     album.add(toast, "toast");
     toast.Label1.setText(
         "Zo\u00EB \u041F\u0440\u0438\u0432\u0435\u0442 \u0645\u0631\u062D\u0628\u0627 "
-        "\u05E9\u05DC\u05D5\u05DD \u4F60\u597D \U0001F600 has opened a conversation window, "
+        "\u05E9\u05DC\u05D5\u05DD \U0001F600 has opened a conversation window, "
         "and says more than a toast has room for, so that its last line ends in an ellipsis.");
     toast.Image1.setHovered(false);
     album.add(toast, "toast-long");
@@ -160,6 +160,7 @@ void showOptions(Album& album) {
                      others,
                      client,
                      facilities.clock,
+                     "",
                      {}});
     showPages(album, form, "options", {0, 1, 2, 4, 5});
 }

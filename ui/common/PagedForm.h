@@ -43,6 +43,9 @@ protected:
     /// Shows a page and hides all others. Hides all where there is no page of this index.
     void showPage(int index);
 
+    /// Shows a text to those who rest the mouse on the band at the top.
+    void setBannerTip(const QString& tip) { banner.setToolTip(tip); }
+
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -63,6 +63,10 @@ void frmoptions::addTexts() {
     };
     for (const auto& [control, tip] : tips)
         control.setToolTip(tip);
+    const QString words = toQString(parts.howToConnect);
+    // As a paragraph, which is wrapped.
+    setBannerTip("<p>" + words.toHtmlEscaped().replace('\n', "<br>") + "</p>");
+    setAccessibleDescription(words);
     Text1.setAccessibleName("Window Caption");
     for (const mdlFunctions::Status& status : mdlFunctions::statuses)
         Combo1.addItem(toQString(status.name));

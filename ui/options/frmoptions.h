@@ -11,6 +11,7 @@
 #include <QRadioButton>
 
 #include <array>
+#include <string>
 
 class Client;
 class Clock;
@@ -33,6 +34,8 @@ public:
         ForeignWindows& windows;
         Client& client;
         Clock& clock;
+        /// What to enter in Messenger so that it connects through the proxy.
+        std::string howToConnect;
         /// Called where the user wants to see the help.
         Event<> showHelp;
     };

@@ -55,7 +55,7 @@ protected:
         std::make_unique<FormHolder<frmoptions>>(FormLife::UntilClosed, [this] {
             return std::make_unique<frmoptions>(
                 frmoptions::Parts{settings, title, facilities.registry, *messageBox, windows,
-                                  client, facilities.clock, showHelp});
+                                  client, facilities.clock, "Use port 1090.", showHelp});
         });
 
     void set(const char* key, std::string_view value) {

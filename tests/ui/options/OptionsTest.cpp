@@ -293,6 +293,12 @@ TEST_F(OptionsWindow, SaysWhatEachControlDoes) {
     EXPECT_TRUE(toggle("Label21").toolTip().contains("hat commands"));
 }
 
+TEST_F(OptionsWindow, SaysAtItsTopHowToConnect) {
+    open();
+    EXPECT_TRUE(the<QWidget>("Banner").toolTip().contains("Use port 1090."));
+    EXPECT_EQ(window().accessibleDescription(), "Use port 1090.");
+}
+
 TEST_F(OptionsWindow, NamesItsControlsForThoseWhoCannotSeeThem) {
     open();
     const std::pair<const char*, const char*> names[] = {
