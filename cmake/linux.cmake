@@ -12,6 +12,7 @@ set(COBWEAVE_PLATFORM_CORE
     platform/linux/Folders.cpp
     platform/linux/MachineFacts.cpp
     platform/linux/Reactor.cpp
+    platform/linux/bus/PlayerList.cpp
     platform/linux/processorTime.cpp
     platform/linux/startProgram.cpp
     platform/linux/systemFiles.cpp

@@ -1,6 +1,7 @@
 #include "platform/MediaPlayer.h"
+
 #include "platform/linux/bus/MprisBus.h"
-#include "platform/shared/PlayerList.h"
+#include "platform/linux/bus/PlayerList.h"
 
 #include <QDBusArgument>
 #include <QMetaObject>

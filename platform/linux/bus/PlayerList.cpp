@@ -1,4 +1,4 @@
-#include "platform/shared/PlayerList.h"
+#include "platform/linux/bus/PlayerList.h"
 
 #include "base/codePage.h"
 
