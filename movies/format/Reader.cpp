@@ -1,6 +1,7 @@
 #include "movies/format/Reader.h"
 
 #include "base/Failure.h"
+#include "movies/format/codes.h"
 
 #include <algorithm>
 
@@ -124,20 +125,24 @@ Color readColor(Reader& reader, bool withAlpha) {
 
 void skipFilters(Reader& reader) {
     for (unsigned left = reader.u8(); left > 0; --left) {
-        switch (reader.u8()) {
-            case 0: reader.skip(23); break;                                 // drop shadow
-            case 1: reader.skip(9); break;                                  // blur
-            case 2: reader.skip(15); break;                                 // glow
-            case 3: reader.skip(27); break;                                 // bevel
-            case 4:                                                         // gradient glow
-            case 7: reader.skip(std::size_t{reader.u8()} * 5 + 19); break;  // gradient bevel
-            case 5: {                                                       // convolution
+        switch (static_cast<FilterType>(reader.u8())) {
+            case FilterType::DropShadow: reader.skip(23); break;
+            case FilterType::Blur: reader.skip(9); break;
+            case FilterType::Glow: reader.skip(15); break;
+            case FilterType::Bevel: reader.skip(27); break;
+            case FilterType::GradientGlow:
+            case FilterType::GradientBevel: {
+                const std::size_t colors = reader.u8();
+                reader.skip(5 * colors + 19);
+                break;
+            }
+            case FilterType::Convolution: {
                 const std::size_t columns = reader.u8();
                 const std::size_t rows = reader.u8();
                 reader.skip(8 + 4 * columns * rows + 5);
                 break;
             }
-            case 6: reader.skip(80); break;  // colours
+            case FilterType::ColorMatrix: reader.skip(80); break;
             default: throw Failure("an unknown filter");
         }
     }

@@ -102,6 +102,18 @@ enum class FillType : std::uint8_t {
     RoughClippedBitmap = 0x43,
 };
 
+/// The kind of a filter.
+enum class FilterType : std::uint8_t {
+    DropShadow = 0,
+    Blur = 1,
+    Glow = 2,
+    Bevel = 3,
+    GradientGlow = 4,
+    Convolution = 5,
+    ColorMatrix = 6,
+    GradientBevel = 7,
+};
+
 /// How the pixels of a packed picture are stored.
 enum class PixelFormat : std::uint8_t { Palette = 3, Pixels15 = 4, Pixels32 = 5 };
 
