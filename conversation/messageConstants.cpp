@@ -73,12 +73,8 @@ bool messageConstants::ExpandConstants(std::string& message, Conversation& conve
     if (!isOn(conversation.services.settings, options::constants)) return false;
     const auto declared = messageTools::PayloadLength(message);
     if (!declared || *declared > longest) return false;
-    if (!mayHoldToken(message)) {
-        message = need(messageTools::FixPayloadLength(std::move(message)));
-        return true;
-    }
     std::string expanded = message;
-    expandAll(expanded, *declared, conversation);
+    if (mayHoldToken(message)) expandAll(expanded, *declared, conversation);
     auto measured = messageTools::FixPayloadLength(std::move(expanded));
     if (!measured) return false;
     message = *std::move(measured);
