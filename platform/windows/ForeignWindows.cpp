@@ -1,14 +1,9 @@
 #include "platform/ForeignWindows.h"
+
 #include "platform/windows/WindowOfClass.h"
 #include "platform/windows/wideText.h"
 
 namespace {
-
-bool isOurs(HWND window) {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    return process == GetCurrentProcessId();
-}
 
 class WindowsForeignWindows final : public ForeignWindows {
 public:

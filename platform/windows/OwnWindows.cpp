@@ -4,26 +4,18 @@
 
 namespace {
 
-/// Null for a window that is none of ours.
-HWND own(WindowHandle window) {
-    const HWND found = toSystem(window);
-    DWORD process = 0;
-    GetWindowThreadProcessId(found, &process);
-    return process == GetCurrentProcessId() ? found : nullptr;
-}
-
 class WindowsOwnWindows final : public OwnWindows {
 public:
     void setTopMost(WindowHandle window, bool topMost) override {
-        const HWND ours = own(window);
-        if (ours == nullptr) return;
+        const HWND ours = toSystem(window);
+        if (!isOurs(ours)) return;
         SetWindowPos(ours, topMost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
                      SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
     }
 
     void setAlpha(WindowHandle window, std::uint8_t alpha) override {
-        const HWND ours = own(window);
-        if (ours == nullptr) return;
+        const HWND ours = toSystem(window);
+        if (!isOurs(ours)) return;
         SetWindowLongPtrW(ours, GWL_EXSTYLE, GetWindowLongPtrW(ours, GWL_EXSTYLE) | WS_EX_LAYERED);
         SetLayeredWindowAttributes(ours, 0, alpha, LWA_ALPHA);
     }

@@ -14,3 +14,10 @@
 /// A window, as the interfaces number it.
 inline HWND toSystem(std::uintptr_t window) { return reinterpret_cast<HWND>(window); }
 inline std::uintptr_t fromSystem(HWND window) { return reinterpret_cast<std::uintptr_t>(window); }
+
+/// Whether a window is this program's.
+inline bool isOurs(HWND window) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    return process == GetCurrentProcessId();
+}
