@@ -1,7 +1,6 @@
-#include "platform/ForeignWindows.h"
 #include "platform/OwnWindows.h"
+#include "tests/platform/shared/FoundMessenger.h"
 #include "tests/platform/shared/WindowStandIn.h"
-#include "tests/support/comesTrue.h"
 
 #include <QWidget>
 
@@ -12,19 +11,8 @@
 
 namespace {
 
-class SystemWindows : public testing::Test {
+class SystemWindows : public FoundMessenger {
 protected:
-    /// Starts the program's side.
-    void start() {
-        windows = makeForeignWindows();
-        windows->changed = [this] { ++changes; };
-    }
-    [[nodiscard]] testing::AssertionResult finds(WindowHandle window) const {
-        if (comesTrue([&] { return windows->MessengerWindowHandle() == window; })) {
-            return testing::AssertionSuccess();
-        }
-        return testing::AssertionFailure() << "found is " << windows->MessengerWindowHandle();
-    }
     [[nodiscard]] testing::AssertionResult hasTitle(WindowHandle window,
                                                     const std::string& expected) const {
         if (comesTrue([&] { return others.titleOf(window) == expected; })) {
@@ -34,8 +22,6 @@ protected:
     }
 
     WindowStandIn others;
-    std::unique_ptr<ForeignWindows> windows;
-    int changes = 0;
 };
 
 TEST_F(SystemWindows, HaveNoMessengerWhereNoneRuns) {

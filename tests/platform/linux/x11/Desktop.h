@@ -1,11 +1,8 @@
 #pragma once
 
-#include "platform/ForeignWindows.h"
+#include "tests/platform/shared/FoundMessenger.h"
 #include "tests/support/StandIn.h"
 #include "tests/support/XServer.h"
-#include "tests/support/comesTrue.h"
-
-#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <memory>
@@ -26,20 +23,8 @@ inline StandIn::Look other(const std::string& title) { return {"xterm", "XTerm",
 }  // namespace looks
 
 /// A screen with other programs on it.
-class Desktop : public testing::Test {
+class Desktop : public FoundMessenger {
 protected:
-    /// Starts the program's side.
-    void start() {
-        windows = makeForeignWindows();
-        windows->changed = [this] { ++changes; };
-    }
-    /// The window that is found becomes this one.
-    [[nodiscard]] testing::AssertionResult finds(WindowHandle window) const {
-        if (comesTrue([&] { return windows->MessengerWindowHandle() == window; })) {
-            return testing::AssertionSuccess();
-        }
-        return testing::AssertionFailure() << "found is " << windows->MessengerWindowHandle();
-    }
     /// This window is the one that is found when all events up to now have been served.
     [[nodiscard]] testing::AssertionResult stays(WindowHandle window) const {
         // Each answer comes after all events before it, and may lead to further requests, of which
@@ -48,8 +33,7 @@ protected:
             (void)windows->foreground();
             QCoreApplication::processEvents();
         }
-        if (windows->MessengerWindowHandle() == window) return testing::AssertionSuccess();
-        return testing::AssertionFailure() << "found is " << windows->MessengerWindowHandle();
+        return isFound(window);
     }
     /// Opens a window, and waits until the window manager, if there is one, has taken and shown it.
     [[nodiscard]] xcb_window_t open(const StandIn::Look& look) {
@@ -81,8 +65,6 @@ protected:
     }
 
     StandIn other;
-    std::unique_ptr<ForeignWindows> windows;
-    int changes = 0;
     bool managed = false;
 
 private:
