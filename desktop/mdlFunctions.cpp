@@ -123,8 +123,7 @@ std::optional<std::int16_t> mdlFunctions::Base256ToInteger(std::string_view text
     return checked<std::int16_t>(value);
 }
 
-std::optional<std::string> mdlFunctions::CodesToText(std::string_view list,
-                                                     const std::function<void()>& turn) {
+std::optional<std::string> mdlFunctions::CodesToText(std::string_view list, const Event<>& turn) {
     std::string text;
     for (std::size_t index = 0; const auto item = word(list, index); ++index) {
         const auto character = characterOf(*item);

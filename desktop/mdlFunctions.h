@@ -1,10 +1,10 @@
 #pragma once
 
+#include "base/Event.h"
 #include "platform/OwnWindows.h"
 
 #include <array>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,8 +39,7 @@ namespace mdlFunctions {
 [[nodiscard]] std::optional<std::int16_t> Base256ToInteger(std::string_view text);
 /// The characters whose codes `list` gives, decimal or hexadecimal behind an "H", with single
 /// blanks between them; nothing where an item is no code. Calls `turn` after each.
-[[nodiscard]] std::optional<std::string> CodesToText(std::string_view list,
-                                                     const std::function<void()>& turn);
+[[nodiscard]] std::optional<std::string> CodesToText(std::string_view list, const Event<>& turn);
 
 /// Puts a window above all others ("Enabled") or back among them ("Disabled"); any other word does
 /// nothing.

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/Event.h"
 #include "tests/stores/StoreFolder.h"
 
 #include <gmock/gmock.h>
 
 #include <chrono>
-#include <functional>
 #include <optional>
 
 /// The waiting of all connections of this process passes at once, and the test may act while it
@@ -15,11 +15,13 @@ public:
     Waiting() {
         passed = std::chrono::microseconds{0};
         now = {};
-        meanwhile = [] {};
+        meanwhile = {};
         system->xSleep = [](sqlite3_vfs*, int time) {
             passed += std::chrono::microseconds(time);
             now += std::chrono::microseconds(time);
-            meanwhile();
+            // It may set another one.
+            const Event<> step = meanwhile;
+            step();
             return time;
         };
     }
@@ -29,7 +31,7 @@ public:
 
     static inline std::chrono::microseconds passed{};
     static inline std::chrono::steady_clock::time_point now;
-    static inline std::function<void()> meanwhile;
+    static inline Event<> meanwhile;
 
 private:
     sqlite3_vfs* system = sqlite3_vfs_find(nullptr);
@@ -62,7 +64,7 @@ protected:
         Waiting::meanwhile = [this, time] {
             if (Waiting::passed < time) return;
             unlock();
-            Waiting::meanwhile = [] {};
+            Waiting::meanwhile = {};
         };
     }
     [[nodiscard]] auto tellsOfTheLockOnce() const {

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/Event.h"
 #include "platform/EventLoop.h"
 #include "platform/Winsock.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,7 +20,7 @@ public:
     SocketState state = SocketState::Closed;
     std::optional<SocketTrouble> listenTrouble;
     std::uint16_t listensOn = 0;
-    std::function<void()> listening = [] {};
+    Event<> listening;
     std::vector<RequestId> accepted;
     std::vector<std::pair<std::string, std::int32_t>> connects;
     std::vector<std::string> sent;
@@ -122,7 +122,7 @@ class FakeLoop final : public EventLoop {
 public:
     std::vector<FakeTimer*> timers;
     /// What is due when somebody gives the loop the next turn.
-    std::function<void()> duringTurn = [] {};
+    Event<> duringTurn;
     int turns = 0;
 
     [[nodiscard]] std::unique_ptr<Timer> makeTimer() override {
@@ -132,6 +132,6 @@ public:
     }
     void turn() override {
         ++turns;
-        std::exchange(duringTurn, [] {})();
+        std::exchange(duringTurn, Event<>())();
     }
 };

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/Event.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QObject>
 #include <QString>
-
-#include <functional>
 
 /// A connection of its own to the user's session bus. Signals that were subscribed on it, and calls
 /// that have no answer yet, end with it. Needs a `QCoreApplication`.
@@ -15,7 +15,8 @@ public:
     static constexpr const char* busName = "org.freedesktop.DBus";
     static constexpr const char* busPath = "/org/freedesktop/DBus";
 
-    using Answered = std::function<void(const QDBusMessage& answer)>;
+    /// What is done with the answer to a call.
+    using Answered = Event<const QDBusMessage&>;
 
     /// Connects; without a bus it is not connected, and what is sent on it has no effect.
     BusConnection();

@@ -79,7 +79,7 @@ X11Atoms atomsOf(xcb_connection_t* connection, int screen) {
 /// The connection that all clients share.
 class X11Connection : public std::enable_shared_from_this<X11Connection> {
 public:
-    using Answered = std::function<void(const void* reply)>;
+    using Answered = Event<const void*>;
 
     /// The one that is there, for as long as a client holds it and its server lives; else a new
     /// one.
@@ -351,7 +351,7 @@ const X11Atoms& X11Client::atoms() const { return connection->atoms; }
 xcb_window_t X11Client::root() const { return connection->root; }
 
 void X11Client::requestProperty(xcb_window_t window, xcb_atom_t name,
-                                std::function<void(const X11Property& property)> answered) {
+                                Event<const X11Property&> answered) {
     constexpr std::uint32_t wordsOf64KiB = 0x4000;
     const auto cookie =
         xcb_get_property(handle(), 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, wordsOf64KiB);
@@ -368,6 +368,6 @@ bool X11Client::canWrite() const { return connection->canWrite({}); }
 bool X11Client::waitUntilWritable() const { return connection->canWrite(longestWait); }
 void X11Client::flush() { connection->flush(); }
 
-void X11Client::request(unsigned int sequence, std::function<void(const void* reply)> answered) {
+void X11Client::request(unsigned int sequence, Event<const void*> answered) {
     connection->request(*this, sequence, std::move(answered));
 }

@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -126,8 +125,7 @@ public:
         });
     }
     /// The same for a property of a window.
-    void requestProperty(xcb_window_t window, xcb_atom_t name,
-                         std::function<void(const X11Property& property)> answered);
+    void requestProperty(xcb_window_t window, xcb_atom_t name, Event<const X11Property&> answered);
     /// Serves the answers to this client's requests, as they come and nothing else, until all are
     /// there; at most for `longestWait`.
     void await();
@@ -142,7 +140,7 @@ public:
     void flush();
 
 private:
-    void request(unsigned int sequence, std::function<void(const void* reply)> answered);
+    void request(unsigned int sequence, Event<const void*> answered);
 
     std::shared_ptr<X11Connection> connection;
 };
