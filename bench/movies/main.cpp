@@ -58,8 +58,7 @@ int main(int argc, char* argv[]) {
     std::printf("%-36s %4s %8s %8s %6s\n", "movie", "size", "counted", "real ms", "ratio");
     for (const char* name : {"button", "about", "generaloptions", "signingin", "tsmessages",
                              "alerts", "windowrename"}) {
-        std::ifstream file(std::string(COBWEAVE_MOVIES "/") + name + ".swf", std::ios::binary);
-        const std::string content(std::istreambuf_iterator<char>(file), {});
+        const std::string content = readFile(std::string(COBWEAVE_MOVIES "/") + name + ".swf");
         for (const double scale : {1.0, 2.0, 4.0}) {
             Screening screen(content, DrawingBudget::processorTime);
             Times longest;
