@@ -30,7 +30,7 @@ void stopBlocking(int stream) {
     close(own);
 }
 
-void write(int stream, std::string_view text) {
+void writeLine(int stream, std::string_view text) {
     std::string line = codePage::printable(codePage::cutUtf8(text, longestLine));
     line.resize(codePage::cutUtf8(line, longestLine).size());
     line += '\n';
@@ -40,7 +40,7 @@ void write(int stream, std::string_view text) {
     constexpr int flags = MSG_DONTWAIT | MSG_NOSIGNAL;
     if (send(stream, line.data(), line.size(), flags) >= 0 || errno != ENOTSOCK) return;
     // What cannot be written is lost.
-    if (::write(stream, line.data(), line.size()) < 0) return;
+    if (write(stream, line.data(), line.size()) < 0) return;
 }
 
 }  // namespace
@@ -58,6 +58,6 @@ void console::prepare() {
     stopBlocking(STDERR_FILENO);
 }
 
-void console::output(std::string_view line) { write(STDOUT_FILENO, line); }
+void console::output(std::string_view line) { writeLine(STDOUT_FILENO, line); }
 
-void console::error(std::string_view line) { write(STDERR_FILENO, line); }
+void console::error(std::string_view line) { writeLine(STDERR_FILENO, line); }

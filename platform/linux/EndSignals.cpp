@@ -17,7 +17,7 @@ int raised = -1;
 
 void handleSignal(int /*signal*/) {
     const std::uint64_t once = 1;
-    (void)!::write(raised, &once, sizeof once);
+    (void)!write(raised, &once, sizeof once);
 }
 
 void setHandler(void (*handler)(int)) {
