@@ -1,4 +1,5 @@
 #include "platform/Platform.h"
+
 #include "platform/Console.h"
 #include "platform/linux/EndSignals.h"
 #include "platform/linux/Reactor.h"

@@ -1,4 +1,5 @@
 #include "platform/TrayHost.h"
+
 #include "platform/linux/bus/StatusNotifierSearch.h"
 #include "platform/linux/x11/X11Client.h"
 

@@ -1,5 +1,6 @@
-#include "platform/Console.h"
 #include "platform/MessageBox.h"
+
+#include "platform/Console.h"
 #include "platform/qt/text.h"
 #include "platform/qt/waitingBoxes.h"
 

@@ -1,4 +1,5 @@
 #include "platform/Tray.h"
+
 #include "platform/TrayHost.h"
 #include "platform/qt/text.h"
 #include "platform/qt/waitingBoxes.h"

@@ -1,4 +1,5 @@
 #include "platform/MediaPlayer.h"
+
 #include "platform/windows/WindowOfClass.h"
 #include "platform/windows/wideText.h"
 

@@ -1,4 +1,5 @@
 #include "platform/Display.h"
+
 #include "platform/qt/qtPlatform.h"
 
 #include <cstdlib>

@@ -1,4 +1,5 @@
 #include "platform/ForeignWindows.h"
+
 #include "platform/linux/x11/MessengerWindows.h"
 #include "platform/linux/x11/X11Client.h"
 #include "platform/linux/x11/X11Titles.h"

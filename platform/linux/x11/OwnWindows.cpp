@@ -1,4 +1,5 @@
 #include "platform/OwnWindows.h"
+
 #include "platform/linux/x11/X11Client.h"
 
 #include <QGuiApplication>
