@@ -128,7 +128,7 @@ int main(int argc, char* argv[]) {
     const std::unique_ptr<Client> client = makeClient();
 
     SettingsStore settings(folders::settings() / "Cobwaeve" / "settings.db", printTrouble);
-    settings.keepUp(platform->loop());
+    settings.maintain(platform->loop());
     const std::unique_ptr<ForeignWindows> otherWindows = makeForeignWindows();
     const std::unique_ptr<OwnWindows> ownWindows = makeOwnWindows();
     const std::unique_ptr<Tray> trayIcon = makeTray();

@@ -11,8 +11,8 @@
 /// nothing is true, `==` with nothing is false. Where nothing else can be done without it, `need`
 /// abandons the tool and its callers, up to the `attempt` that skips them as one step.
 
-/// A step that was abandoned: what it needs is not there, or not possible. The user is not told of
-/// it, unless nobody skips the step and it ends the whole event.
+/// A step that was abandoned: what it needs is not there, or not possible. The user sees nothing
+/// of it, unless nobody skips the step and it ends the whole event.
 class Failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

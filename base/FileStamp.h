@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
-/// Tells at the price of one system call whether a file may have changed since it was last looked
-/// at.
+/// Finds out, for the price of one system call, whether a file may have changed since it was last
+/// looked at.
 class FileStamp {
 public:
     /// Watches the file at `path`, which need not be there.

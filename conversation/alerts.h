@@ -4,9 +4,9 @@
 
 class Conversation;
 
-/// What the user is told of contacts when the option for it is on. Each is raised by a command of
-/// the server, whose chunk it takes (`filterServerChunk` in proxy/filters.cpp). What cannot be read
-/// out of the chunk, or not be sent, is left out; none abandons its caller.
+/// What the program reports of contacts when the option for it is on. Each is raised by a command
+/// of the server, whose chunk it takes (`filterServerChunk` in proxy/filters.cpp). What cannot be
+/// read out of the chunk, or not be sent, is left out; none abandons its caller.
 namespace alerts {
 
 /// "RNG": toast and log.

@@ -14,7 +14,7 @@ class Chance;
 /// headers, line 4 is empty, the text begins with line 5. What cannot be read is nothing.
 ///
 /// A number in line 0 is changed by replacing the first occurrence of its text, wherever it stands:
-/// the same digits in a transaction number or an address, earlier in the line, take the change.
+/// the same digits in a transaction number or an address, earlier in the line, are changed instead.
 namespace messageTools {
 
 /// Word 1 of line 0: the transaction number of a client's message, the sender of a server's.

@@ -11,7 +11,7 @@
 namespace console {
 
 /// To be called first of all. From then on the libraries in the process do not block on standard
-/// output and error either, as far as the system can have that.
+/// output and error either, as far as the system allows it.
 void prepare();
 
 /// Writes `line`, which is UTF-8 without a line end, to standard output.

@@ -160,7 +160,7 @@ void MSNProxy::Winsock1_ConnectionLost(int Index) {
     // In the middle of another event of the instance the end has to wait until that has returned.
     const bool isAlone = runningEvents == 0;
     const RunningEvent running(runningEvents);
-    if (Index == serverSide && !relaying) tellUnreachable();
+    if (Index == serverSide && !relaying) reportUnreachable();
     if (isAlone && isOver(Index)) {
         FreePort();
     } else {
@@ -177,7 +177,7 @@ bool MSNProxy::isOver(int lost) const {
 }
 
 /// By the bytes of the request, which may name a port that no connection is tried to.
-void MSNProxy::tellUnreachable() {
+void MSNProxy::reportUnreachable() {
     const auto high = code(socksReplyTail, 1);
     const auto low = code(socksReplyTail, 2);
     const auto address = dottedAddress("\x04\x01" + socksReplyTail);
@@ -271,7 +271,7 @@ bool MSNProxy::takesSocksRequest(std::string_view buffer) {
     Winsock& server = *Winsock1[serverSide];
     const bool isFirst = server.State() == SocketState::Closed;
     const bool begun = server.Connect(destinationAddress, destinationPort);
-    if (isFirst && !begun) tellUnreachable();
+    if (isFirst && !begun) reportUnreachable();
     return true;
 }
 

@@ -88,7 +88,7 @@ private:
 
     [[nodiscard]] static bool isForeign(std::string_view chunk);
     [[nodiscard]] bool isOver(int lost) const;
-    void tellUnreachable();
+    void reportUnreachable();
 
     [[nodiscard]] static bool takesForeignFrames(Stream& stream);
     [[nodiscard]] static bool takesFrames(Stream& stream, std::string_view& rest);

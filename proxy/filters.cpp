@@ -84,7 +84,7 @@ void learnAccount(std::string_view chunk, Conversation& conversation) {
     const bool isSecond = values.serverID != 0 &&
                           values.serverID != conversation.connection.formID && !before.empty() &&
                           lowerCase(before) != lowerCase(*email);
-    if (!isSecond || std::exchange(values.secondAccountTold, true)) return;
+    if (!isSecond || std::exchange(values.secondAccountReported, true)) return;
     conversation.services.windows.popup(std::string(*email).append(
         " has signed in as a second account. Cobweave serves one at a time: "
         "nick names and commands of both get mixed up."));

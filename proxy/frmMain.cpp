@@ -56,7 +56,7 @@ frmMain::Start frmMain::Load() {
             return Start::SecondCopy;
         }
         messageBox.critical("Error: " + trouble->description);
-        return Start::Deaf;
+        return Start::NotListening;
     }
     if (!isSet(services.settings, options::useristyping)) windows.showFirstRun();
     return Start::Listening;

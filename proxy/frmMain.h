@@ -24,9 +24,9 @@ public:
     static constexpr std::uint16_t listeningPort = 1090;
 
     enum class Start {
-        Listening,   ///< clients can connect
-        Deaf,        ///< the port is not available; a box has said so, and the rest goes on
-        SecondCopy,  ///< another copy has the port; a box has said so, and the process has to end
+        Listening,     ///< clients can connect
+        NotListening,  ///< the port is not available; a box has said so, and the rest goes on
+        SecondCopy,    ///< another copy has the port; a box has said so, and the process has to end
     };
 
     /// What all connections share.
@@ -81,7 +81,7 @@ private:
     std::unique_ptr<Timer> ChangeSong;
     std::unique_ptr<Winsock> Winsock1;
     std::map<std::int16_t, std::unique_ptr<MSNProxy>> MSNProxy1;
-    /// The servers that the user was told of last.
+    /// The servers that were reported last.
     std::deque<std::string> unreachableServers;
     /// Instances that are no longer in use, some of them with an event that is still running.
     std::vector<std::unique_ptr<MSNProxy>> unloaded;

@@ -55,8 +55,8 @@ bool isMissing(const std::filesystem::path& path) {
 
 }  // namespace
 
-NotesStore::NotesStore(std::filesystem::path path, Event<std::string_view> tell)
-    : path(std::move(path)), tell(std::move(tell)) {}
+NotesStore::NotesStore(std::filesystem::path path, Event<std::string_view> onTrouble)
+    : path(std::move(path)), onTrouble(std::move(onTrouble)) {}
 
 void NotesStore::load() {
     notes.clear();
@@ -71,8 +71,8 @@ void NotesStore::load() {
 
 void NotesStore::savenotes() {
     if (unread && !isMissing(path)) {
-        tellUnsaved("what the file holds could not be read and would be lost",
-                    "move the file to another place");
+        reportUnsaved("what the file holds could not be read and would be lost",
+                      "move the file to another place");
         return;
     }
     unread = false;
@@ -82,14 +82,14 @@ void NotesStore::savenotes() {
     }
     content.append(lineBreak);
     if (const auto reason = replaceFile(path, content)) {
-        tellUnsaved(*reason, "make room on the disk, or make the file and its folder writable");
+        reportUnsaved(*reason, "make room on the disk, or make the file and its folder writable");
     }
 }
 
-void NotesStore::tellUnsaved(const std::string& reason, const std::string& remedy) const {
-    tell("The notes could not be saved to " + path.string() + ": " + reason +
-         ". They are kept until Cobweave ends; " + remedy +
-         ", and they are saved at the next change");
+void NotesStore::reportUnsaved(const std::string& reason, const std::string& remedy) const {
+    onTrouble("The notes could not be saved to " + path.string() + ": " + reason +
+              ". They are kept until Cobweave ends; " + remedy +
+              ", and they are saved at the next change");
 }
 
 void NotesStore::add(std::string_view text) {

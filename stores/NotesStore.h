@@ -21,9 +21,8 @@ public:
     /// A note was added at the end. For a window that shows them.
     Event<> added;
 
-    /// `tell` takes one text for the user of a save that failed and what becomes
-    /// of the notes.
-    NotesStore(std::filesystem::path path, Event<std::string_view> tell);
+    /// `onTrouble` takes one text for the user of a save that failed and what becomes of the notes.
+    NotesStore(std::filesystem::path path, Event<std::string_view> onTrouble);
 
     /// Reads the file into the list. Without a file, or with one that cannot be read, it is empty.
     /// Notes of blanks alone are dropped. What a save that was killed has left is removed.
@@ -41,10 +40,10 @@ public:
     void remove(std::size_t index);
 
 private:
-    void tellUnsaved(const std::string& reason, const std::string& remedy) const;
+    void reportUnsaved(const std::string& reason, const std::string& remedy) const;
 
     std::filesystem::path path;
-    Event<std::string_view> tell;
+    Event<std::string_view> onTrouble;
     std::vector<std::string> notes;
     bool unread = false;
 };

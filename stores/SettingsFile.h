@@ -40,7 +40,7 @@ using SettingChanges = std::map<SettingName, std::optional<std::string>, Setting
 struct Setting {
     SettingName name;
     std::string value;
-    /// The later it was changed, the higher; 0 where the file does not tell.
+    /// The later it was changed, the higher; 0 where the file does not say.
     std::int64_t age = 0;
 };
 
@@ -68,7 +68,7 @@ class LockPatience {
 public:
     using Now = std::chrono::steady_clock::time_point (*)();
 
-    /// In all, within each `window` of the time that `now` tells. It is longer than an ordinary
+    /// In all, within each `window` of the time that `now` gives. It is longer than an ordinary
     /// commit takes, and short enough not to be noticed in a conversation.
     static constexpr std::chrono::milliseconds most{250};
     static constexpr std::chrono::seconds window{10};

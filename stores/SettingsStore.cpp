@@ -10,9 +10,9 @@
 namespace {
 
 /// Soon enough for "within a second after the lock".
-constexpr std::chrono::milliseconds beatInterval{500};
+constexpr std::chrono::milliseconds maintenanceInterval{500};
 /// Long enough for a lively conversation to cost two syncs of the disk in all that time.
-constexpr int beatsUntilSettled = 10;
+constexpr int roundsUntilSettled = 10;
 /// How long a file is left alone that took too long.
 constexpr std::chrono::seconds rest{10};
 
@@ -51,13 +51,13 @@ std::string Speakers::takeOldest() {
     return std::move(oldest.contact);
 }
 
-SettingsStore::SettingsStore(std::filesystem::path path, Event<std::string_view> tell,
+SettingsStore::SettingsStore(std::filesystem::path path, Event<std::string_view> onTrouble,
                              LockPatience::Now now)
-    : path(std::move(path)), tell(std::move(tell)), now(now), file(this->path, now) {
+    : path(std::move(path)), onTrouble(std::move(onTrouble)), now(now), file(this->path, now) {
     refresh();
 }
 
-// What whoever is told of trouble may throw ends a program that ends anyway.
+// What `onTrouble` may throw ends a program that ends anyway.
 // NOLINTNEXTLINE(bugprone-exception-escape)
 SettingsStore::~SettingsStore() {
     if (unsaved.empty()) return;
@@ -69,7 +69,7 @@ SettingsStore::~SettingsStore() {
     refresh();
 }
 
-void SettingsStore::keepUp(EventLoop& loop) {
+void SettingsStore::maintain(EventLoop& loop) {
     afterEvent = loop.makeTimer();
     afterEvent->tick = [this] {
         afterEvent->disable();
@@ -77,12 +77,12 @@ void SettingsStore::keepUp(EventLoop& loop) {
         tryAgain();
         refresh();
     };
-    beat = loop.makeTimer();
-    beat->tick = [this] { upkeep(); };
+    maintenance = loop.makeTimer();
+    maintenance->tick = [this] { maintainFile(); };
 }
 
 std::string SettingsStore::ReadSetting(std::string_view section, std::string_view key) {
-    glance();
+    refreshForRead();
     const auto found = settings.find(std::pair(section, key));
     return found == settings.end() ? std::string() : found->second;
 }
@@ -91,7 +91,7 @@ void SettingsStore::WriteSetting(std::string_view section, std::string_view key,
                                  std::string_view value) {
     const bool canWait = section == lastWords && afterEvent;
     if (canWait) {
-        glance();
+        refreshForRead();
     } else {
         tryAgain();
         refresh();
@@ -112,7 +112,7 @@ void SettingsStore::WriteSetting(std::string_view section, std::string_view key,
 }
 
 /// What a read needs of `refresh`.
-void SettingsStore::glance() {
+void SettingsStore::refreshForRead() {
     if (look == Look::None) return;
     if (look == Look::Next) look = Look::None;
     refresh();
@@ -136,7 +136,7 @@ void SettingsStore::refresh() {
     }
     if (!loaded) return;
     if (unsaved.empty()) {
-        told.erase(SettingsTrouble::Kind::Locked);
+        reported.erase(SettingsTrouble::Kind::Locked);
     } else if (!givenUp && isAfterEvent) {
         save();
     }
@@ -204,25 +204,26 @@ void SettingsStore::save() {
         return;
     }
     unsaved.clear();
-    told.erase(SettingsTrouble::Kind::Locked);
-    if (file.isUnsettled() && beatsToSettle == 0) {
-        beatsToSettle = beatsUntilSettled;
-        lookAfter();
+    reported.erase(SettingsTrouble::Kind::Locked);
+    if (file.isUnsettled() && roundsToSettle == 0) {
+        roundsToSettle = roundsUntilSettled;
+        beginMaintenance();
     }
 }
 
-/// Begins the beat, if there is a loop to keep up with.
-void SettingsStore::lookAfter() {
-    if (beat && !std::exchange(isBeating, true)) beat->enable(beatInterval);
+/// Begins the maintenance, if there is a loop for it.
+void SettingsStore::beginMaintenance() {
+    if (maintenance && !std::exchange(isMaintaining, true))
+        maintenance->enable(maintenanceInterval);
 }
 
-void SettingsStore::upkeep() {
+void SettingsStore::maintainFile() {
     refresh();
-    if (beatsToSettle > 0 && --beatsToSettle == 0) file.settle();
-    const bool isLocked = told.contains(SettingsTrouble::Kind::Locked) && !givenUp;
-    if (isLocked || beatsToSettle > 0) return;
-    beat->disable();
-    isBeating = false;
+    if (roundsToSettle > 0 && --roundsToSettle == 0) file.settle();
+    const bool isLocked = reported.contains(SettingsTrouble::Kind::Locked) && !givenUp;
+    if (isLocked || roundsToSettle > 0) return;
+    maintenance->disable();
+    isMaintaining = false;
 }
 
 void SettingsStore::handle(const SettingsTrouble& trouble) {
@@ -230,27 +231,28 @@ void SettingsStore::handle(const SettingsTrouble& trouble) {
     switch (trouble.kind) {
         case SettingsTrouble::Kind::Damaged: replaceDamagedFile(trouble.reason); break;
         case SettingsTrouble::Kind::Locked:
-            lookAfter();
-            tellOnce(trouble.kind, "another program keeps the settings in " + name +
-                                       " locked; changes are kept in memory and saved when the "
-                                       "file is free again");
+            beginMaintenance();
+            reportOnce(trouble.kind, "another program keeps the settings in " + name +
+                                         " locked; changes are kept in memory and saved when the "
+                                         "file is free again");
             break;
         case SettingsTrouble::Kind::Endless:
             givenUp = true;
             file.close();
             leftAloneUntil = now() + rest;
-            tellOnce(trouble.kind, "the settings in " + name +
-                                       " are too much, or take too long, to read or write; changes "
-                                       "are kept in memory. Move the file to another place, and "
-                                       "they are saved into a new one with the next change");
+            reportOnce(trouble.kind,
+                       "the settings in " + name +
+                           " are too much, or take too long, to read or write; changes "
+                           "are kept in memory. Move the file to another place, and "
+                           "they are saved into a new one with the next change");
             break;
         case SettingsTrouble::Kind::Unusable:
             givenUp = true;
-            tellOnce(trouble.kind, "the settings in " + name + " cannot be used (" +
-                                       trouble.reason +
-                                       "); changes are kept in memory. Make the file and its "
-                                       "folder readable and writable, and they are saved with the "
-                                       "next change");
+            reportOnce(trouble.kind,
+                       "the settings in " + name + " cannot be used (" + trouble.reason +
+                           "); changes are kept in memory. Make the file and its "
+                           "folder readable and writable, and they are saved with the "
+                           "next change");
             break;
     }
 }
@@ -273,9 +275,9 @@ void SettingsStore::replaceDamagedFile(const std::string& reason) {
     for (const std::string_view companion : settingsCompanions) {
         std::filesystem::rename(withEnding(path, companion), withEnding(kept, companion), error);
     }
-    tell("the settings in " + path.string() + " are damaged (" + reason +
-         "); the file is kept as " + kept.string() +
-         ", and a new one is begun with what could be read");
+    onTrouble("the settings in " + path.string() + " are damaged (" + reason +
+              "); the file is kept as " + kept.string() +
+              ", and a new one is begun with what could be read");
     for (const auto& [name, value] : settings)
         unsaved[name] = value;
     auto trouble = file.open();
@@ -290,6 +292,6 @@ void SettingsStore::replaceDamagedFile(const std::string& reason) {
     loaded = true;
 }
 
-void SettingsStore::tellOnce(SettingsTrouble::Kind kind, const std::string& text) {
-    if (told.insert(kind).second) tell(text);
+void SettingsStore::reportOnce(SettingsTrouble::Kind kind, const std::string& text) {
+    if (reported.insert(kind).second) onTrouble(text);
 }

@@ -42,8 +42,8 @@ private:
 ///
 /// Reads are answered from memory, yet what another program writes into the file is seen by the
 /// next read, or within a `OneLook` by the next event's. A write is on the disk when it returns,
-/// but for last words. What is wrong with the file is told once, and the program goes on with what
-/// it has in memory; what the file did not take goes there as soon as it can be used again.
+/// but for last words. What is wrong with the file is reported once, and the program goes on with
+/// what it has in memory; what the file did not take goes there as soon as it can be used again.
 class SettingsStore {
     /// Which reads look at the file.
     enum class Look : std::uint8_t { Each, Next, None };
@@ -56,9 +56,9 @@ public:
     static constexpr std::size_t mostLastWords = 32767;
     static constexpr std::size_t mostBytesOfLastWords = std::size_t{16} << 20U;
 
-    /// `tell` takes one line for the user, in UTF-8: what is wrong and what becomes of it. `now`
-    /// is the time that waiting for other programs is counted in.
-    SettingsStore(std::filesystem::path path, Event<std::string_view> tell,
+    /// `onTrouble` takes one line for the user, in UTF-8: what is wrong and what becomes of it.
+    /// `now` is the time that waiting for other programs is counted in.
+    SettingsStore(std::filesystem::path path, Event<std::string_view> onTrouble,
                   LockPatience::Now now = std::chrono::steady_clock::now);
     ~SettingsStore();  // NOLINT(bugprone-exception-escape)
     SettingsStore(const SettingsStore&) = delete;
@@ -68,7 +68,7 @@ public:
     /// them returns; what a lock kept from the file goes there within a second after the lock; and
     /// what a power cut might take is on the disk after some seconds. Without this, all of it
     /// happens with a later read or write, or at the end.
-    void keepUp(EventLoop& loop);
+    void maintain(EventLoop& loop);
 
     /// For the length of an event that reads several settings: the file is looked at with the
     /// first of them only. To end before the event gives the loop a turn.
@@ -91,22 +91,22 @@ public:
     void WriteSetting(std::string_view section, std::string_view key, std::string_view value);
 
 private:
-    void glance();
+    void refreshForRead();
     void refresh();
     void tryAgain();
     [[nodiscard]] bool reopen();
     void reload();
     void save();
-    void lookAfter();
-    void upkeep();
+    void beginMaintenance();
+    void maintainFile();
     void keep(SettingName name, std::string value);
     void dropOldestWords();
     void handle(const SettingsTrouble& trouble);
     void replaceDamagedFile(const std::string& reason);
-    void tellOnce(SettingsTrouble::Kind kind, const std::string& text);
+    void reportOnce(SettingsTrouble::Kind kind, const std::string& text);
 
     std::filesystem::path path;
-    Event<std::string_view> tell;
+    Event<std::string_view> onTrouble;
     LockPatience::Now now;
     SettingsFile file;
     /// The file did not take or give what it was asked for. It is written to again when there is
@@ -121,12 +121,12 @@ private:
     Speakers speakers;
     /// What is in memory only, because the file did not take it, or not yet.
     SettingChanges unsaved;
-    std::set<SettingsTrouble::Kind> told;
+    std::set<SettingsTrouble::Kind> reported;
     /// Last words wait for the end of the event.
     std::unique_ptr<Timer> afterEvent;
     bool isAfterEvent = true;
-    /// There is something to look after.
-    std::unique_ptr<Timer> beat;
-    bool isBeating = false;
-    int beatsToSettle = 0;
+    /// Ticks while a lock is waited for, or last words are not on the disk for good.
+    std::unique_ptr<Timer> maintenance;
+    bool isMaintaining = false;
+    int roundsToSettle = 0;
 };

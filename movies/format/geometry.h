@@ -7,7 +7,7 @@
 /// Places and colours, as movie files count them: lengths in twentieths of a pixel.
 namespace swf {
 
-/// Of these lengths, so many are a pixel.
+/// How many of these lengths make a pixel.
 constexpr double twips = 20;
 /// Half of the square, around its own middle, in which files describe gradients.
 constexpr double gradientReach = 16384;

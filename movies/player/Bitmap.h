@@ -12,7 +12,7 @@ namespace swf {
 /// A picture as it stands in the file. The views are into the movie's bytes.
 struct Bitmap {
     enum class Kind {
-        Jpeg,      ///< `data` in a format that tells its own size, `alpha` packed beside it
+        Jpeg,      ///< `data` in a format that holds its own size, `alpha` packed beside it
         Palette,   ///< packed: a table of `colors` colours, then a byte for each pixel
         Pixels15,  ///< packed: two bytes a pixel
         Pixels32,  ///< packed: alpha or nothing, red, green, blue

@@ -17,8 +17,8 @@ public:
     /// The processor time that this thread has used.
     [[nodiscard]] static double processorTime();
 
-    /// The time begins now. It is taken from `clock`; without one only counts count, so that it is
-    /// the same on every machine what fits.
+    /// The time begins now, and is read from `clock`. Without a clock the counts alone decide, so
+    /// that the same things fit on every machine.
     explicit DrawingBudget(std::function<double()> clock = processorTime);
 
     /// To be called before each thing. False when it does not fit any more; from then on nothing

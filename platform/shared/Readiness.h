@@ -24,7 +24,7 @@ public:
     struct Ready {
         bool receiving = false;
         bool sending = false;
-        /// The connection has failed. It is told whatever the interest is.
+        /// The connection has failed. This is reported whatever the interest is.
         bool broken = false;
     };
 

@@ -21,9 +21,9 @@ constexpr int requestsAtOnce = 64;
 /// How often a listener looks for a descriptor that others have given back.
 constexpr std::chrono::milliseconds retryInterval{1000};
 
-/// A client that says nothing for so many beats is dropped, within a minute.
-constexpr std::chrono::seconds silenceBeat{10};
-constexpr int mostSilentBeats = 6;
+/// A client that says nothing for so many of these intervals is dropped, within a minute.
+constexpr std::chrono::seconds silenceInterval{10};
+constexpr int mostSilentIntervals = 6;
 
 /// Whether the connection cannot go on.
 bool isFailure(const Outcome& outcome) {
@@ -149,9 +149,9 @@ bool StreamSocket::SendData(std::string_view data) {
     return true;
 }
 
-std::string_view StreamSocket::PeekData() { return network.inHand; }
+std::string_view StreamSocket::PeekData() { return network.currentRead; }
 
-std::string_view StreamSocket::GetData() { return network.inHand; }
+std::string_view StreamSocket::GetData() { return network.currentRead; }
 
 bool StreamSocket::IsQuiet() const {
     if (state != SocketState::Connected) return true;
@@ -199,7 +199,7 @@ void StreamSocket::takeRequests() {
         if (!isPrivate(host) && !isIn(systemSockets::ownNetworks(), host)) {
             network.close(client);
         } else if (!network.announce(*this, client)) {
-            network.awaitWords(*this, client);
+            network.awaitFirstBytes(*this, client);
         }
         if (state != SocketState::Listening) return;
     }
@@ -220,9 +220,9 @@ void StreamSocket::receive() {
     const Outcome outcome = systemSockets::receive(handle, buffer);
     switch (outcome.result) {
         case Result::Done:
-            network.inHand = {buffer.data(), outcome.bytes};
+            network.currentRead = {buffer.data(), outcome.bytes};
             DataArrival(outcome.bytes);
-            network.inHand = {};
+            network.currentRead = {};
             break;
         case Result::WouldBlock: break;
         case Result::Closed: lose(SocketState::Closing); break;
@@ -282,8 +282,8 @@ public:
     Newcomer& operator=(const Newcomer&) = delete;
 
     StreamSocket& listener;
-    /// How many beats it has been silent.
-    int beats = 0;
+    /// How many intervals it has been silent for.
+    int silentIntervals = 0;
 
 private:
     // This may be the end of the object.
@@ -297,7 +297,8 @@ StreamNetwork::StreamNetwork(Readiness& readiness, EventLoop& loop)
     : readiness(readiness), silence(loop.makeTimer()), retry(loop.makeTimer()) {
     systemSockets::prepare();
     silence->tick = [this] {
-        dropNewcomersThat([](Newcomer& newcomer) { return ++newcomer.beats >= mostSilentBeats; });
+        dropNewcomersThat(
+            [](Newcomer& newcomer) { return ++newcomer.silentIntervals >= mostSilentIntervals; });
     };
     retry->tick = [this] {
         tryAgain();
@@ -335,17 +336,17 @@ bool StreamNetwork::announce(StreamSocket& listener, SocketHandle client) {
     newcomers.erase(client);
     if (said.result == Result::Done) {
         requests.push_back(client);
-        inHand = {readBuffer.data(), said.bytes};
+        currentRead = {readBuffer.data(), said.bytes};
         runEvent([&] { listener.ConnectionRequest(client); });
-        inHand = {};
+        currentRead = {};
         if (std::erase(requests, client) == 0) return true;
     }
     close(client);
     return true;
 }
 
-void StreamNetwork::awaitWords(StreamSocket& listener, SocketHandle client) {
-    if (newcomers.empty()) silence->enable(silenceBeat);
+void StreamNetwork::awaitFirstBytes(StreamSocket& listener, SocketHandle client) {
+    if (newcomers.empty()) silence->enable(silenceInterval);
     newcomers.emplace(client, std::make_unique<Newcomer>(*this, listener, client));
 }
 

@@ -105,7 +105,7 @@ private:
     /// client has not said anything yet.
     [[nodiscard]] bool announce(StreamSocket& listener, SocketHandle client);
     /// Announces the client as soon as it says something.
-    void awaitWords(StreamSocket& listener, SocketHandle client);
+    void awaitFirstBytes(StreamSocket& listener, SocketHandle client);
     template <typename Condition>
     void dropNewcomersThat(Condition condition);
     /// Drops those who have connected to `listener` and said nothing.
@@ -120,7 +120,7 @@ private:
     Readiness& readiness;
     std::array<char, largestRead> readBuffer;
     /// What in it the running event is about.
-    std::string_view inHand;
+    std::string_view currentRead;
     /// Clients that have not said anything yet.
     std::map<SocketHandle, std::unique_ptr<Newcomer>> newcomers;
     std::unique_ptr<Timer> silence;

@@ -39,10 +39,10 @@ public:
     }
 
 private:
-    /// Waits for the next beat that is still to come.
+    /// Waits for the next tick that is still to come.
     void enterQueue() {
-        const auto beats = (Clock::now() - begin) / interval + 1;
-        due = begin + beats * interval;
+        const auto intervals = (Clock::now() - begin) / interval + 1;
+        due = begin + intervals * interval;
         queued = true;
         queue.waiting.emplace(due, this);
         queue.nextDueChanged();

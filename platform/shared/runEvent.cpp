@@ -5,12 +5,12 @@
 #include <atomic>
 #include <string>
 
-void tellOfBrokenEvent(const char* reason) noexcept {
+void reportBrokenEvent(const char* reason) noexcept {
     // A peer that has found a way to break events is not to fill the disk with lines too. Qt has
     // events in threads of its own.
-    constexpr int mostTold = 100;
-    static std::atomic<int> told{0};
-    if (told >= mostTold || ++told > mostTold) return;
+    constexpr int mostReports = 100;
+    static std::atomic<int> reports{0};
+    if (reports >= mostReports || ++reports > mostReports) return;
     try {
         console::error("Cobweave: an event was broken off: " + std::string(reason) + '.');
     } catch (const std::exception&) {

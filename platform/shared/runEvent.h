@@ -6,18 +6,18 @@
 
 /// Says on standard error that an event was broken off, and why; of very many only the first ones.
 /// Throws nothing.
-void tellOfBrokenEvent(const char* reason) noexcept;
+void reportBrokenEvent(const char* reason) noexcept;
 
 /// Runs one event that the system brings: of a socket, a timer or a window. An exception that gets
-/// out of it ends that event alone, at the place where it was thrown, and is told on standard
-/// error; the program goes on.
+/// out of it ends that event alone, at the place where it was thrown, and is reported on
+/// standard error; the program goes on.
 template <std::invocable Event>
 void runEvent(Event&& event) {
     try {
         std::forward<Event>(event)();
     } catch (const std::exception& exception) {
-        tellOfBrokenEvent(exception.what());
+        reportBrokenEvent(exception.what());
     } catch (...) {
-        tellOfBrokenEvent("of an unknown kind");
+        reportBrokenEvent("of an unknown kind");
     }
 }

@@ -22,7 +22,7 @@ constexpr SocketHandle noSocket = -1;
 /// What a call came to.
 enum class Result : std::uint8_t {
     Done,
-    /// Nothing can be done now. `Readiness` tells when to try again.
+    /// Nothing can be done now. `Readiness` says when to try again.
     WouldBlock,
     /// The other end sends no more.
     Closed,
@@ -59,7 +59,7 @@ void prepare();
 [[nodiscard]] NewSocket open();
 /// Lets clients connect to a port of all local addresses. 0 is any free port.
 [[nodiscard]] Outcome listen(SocketHandle socket, std::uint16_t port);
-/// The port of a socket that listens, 0 where the system does not tell.
+/// The port of a socket that listens, 0 where the system does not know it.
 [[nodiscard]] std::uint16_t localPort(SocketHandle listener);
 /// The connection of the client that has waited longest.
 [[nodiscard]] NewSocket accept(SocketHandle listener);
@@ -68,7 +68,7 @@ void prepare();
 /// Begins to connect: Done or WouldBlock is a connection on its way. `host` is 0x7F000001 for
 /// 127.0.0.1.
 [[nodiscard]] Outcome connect(SocketHandle socket, std::uint32_t host, std::uint16_t port);
-/// Sends as much of `data` as the system takes. Where that is not all of it, `Readiness` tells when
+/// Sends as much of `data` as the system takes. Where that is not all of it, `Readiness` says when
 /// the system takes more.
 [[nodiscard]] Outcome send(SocketHandle socket, std::string_view data);
 /// One read of what has arrived.

@@ -8,7 +8,7 @@ public:
     enum class Kind {
         /// Other programs do not find it, and it needs no desktop.
         MessagesOnly,
-        /// The system tells it what it tells all windows. Without a desktop it is the other kind.
+        /// It gets what the system sends to all windows. Without a desktop it is the other kind.
         TopLevel,
     };
 

@@ -91,7 +91,7 @@ LRESULT Reactor::onMessage(UINT message, WPARAM first, LPARAM second) {
     if (message < firstMessage || message >= firstMessage + messageCount) {
         return ignore(message, first, second);
     }
-    letWindowsBreathe();
+    dispatchOtherMessages();
     const auto entry = entries.find(message);
     // A socket that was accepted begins with its listener's messages.
     if (entry == entries.end() || toSystem(entry->second.socket) != first) return 0;
@@ -159,10 +159,10 @@ void Reactor::lookAgain(UINT message) const {
 
 /// Messages of sockets come before those of timers, of the user and of painting, so while many
 /// bytes pass nothing else would.
-void Reactor::letWindowsBreathe() {
+void Reactor::dispatchOtherMessages() {
     const auto now = std::chrono::steady_clock::now();
-    if (now - lastBreath < longestDispatch) return;
-    lastBreath = now;
+    if (now - lastDispatch < longestDispatch) return;
+    lastDispatch = now;
     struct Range {
         UINT first;
         UINT last;
@@ -178,5 +178,5 @@ void Reactor::letWindowsBreathe() {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
-    lastBreath = std::chrono::steady_clock::now();
+    lastDispatch = std::chrono::steady_clock::now();
 }

@@ -38,10 +38,10 @@ private:
     [[nodiscard]] UINT messageOf(const Watched& watched) const;
     [[nodiscard]] UINT newMessage();
     void lookAgain(UINT message) const;
-    void letWindowsBreathe();
+    void dispatchOtherMessages();
 
     Entries entries;
     std::map<const Watched*, UINT> messages;
     UINT lastMessage;
-    std::chrono::steady_clock::time_point lastBreath{};
+    std::chrono::steady_clock::time_point lastDispatch{};
 };

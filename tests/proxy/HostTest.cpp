@@ -46,7 +46,7 @@ TEST(Start, ASecondCopySaysSoAndThenTakesItsIconAway) {
 TEST(Start, AnyOtherTroubleIsToldAndTheProgramGoesOnDeaf) {
     Spine spine;
     spine.listener().listenTrouble = SocketTrouble{13, "Permission denied"};
-    EXPECT_EQ(spine.host.Load(), frmMain::Start::Deaf);
+    EXPECT_EQ(spine.host.Load(), frmMain::Start::NotListening);
     EXPECT_THAT(spine.windows.calls, ElementsAre("show the icon", "load the title", "listen",
                                                  "critical: Error: Permission denied"));
 }

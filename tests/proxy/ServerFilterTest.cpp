@@ -218,7 +218,7 @@ TEST_F(ServerFilter, LosesTheWordsOfAnAlertToAClientThatIsGoneWithoutHarm) {
 }
 
 TEST_F(ServerFilter, ForwardsATextBeforeItsWordsAreInTheFile) {
-    spine.settings.keepUp(spine.loop);
+    spine.settings.maintain(spine.loop);
     FakeTimer& afterEvent = *spine.loop.timers.at(spine.loop.timers.size() - 2);
     const auto inFile = [&] {
         return SettingsStore(spine.facilities.folder.path() / "settings.db", [](auto) {})

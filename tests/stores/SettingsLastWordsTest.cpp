@@ -135,7 +135,7 @@ protected:
 
 TEST_P(KeptUp, WritesLastWordsAfterTheEventThatTheyCameWith) {
     SettingsStore store = open();
-    store.keepUp(loop);
+    store.maintain(loop);
     EXPECT_FALSE(afterEvent().enabled);
     say(store, "hello");
     EXPECT_EQ(said(store), "hello");
@@ -149,7 +149,7 @@ TEST_P(KeptUp, WritesLastWordsAfterTheEventThatTheyCameWith) {
 
 TEST_P(KeptUp, WritesOptionsAtOnce) {
     SettingsStore store = open();
-    store.keepUp(loop);
+    store.maintain(loop);
     say(store, "hello");
     store.WriteSetting("Options", "callby", "fn");
     EXPECT_EQ(program->get("callby"), "fn");
@@ -159,7 +159,7 @@ TEST_P(KeptUp, WritesOptionsAtOnce) {
 TEST_P(KeptUp, WritesLastWordsAtTheEnd) {
     {
         SettingsStore store = open();
-        store.keepUp(loop);
+        store.maintain(loop);
         say(store, "hello");
     }
     EXPECT_EQ(inFile(), "hello");
@@ -167,7 +167,7 @@ TEST_P(KeptUp, WritesLastWordsAtTheEnd) {
 
 TEST_P(KeptUp, SavesWithinASecondAfterALock) {
     SettingsStore store = open();
-    store.keepUp(loop);
+    store.maintain(loop);
     lock();
     store.WriteSetting("Options", "callby", "fn");
     say(store, "hello");
@@ -186,7 +186,7 @@ TEST_P(KeptUp, SavesWithinASecondAfterALock) {
 TEST_P(KeptUp, ReadsWithinASecondAfterALock) {
     lock();
     SettingsStore store = open();
-    store.keepUp(loop);
+    store.maintain(loop);
     EXPECT_EQ(option(store, "callby"), GetParam() == Logs::Left ? "e" : "");
     unlock();
     beat().pass();
@@ -195,7 +195,7 @@ TEST_P(KeptUp, ReadsWithinASecondAfterALock) {
 
 TEST_P(KeptUp, BringsTheLogToTheDiskAfterSomeSecondsAndRestsThen) {
     SettingsStore store = open();
-    store.keepUp(loop);
+    store.maintain(loop);
     EXPECT_FALSE(beat().enabled);
     say(store, "hello");
     afterEvent().pass();

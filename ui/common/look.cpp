@@ -147,7 +147,7 @@ void beforeWindows() {
     std::exchange(firstWidget, nullptr)->deleteLater();
     QFont font = QApplication::font();
     narrow(font);
-    // Each widget that there is would be told.
+    // Each widget that there is would be notified.
     if (font != QApplication::font()) QApplication::setFont(font);
 }
 

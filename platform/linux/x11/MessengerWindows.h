@@ -11,7 +11,7 @@
 
 #include <xcb/xcb.h>
 
-/// What is known of a window, as far as it tells whether it is Messenger's main window.
+/// What is known of a window, as far as it shows whether it is Messenger's main window.
 struct MessengerWindow {
     enum class Kind {
         Other,

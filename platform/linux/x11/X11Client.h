@@ -60,7 +60,7 @@ private:
     const xcb_get_property_reply_t* reply;
 };
 
-/// `event` as the type that `x11TypeOf` tells.
+/// `event` as the type that `x11TypeOf` names.
 template <typename Type>
 [[nodiscard]] const Type& x11EventAs(const xcb_generic_event_t& event) {
     return reinterpret_cast<const Type&>(event);
