@@ -18,7 +18,6 @@
 #include "platform/Registry.h"
 #include "platform/Tray.h"
 #include "platform/qt/Application.h"
-#include "platform/qt/qtMessages.h"
 #include "platform/qt/qtPlatform.h"
 #include "platform/shared/systemSockets.h"
 #include "proxy/firstWords.h"
@@ -97,7 +96,7 @@ std::string firstWordsInOne() {
 int main(int argc, char* argv[]) {
     if (argc > 1) return answerArguments(argc, argv);
     prepareProcess();
-    sendQtMessagesToConsole();
+    Application::sendMessagesToConsole();
     FoundDisplay display = findDisplay();
     const bool withWindows = !display.whyWithoutWindows;
     if (!withWindows) printTrouble(*display.whyWithoutWindows + ", so it runs without windows");

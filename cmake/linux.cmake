@@ -28,7 +28,6 @@ set(COBWEAVE_PLATFORM_QT
     platform/linux/bus/MediaPlayer.cpp
     platform/linux/bus/MprisBus.cpp
     platform/linux/bus/StatusNotifierSearch.cpp
-    platform/linux/bus/busProbe.cpp
     platform/linux/bus/sessionBus.cpp
     platform/linux/x11/Display.cpp
     platform/linux/x11/ForeignWindows.cpp

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/shared/runEvent.h"
-
 #include <QApplication>
 
 /// Qt's application, each of whose events ends alone when an exception gets out of it: Qt itself
@@ -10,9 +8,10 @@ class Application final : public QApplication {
 public:
     using QApplication::QApplication;
 
-    bool notify(QObject* receiver, QEvent* event) override {
-        bool isTaken = false;
-        runEvent([&] { isTaken = QApplication::notify(receiver, event); });
-        return isTaken;
-    }
+    /// Sends the messages of Qt, as of a display that is gone, the way of `console::error`, by
+    /// which they neither block the program nor control a terminal. To be called before the
+    /// application is made.
+    static void sendMessagesToConsole();
+
+    bool notify(QObject* receiver, QEvent* event) override;
 };
