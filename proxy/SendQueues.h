@@ -17,6 +17,7 @@ public:
     /// What may wait in all.
     static constexpr std::size_t mostInAll = 256 * mebibyte;
 
+    /// At most `most` bytes are to wait in all.
     explicit SendQueues(std::size_t most = mostInAll) : most(most) {}
     SendQueues(const SendQueues&) = delete;
     SendQueues& operator=(const SendQueues&) = delete;

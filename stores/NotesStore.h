@@ -33,6 +33,7 @@ public:
     /// read, since its notes would be lost.
     void savenotes();
 
+    /// All notes, in their order.
     [[nodiscard]] const std::vector<std::string>& list() const { return notes; }
     /// Adds a note as the last one. Does not save.
     void add(std::string_view text);

@@ -73,6 +73,7 @@ public:
     static constexpr std::chrono::milliseconds most{250};
     static constexpr std::chrono::seconds window{10};
 
+    /// The first window begins with the first wait.
     explicit LockPatience(Now now) : now(now) {}
 
     /// Waits a little; false, at once, when there is no patience left.

@@ -22,6 +22,7 @@ public:
     /// Plays the first frame at once.
     explicit Player(std::shared_ptr<const Movie> movie);
 
+    /// The movie that is played.
     [[nodiscard]] const Movie& movie() const { return *content; }
     /// What is to be drawn.
     [[nodiscard]] const DisplayList& stage() const { return scene.root().list; }

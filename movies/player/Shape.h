@@ -21,17 +21,23 @@ struct Fill {
     enum class Spread { Pad, Reflect, Repeat };
 
     Kind kind = Kind::Solid;
+    /// Of a solid one.
     Color color;
     /// From the gradient's square, 32768 wide around its middle, or the picture's pixels.
     Matrix matrix;
+    /// In the order of their ratios.
     std::vector<GradientStop> stops;
+    /// How a gradient goes on beyond its ends.
     Spread spread = Spread::Pad;
     /// Whether the colours between stops are mixed as light is, and not as their numbers are.
     bool linearLight = false;
     /// Where a radial gradient begins, from -1 to 1 on its own x axis.
     double focus = 0;
+    /// The picture's number.
     std::uint16_t bitmap = 0;
+    /// Whether the picture comes over and over; else its outermost pixels go on.
     bool repeated = false;
+    /// Whether pixels are mixed where the picture is scaled.
     bool smooth = true;
 };
 
@@ -40,11 +46,15 @@ struct Line {
     enum class Cap { Round, None, Square };
     enum class Join { Round, Bevel, Miter };
 
+    /// In twentieths of a pixel; 0 is the thinnest line that can be seen.
     double width = 0;
+    /// Counts only without a `fill`.
     Color color;
     std::optional<Fill> fill;
+    /// How it looks at its ends, and where two edges meet.
     Cap cap = Cap::Round;
     Join join = Join::Round;
+    /// How far a miter may reach, in widths of the line.
     double miter = 3;
     /// Whether the width grows with what is scaled across and down. One that grows with neither
     /// counts in twentieths of a pixel of the screen.

@@ -16,6 +16,7 @@ public:
     /// Empty until `start`. The movie outlives the stage.
     explicit Stage(const Movie& movie);
 
+    /// The movie that stands on it.
     [[nodiscard]] const Movie& movie() const { return content; }
     /// The movie itself, which is always there.
     [[nodiscard]] Clip& root() { return main; }
@@ -41,6 +42,7 @@ public:
     /// Code that a button or frame wants carried out.
     void queue(InstanceNumber clip, std::string_view code) { waiting.push_back({clip, code}); }
 
+    /// Code that is still to be carried out, and the clip that it is about.
     struct Waiting {
         InstanceNumber clip;
         std::string_view code;

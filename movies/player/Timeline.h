@@ -45,6 +45,7 @@ struct Timeline {
     /// Frames, from 0, by label in lower case: labels are compared without regard to case.
     std::map<std::string, std::size_t, std::less<>> labels;
 
+    /// How many frames there are.
     [[nodiscard]] std::size_t frameCount() const { return frameEnds.size(); }
 };
 

@@ -53,6 +53,7 @@ constexpr unsigned exhaustedFrames = 4;
 constexpr std::size_t commands = 64;
 constexpr std::size_t commandBytes = 4096;
 
+/// A movie that asks for more is played at this rate.
 constexpr double framesPerSecond = 60;
 
 }  // namespace swf::limits

@@ -12,6 +12,7 @@
 /// `colors` is what its colours go through.
 namespace movieBrushes {
 
+/// The same colour for Qt.
 [[nodiscard]] QColor color(swf::Color color);
 /// A colour or gradient; no pictures.
 [[nodiscard]] QBrush brush(const swf::Fill& fill, const swf::Matrix& matrix,

@@ -9,6 +9,7 @@ struct AddressRange {
     /// The bits that count.
     std::uint32_t mask;
 
+    /// Whether `host` begins like these.
     [[nodiscard]] constexpr bool contains(std::uint32_t host) const {
         return ((host ^ address) & mask) == 0;
     }

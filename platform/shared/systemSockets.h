@@ -17,6 +17,7 @@ using SocketHandle = std::int32_t;
 /// out at once, and a peer that has vanished without a word is found out within some minutes.
 namespace systemSockets {
 
+/// No socket at all.
 constexpr SocketHandle noSocket = -1;
 
 /// What a call came to.

@@ -6,6 +6,7 @@
 /// Windows' own text is UTF-16. What is none, in either direction, comes out as U+FFFD.
 namespace wideText {
 
+/// UTF-8 as Windows takes it, and back.
 [[nodiscard]] std::wstring fromUtf8(std::string_view utf8);
 [[nodiscard]] std::string toUtf8(std::wstring_view wide);
 /// Of bytes in the program's code page.

@@ -38,6 +38,7 @@ public:
     /// The property of this name was written and is to be saved with the design.
     Event<std::string_view> PropertyChanged;
 
+    /// With the movie that came with the program, or with one of the caller's choice.
     explicit FlashButton(QWidget* parent) : FlashButton(parent, folders::movie("button.swf")) {}
     FlashButton(QWidget* parent, const std::filesystem::path& movie);
 
@@ -61,6 +62,7 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
 
+    /// The movie, and over it the text and the small picture.
     Placed<ShockwaveFlash> b1{this, "b1", {0, 0, 2550, 510}};
     Placed<QLabel> Label1{this, "Label1", {480, 0, 2055, 255}};
     Placed<Picture> Image2{this, "Image2", {150, 120, 240, 240}};

@@ -9,6 +9,7 @@ class QRectF;
 /// How all windows of the program look: colours, font and spacing, in one place.
 namespace look {
 
+/// What is written, and what of it can be clicked.
 inline const QColor text{0, 0, 64};
 inline const QColor link{31, 51, 107};
 /// What is read and edited is on this.

@@ -21,6 +21,7 @@ void paintMessengerWindow(QPainter& painter);
 /// The tool-tip of the icon in the notification area.
 void paintToolTip(QPainter& painter);
 
+/// The ground of `paintWindow`.
 inline constexpr QSize windowGround{320, 96};
 /// A window whose title is left out, since the user's own is laid over it. Fills `windowGround`.
 void paintWindow(QPainter& painter);

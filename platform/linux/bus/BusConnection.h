@@ -24,6 +24,7 @@ public:
     BusConnection(const BusConnection&) = delete;
     BusConnection& operator=(const BusConnection&) = delete;
 
+    /// Whether there is a bus, and it is still there.
     [[nodiscard]] bool isConnected() const { return connection.isConnected(); }
     /// To subscribe signals on and to send messages over.
     [[nodiscard]] QDBusConnection& handle() { return connection; }

@@ -29,6 +29,7 @@ public:
     /// The player is not on the bus any more.
     Event<const QString&> left;
 
+    /// Asks for the players that are there already; the answers come from the loop.
     MprisBus();
 
     /// Calls a method of a player that takes no arguments, such as "Play".

@@ -104,11 +104,13 @@ public:
     /// The server is gone. Raised once.
     Event<> lost;
 
+    /// Takes a part in the one connection to the X server, which is made for the first client.
     X11Client();
     ~X11Client();
     X11Client(const X11Client&) = delete;
     X11Client& operator=(const X11Client&) = delete;
 
+    /// Whether there is a server, and it is still there.
     [[nodiscard]] bool isConnected() const;
     /// To send requests over; valid, if useless, without a server too.
     [[nodiscard]] xcb_connection_t* handle() const;
