@@ -7,8 +7,7 @@
 
 /// The descriptors that the program waits for, sockets and others, as a set of epoll. The event
 /// loop waits for the one descriptor of the set, so its cost does not grow with the number of
-/// connections. Whoever is watched gets its event again as long as the descriptor is
-/// ready.
+/// connections. Whoever is watched gets its event again as long as the descriptor is ready.
 class Reactor final : public Readiness {
 public:
     Reactor();

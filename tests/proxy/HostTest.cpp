@@ -43,7 +43,7 @@ TEST(Start, ASecondCopySaysSoAndThenTakesItsIconAway) {
                             "take the icon away"));
 }
 
-TEST(Start, AnyOtherTroubleIsToldAndTheProgramGoesOnDeaf) {
+TEST(Start, AnyOtherTroubleIsReportedAndTheProgramGoesOn) {
     Spine spine;
     spine.listener().listenTrouble = SocketTrouble{13, "Permission denied"};
     EXPECT_EQ(spine.host.Load(), frmMain::Start::NotListening);
