@@ -1,7 +1,6 @@
 #include "proxy/frmMain.h"
 
 #include "base/Failure.h"
-#include "base/text.h"
 #include "conversation/messageConstants.h"
 #include "desktop/mdlFunctions.h"
 #include "desktop/winamp.h"
