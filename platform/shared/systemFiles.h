@@ -18,7 +18,7 @@ using Trouble = std::optional<std::string>;
 /// Makes a folder, and those above it, for its user alone, unless it is there.
 [[nodiscard]] Trouble makeFolder(const std::filesystem::path& folder);
 /// Removes a file of this user that has no other name, unless a process has it as its `NewFile`.
-void removeUnused(const std::filesystem::path& file);
+void removeUnused(const std::filesystem::path& path);
 
 /// The new content on its way into the place of an old file, if there is one. Unless it gets there
 /// it is gone with this object.
