@@ -81,20 +81,25 @@ bool beginsLikeForeignFrame(std::string_view buffer) {
 }  // namespace
 
 MSNProxy::MSNProxy(ProxyHost& host)
-    : Conversation(host.services), host(host), Timer1(host.loop.makeTimer()) {
+    : Conversation(host.services),
+      host(host),
+      Timer1(host.loop.makeTimer()),
+      Winsock1{host.network.makeWinsock(), host.network.makeWinsock()},
+      queues{{{host.queues, *Winsock1[serverSide]}, {host.queues, *Winsock1[clientSide]}}} {
     Timer1->tick = [this] { Timer1_Timer(); };
-    for (int Index = 0; Index < sides; ++Index) {
-        auto& socket = Winsock1[Index];
-        socket = host.network.makeWinsock();
-        socket->Connected = [this, Index] { Winsock1_Connect(Index); };
-        socket->DataArrival = [this, Index](std::size_t) { Winsock1_DataArrival(Index); };
-        socket->SendProgress = [this, Index](std::size_t, std::size_t bytesRemaining) {
-            Winsock1_SendProgress(Index, bytesRemaining);
-        };
-        socket->ConnectionLost = [this, Index] { Winsock1_ConnectionLost(Index); };
-    }
-    for (int Index = 0; Index < sides; ++Index)
-        queues[Index].emplace(host.queues, *Winsock1[1 - Index]);
+    listenTo<clientSide>(*Winsock1[clientSide]);
+    listenTo<serverSide>(*Winsock1[serverSide]);
+}
+
+/// The number of the side is in the types of the listeners, so that each is but a pointer.
+template <int Index>
+void MSNProxy::listenTo(Winsock& socket) {
+    socket.Connected = [this] { Winsock1_Connect(Index); };
+    socket.DataArrival = [this](std::size_t) { Winsock1_DataArrival(Index); };
+    socket.SendProgress = [this](std::size_t, std::size_t bytesRemaining) {
+        Winsock1_SendProgress(Index, bytesRemaining);
+    };
+    socket.ConnectionLost = [this] { Winsock1_ConnectionLost(Index); };
 }
 
 bool MSNProxy::isClient(std::string_view firstRead) {
@@ -143,7 +148,7 @@ void MSNProxy::Unload() {
 void MSNProxy::closeSockets() {
     for (int Index = 0; Index < sides; ++Index) {
         Winsock1[Index]->Close();
-        queues[Index]->nowWaits(0);
+        queues[Index].nowWaits(0);
     }
 }
 
@@ -198,7 +203,7 @@ void MSNProxy::Timer1_Timer() {
 
 void MSNProxy::Winsock1_SendProgress(int Index, std::size_t bytesRemaining) {
     Label1 = bytesRemaining;
-    queues[Index]->nowWaits(bytesRemaining);
+    queues[Index].nowWaits(bytesRemaining);
 }
 
 void MSNProxy::Winsock1_DataArrival(int Index) {
@@ -279,7 +284,7 @@ bool MSNProxy::takesSocksRequest(std::string_view buffer) {
 bool MSNProxy::dropsDirectConnect(int Index, const std::string& buffer) {
     if (!buffer.starts_with(directConnectHead)) return false;
     if (Index == serverSide) {
-        directConnectName = removeAll(characters(buffer, 45, 60), "\0"sv);
+        isDirectConnectNamed = !removeAll(characters(buffer, 45, 60), "\0"sv).empty();
     }
     // The codes give the loop a turn, in which the buffer may change: the bytes are those from
     // before it, the codes those from after it.
@@ -288,8 +293,7 @@ bool MSNProxy::dropsDirectConnect(int Index, const std::string& buffer) {
     const auto first = code(buffer, 31);
     const auto second = code(buffer, 32);
     const bool frame = !second || (nuls && *first < 9 && *second != 0);
-    return frame && Index == clientSide && !directConnectName.empty() &&
-           (!Label1 || *Label1 > 30000);
+    return frame && Index == clientSide && isDirectConnectNamed && (!Label1 || *Label1 > 30000);
 }
 
 void MSNProxy::relay(int Index, std::string_view chunk) {

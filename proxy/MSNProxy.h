@@ -80,6 +80,8 @@ private:
         bool blocked = false;
     };
 
+    template <int Index>
+    void listenTo(Winsock& socket);
     void Winsock1_Connect(int Index);
     void Winsock1_DataArrival(int Index);
     void Winsock1_SendProgress(int Index, std::size_t bytesRemaining);
@@ -106,14 +108,15 @@ private:
     std::string destinationAddress;
     /// Port and address as the client sent them, for the reply.
     std::string socksReplyTail;
-    std::string directConnectName;
     /// How many bytes wait to be sent, as last reported by either socket; nothing before.
     std::optional<std::size_t> Label1;
+    /// The server has sent a header of a direct connection with a name in it.
+    bool isDirectConnectNamed = false;
     /// The server side has been connected.
     bool relaying = false;
     int runningEvents = 0;
     std::unique_ptr<Timer> Timer1;
     std::array<std::unique_ptr<Winsock>, sides> Winsock1;
     /// What waits to be sent to each side.
-    std::array<std::optional<SendQueues::Direction>, sides> queues;
+    std::array<SendQueues::Direction, sides> queues;
 };
