@@ -24,8 +24,7 @@ constexpr std::size_t mostOnStack = 64;
 constexpr unsigned playsOn = 1;
 constexpr unsigned hasBias = 2;
 
-InstanceNumber named(const Stage& stage, const Clip& clip, std::string_view name) {
-    if (name == "_root"sv || name == "_level0"sv) return stage.root().number;
+InstanceNumber named(const Clip& clip, std::string_view name) {
     if (name == "_parent"sv || name == ".."sv) return clip.parent;
     if (name.empty() || name == "this"sv) return clip.number;
     const std::string wanted = lowerCase(name);
@@ -43,13 +42,19 @@ InstanceNumber findTarget(Stage& stage, InstanceNumber from, std::string_view pa
     const char separator = slashed ? '/' : '.';
     InstanceNumber at = slashed && path.front() == '/' ? stage.root().number : from;
     while (!path.empty()) {
+        const std::size_t length = std::min(path.find(separator), path.size());
+        const std::string_view name = path.substr(0, length);
+        path.remove_prefix(std::min(length + 1, path.size()));
+        // The movie itself is found from anywhere, also when the clip has gone.
+        if (name == "_root"sv || name == "_level0"sv) {
+            at = stage.root().number;
+            continue;
+        }
         const Clip* const clip = stage.find(at);
         if (clip == nullptr) return 0;
-        const std::size_t length = std::min(path.find(separator), path.size());
         // A name is compared with that of everything there.
         if (!stage.work(static_cast<unsigned>(1 + clip->list.size() * (8 + length) / 64))) return 0;
-        at = named(stage, *clip, path.substr(0, length));
-        path.remove_prefix(std::min(length + 1, path.size()));
+        at = named(*clip, name);
     }
     return stage.find(at) == nullptr ? 0 : at;
 }

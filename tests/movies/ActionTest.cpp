@@ -177,6 +177,23 @@ TEST(MovieAction, MayTakeAwayItsOwnSprite) {
     EXPECT_TRUE(screen.player.stage().empty());
 }
 
+TEST(MovieAction, FindsTheMovieWhenItsOwnSpriteHasGone) {
+    const auto goTo = [](const char* path, unsigned frame) {
+        return action(Action::SetTarget, Bits().text(path)) +
+               action(Action::GotoFrame, Bits().u16(frame));
+    };
+    for (const char* path : {"/", "_root", "_level0"}) {
+        MovieFile inner;
+        inner.show().actions(goTo("/", 2) + goTo(path, 1)).show();
+        MovieFile movie;
+        movie.sprite(1, inner).place(1, 1).actions(stop).show();
+        movie.actions(command("one")).show().remove(1).actions(command("two")).show();
+        Screening screen(movie.file());
+        screen.advance();
+        EXPECT_EQ(screen.commands(), "two;one;") << path;
+    }
+}
+
 TEST(MovieAction, FindsLabelsInCapitalsAsWell) {
     EXPECT_EQ(told(action(Action::GoToLabel, Bits().text("FOUR"))), "1;4;");
 }
