@@ -6,6 +6,7 @@
 #include "movies/player/shapeReaders.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace swf {
@@ -105,10 +106,13 @@ void MovieLoader::readHeader() {
 }
 
 void MovieLoader::readStep() {
+    using Clock = std::chrono::steady_clock;
     std::size_t work = 0;
     bool complete = true;
+    const Clock::time_point end = Clock::now() + limits::timePerStep;
     attempt([&] {
-        while (work < limits::bytesPerStep && stage == Stage::Reading)
+        // A few bytes may hold much: all glyphs of a font may be one, and edges take a byte or two.
+        while (work < limits::bytesPerStep && stage == Stage::Reading && Clock::now() < end)
             work += readTag();
         complete = stage == Stage::Done;
     });

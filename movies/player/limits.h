@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 
@@ -13,6 +14,8 @@ constexpr std::size_t fileBytes = std::size_t{8} << 20;
 constexpr std::size_t unpackedBytes = std::size_t{64} << 20;
 /// What one step of unpacking or reading takes on, in bytes; about a millisecond.
 constexpr std::size_t bytesPerStep = std::size_t{256} << 10;
+/// After so long, reading in one step goes on no further than the end of a tag.
+constexpr std::chrono::milliseconds timePerStep{1};
 
 /// What reading a tag takes besides its bytes.
 constexpr std::size_t bytesPerTag = 256;

@@ -101,6 +101,31 @@ TEST(MovieContainer, IsReadInStepsOfABoundedSize) {
     EXPECT_EQ(movie->timeline.frameCount(), 1U);
 }
 
+TEST(MovieContainer, IsReadInStepsThatEndWhenFewBytesHoldMuch) {
+    // Each glyph of a font is the same one, of 650 edges: seven fonts of 65,000 in 13 KB.
+    constexpr unsigned glyphs = 100;
+    Bits glyph = Bits().styleBits(1, 0).jumpAndFill(0, 0, 1);
+    for (int edge = 0; edge < 650; ++edge)
+        glyph.bits(3, 2).bits(0, 4).bits(0, 1).bits(1, 1).bits(edge % 2 == 0 ? 1 : -1, 2);
+    glyph.endShape();
+    MovieFile movie;
+    for (unsigned number = 1; number <= 7; ++number) {
+        Bits font = Bits().u16(number);
+        for (unsigned index = 0; index < glyphs; ++index)
+            font.u16(2 * glyphs);
+        movie.tag(Tag::DefineFont, font.raw(glyph.get()));
+    }
+    const std::string file = movie.show().file();
+    EXPECT_LT(file.size(), swf::limits::bytesPerStep / 8);
+    swf::MovieLoader loader(file);
+    int steps = 1;
+    while (loader.step())
+        ++steps;
+    // One for the head, one for each font or two.
+    EXPECT_GE(steps, 4);
+    EXPECT_EQ(loader.take()->timeline.frameCount(), 1U);
+}
+
 TEST(MovieContainer, IsReadUpToSoManyTags) {
     std::string many;
     const std::string unknown = Bits().u16(999U << 6U).get();
