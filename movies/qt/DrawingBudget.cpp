@@ -27,8 +27,8 @@ constexpr double jointCost = 4000;
 constexpr double thinPieceCost = 60;
 constexpr double thinPixelCost = 25;
 constexpr double orderedEdgeCost = 60;
-constexpr double morphEdgeCost = 200;
-constexpr double morphStyleCost = 200;
+constexpr double morphEdgeCost = 60;
+constexpr double morphStyleCost = 400;
 constexpr double rowCost = 30;
 constexpr double opaquePixelCost = 0.12;
 constexpr double translucentPixelCost = 0.3;
@@ -36,11 +36,13 @@ constexpr double linearPixelCost = 0.8;
 constexpr double radialPixelCost = 1.2;
 constexpr double gradientCellCost = 8;
 constexpr double gradientCost = 3000;
+/// To mix the light between two colours.
+constexpr double lightCost = 50000;
 constexpr double copiedPixelCost = 0.3;
 constexpr double blendedPixelCost = 0.8;
 constexpr double roughPixelCost = 1;
 constexpr double smoothPixelCost = 3;
-constexpr double recolorPixelCost = 14;
+constexpr double recolorPixelCost = 8;
 constexpr double extendedPixelCost = 1;
 constexpr double layerPixelCost = 3;
 constexpr double maskCost = 3000;
@@ -74,13 +76,13 @@ void DrawingBudget::add(double cost) {
 
 bool DrawingBudget::goesOn() {
     measure();
-    over = over || measured > whole;
+    over = over || measured > whole - reserved;
     return !over;
 }
 
 double DrawingBudget::left() {
     if (pending > unmeasured) measure();
-    return whole - measured - pending;
+    return whole - reserved - measured - pending;
 }
 
 void DrawingBudget::measure() {
@@ -106,6 +108,12 @@ double DrawingCosts::path(std::size_t edges) {
     return paintingCost + edgeCost * static_cast<double>(edges);
 }
 
+double DrawingCosts::gradient(const swf::Fill& fill) {
+    if (fill.kind != swf::Fill::Kind::Linear && fill.kind != swf::Fill::Kind::Radial) return 0;
+    const auto stops = static_cast<double>(fill.stops.size());
+    return gradientCost + (fill.linearLight ? lightCost * stops : 0);
+}
+
 double DrawingCosts::recoloring(double pixels) { return recolorPixelCost * pixels; }
 
 double DrawingCosts::extending(double pixels) { return extendedPixelCost * pixels; }
@@ -117,7 +125,7 @@ double DrawingCosts::fill(const moviePaths::Path& path, const swf::Fill& fill,
     }
     const bool linear = fill.kind == swf::Fill::Kind::Linear;
     // Each piece of a row begins anew.
-    return gradientCost + outline(path) + gradientCellCost * path.length * view.pixelsPerUnit +
+    return gradient(fill) + outline(path) + gradientCellCost * path.length * view.pixelsPerUnit +
            covered(path) * (linear ? linearPixelCost : radialPixelCost);
 }
 

@@ -26,6 +26,9 @@ public:
     [[nodiscard]] bool take(double cost);
     /// The same for what was done already.
     void add(double cost);
+    /// Keeps time for what has to be done even when all else is over; `release` ends that.
+    void reserve(double cost) { reserved += cost; }
+    void release(double cost) { reserved -= cost; }
     /// Whether that much is left.
     [[nodiscard]] bool has(double cost) { return cost <= left(); }
     /// How much is left.
@@ -48,6 +51,7 @@ private:
     /// What was counted since it was last measured.
     double pending = 0;
     double counted = 0;
+    double reserved = 0;
     bool over = false;
 };
 
@@ -81,6 +85,8 @@ public:
     [[nodiscard]] static double morphing(const swf::Shape& shape);
     /// To make a path of so many edges.
     [[nodiscard]] static double path(std::size_t edges);
+    /// To make the colours of a gradient; nothing for other fills.
+    [[nodiscard]] static double gradient(const swf::Fill& fill);
     /// To change the colours of a picture, or to copy it with its edges extended.
     [[nodiscard]] static double recoloring(double pixels);
     [[nodiscard]] static double extending(double pixels);
@@ -101,7 +107,7 @@ public:
     /// where many steep edges lie beside each other, it takes up to a hundred times what is
     /// counted.
     [[nodiscard]] int bands(const moviePaths::Path& path, double counted) const;
-    /// To draw things apart from the others, and then onto them.
+    /// To begin to draw things apart from the others, and the same again to bring them onto those.
     [[nodiscard]] double layer() const;
     /// To bound others by a path of which this is a part.
     [[nodiscard]] double mask(const moviePaths::Path& path) const;

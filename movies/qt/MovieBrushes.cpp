@@ -123,9 +123,11 @@ QPen pen(const swf::Line& line, const swf::Matrix& matrix, double thinnest) {
     return made;
 }
 
-QImage recolored(QImage image, const swf::ColorTransform& colors) {
+std::optional<QImage> recolored(QImage image, const swf::ColorTransform& colors,
+                                const std::function<bool()>& goesOn) {
     image = image.convertToFormat(QImage::Format_ARGB32);
     for (int y = 0; y < image.height(); ++y) {
+        if (!goesOn()) return {};
         QRgb* const row = reinterpret_cast<QRgb*>(image.scanLine(y));
         std::for_each(row, row + image.width(), [&](QRgb& pixel) {
             const auto channel = [](int value) { return static_cast<std::uint8_t>(value); };

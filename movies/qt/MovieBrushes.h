@@ -8,6 +8,9 @@
 #include <QImage>
 #include <QPen>
 
+#include <functional>
+#include <optional>
+
 /// Fills and lines of movies as brushes and pens of Qt. `matrix` brings the shape to its place and
 /// `colors` is what its colours go through.
 namespace movieBrushes {
@@ -19,8 +22,9 @@ namespace movieBrushes {
                            const swf::ColorTransform& colors);
 /// A pen at least as wide as `thinnest`, without its brush.
 [[nodiscard]] QPen pen(const swf::Line& line, const swf::Matrix& matrix, double thinnest);
-/// The picture with its colours changed.
-[[nodiscard]] QImage recolored(QImage image, const swf::ColorTransform& colors);
+/// The picture with its colours changed, row by row; nothing where `goesOn` ends that.
+[[nodiscard]] std::optional<QImage> recolored(QImage image, const swf::ColorTransform& colors,
+                                              const std::function<bool()>& goesOn);
 
 /// The part `wanted` of a picture without an end: beyond its edges the outermost pixels go on.
 [[nodiscard]] QImage extended(const QImage& image, const QRect& wanted);

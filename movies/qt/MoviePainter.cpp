@@ -75,6 +75,7 @@ std::unique_ptr<MoviePainter::Layer> MoviePainter::beginMask(Mask mask) {
         painter->setClipPath(mask.outline.path, Qt::IntersectClip);
         return nullptr;
     }
+    budget.reserve(costs.layer());
     const QTransform toPixels = painter->deviceTransform();
     const QRect pixels = toPixels.mapRect(view.visible).toAlignedRect();
     auto layer = std::make_unique<Layer>();
@@ -108,6 +109,7 @@ void MoviePainter::endMask(std::unique_ptr<Layer> layer) {
         layer->painter->end();
         painter = layer->below;
         painter->drawImage(layer->place, layer->image);
+        budget.release(costs.layer());
     }
     painter->restore();
 }
@@ -191,9 +193,12 @@ std::optional<QBrush> MoviePainter::pictureBrush(const QRectF& area, const swf::
     // It may have fewer pixels than in the file.
     way.scale(double{1} * size.width() / image.width(), double{1} * size.height() / image.height());
     if (!onlyFades(pose.colors)) {
-        if (!budget.take(DrawingCosts::recoloring(double{1} * image.width() * image.height())))
-            return {};
-        image = movieBrushes::recolored(image, pose.colors);
+        const double cost = DrawingCosts::recoloring(double{1} * image.width() * image.height());
+        if (!budget.take(std::min(cost, budget.left()))) return {};
+        auto recolored =
+            movieBrushes::recolored(image, pose.colors, [&] { return budget.goesOn(); });
+        if (!recolored) return {};
+        image = *std::move(recolored);
     }
     if (!fill.repeated) {
         const auto extended = extend(image, way, area & view.visible, fill.smooth);
@@ -263,6 +268,7 @@ void MoviePainter::drawLine(const swf::Painting& painting, const swf::Line& line
         if (!brush) return;
         pen.setBrush(*brush);
     } else if (line.fill) {
+        if (!budget.take(DrawingCosts::gradient(*line.fill))) return;
         pen.setBrush(movieBrushes::brush(*line.fill, pose.matrix, pose.colors));
     } else {
         pen.setColor(movieBrushes::color(pose.colors.apply(line.color)));

@@ -1,4 +1,5 @@
 #include "movies/player/limits.h"
+#include "movies/qt/MovieBrushes.h"
 #include "tests/movies/MovieFile.h"
 #include "tests/movies/Screening.h"
 
@@ -308,6 +309,81 @@ TEST(MovieBudget, BoundsByMasksThatTakeLong) {
     EXPECT_LT(qGreen(at(35, 50)), 200);
     EXPECT_EQ(qRed(at(35, 50)), 0);
     EXPECT_FALSE(screen.outcome.cut);
+}
+
+TEST(MovieBudget, KeepsTimeForWhatIsBoundedByMasks) {
+    constexpr unsigned nested = 6;
+    MovieFile movie = comb(500);
+    movie.square(2, 0, 0, 100, green);
+    const Bits mask = Bits().u8(swf::placeFlag::Character | swf::placeFlag::ClipDepth);
+    for (unsigned depth = 1; depth <= nested; ++depth)
+        movie.tag(Tag::PlaceObject2, Bits(mask).u16(depth).u16(1).u16(60000));
+    for (unsigned depth = nested + 1; depth < 9000; ++depth)
+        movie.place(2, depth);
+    Screening screen(movie.show().file());
+    static_cast<void>(screen.picture(4));
+    EXPECT_TRUE(screen.outcome.cut);
+    const DrawingCosts costs({QRectF(0, 0, 400, 400), 1});
+    EXPECT_GT(screen.outcome.cost, nested * costs.layer());
+    EXPECT_LE(screen.outcome.cost, DrawingBudget::whole - nested * costs.layer());
+}
+
+TEST(MovieBudget, CountsTheLightOfGradients) {
+    for (const bool asLine : {false, true}) {
+        for (const bool light : {false, true}) {
+            Bits fill = Bits().code(swf::FillType::LinearGradient).matrix(0.06, 0.06, 50, 50);
+            fill.u8(light ? 0x1F : 0x0F);
+            for (unsigned stop = 0; stop < 15; ++stop)
+                fill.u8(17 * stop).rgba(stop % 2 == 0 ? red : blue, 255);
+            Bits body = Bits().u16(1).rect(0, 100, 0, 100).rect(0, 100, 0, 100).u8(0);
+            if (asLine) {
+                // Without caps, with round joints, and filled.
+                body.u8(0).u8(1).u16(100).bits(1, 2).bits(0, 2).bits(1, 1).bits(0, 9).bits(1, 2);
+                body.raw(fill.get()).styleBits(0, 1).jumpAndLine(10, 50).line(80, 0);
+            } else {
+                body.u8(1).raw(fill.get()).u8(0).styleBits(1, 0).square(10, 10, 80);
+            }
+            MovieFile movie;
+            movie.tag(Tag::DefineShape4, body.endShape());
+            for (unsigned depth = 1; depth <= 20; ++depth)
+                movie.place(1, depth);
+            Screening screen(movie.show().file(8));
+            EXPECT_NE(screen.at(30, 50), black);
+            EXPECT_EQ(screen.outcome.cut, light) << asLine;
+        }
+    }
+}
+
+TEST(MovieBudget, ShowsALargeMorphingShapeThatFits) {
+    constexpr int edges = 40000;
+    const Bits styles = Bits().u8(1).u8(0).rgba(red, 255).rgba(red, 255).u8(0);
+    // To the right and down, with many small steps on the way, and back.
+    const auto outline = [](Bits bits) {
+        for (int edge = 0; edge < edges; ++edge)
+            bits.line(edge % 2 == 0 ? 0.05 : -0.05, edge % 4 == 0 ? 0.05 : 0);
+        return bits.line(80, 0).line(0, -500).line(-80, 0).endShape();
+    };
+    const Bits start = outline(Bits().styleBits(1, 0).jumpAndFill(10, 0, 1));
+    const Bits end = outline(Bits().styleBits(0, 0).jump(10, 0));
+    Bits body = Bits().u16(1).rect(0, 100, 0, 100).rect(0, 100, 0, 100);
+    body.u32(static_cast<std::uint32_t>(styles.get().size() + start.get().size()));
+    body.raw(styles.get()).raw(start.get()).raw(end.get());
+    Screening screen(MovieFile().tag(Tag::DefineMorphShape, body).place(1, 1).show().file());
+    EXPECT_EQ(screen.at(50, 50), red);
+    EXPECT_FALSE(screen.outcome.cut);
+}
+
+TEST(MovieBudget, ChangesTheColorsOfAPictureAsFarAsTheTimeGoes) {
+    swf::ColorTransform colors;
+    colors.multiply[0] = 0;
+    QImage image(10, 10, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    int rows = 0;
+    EXPECT_FALSE(movieBrushes::recolored(image, colors, [&] { return ++rows < 5; }));
+    EXPECT_EQ(rows, 5);
+    const auto made = movieBrushes::recolored(image, colors, [] { return true; });
+    ASSERT_TRUE(made);
+    EXPECT_EQ(made->pixel(9, 9), 0xFF00FFFFU);
 }
 
 }  // namespace
