@@ -15,9 +15,6 @@ using systemSockets::Result;
 
 namespace {
 
-/// How many clients are taken before others get their turn.
-constexpr int requestsAtOnce = 64;
-
 /// How often a listener looks for a descriptor that others have given back.
 constexpr std::chrono::milliseconds retryInterval{1000};
 
@@ -171,7 +168,7 @@ void StreamSocket::resumeListening() {
 
 void StreamSocket::ready(Readiness::Ready now) {
     switch (state) {
-        case SocketState::Listening: takeRequests(); break;
+        case SocketState::Listening: takeRequest(); break;
         case SocketState::Connecting: finishConnect(now.broken); break;
         default: {
             if (now.sending && !queue.empty()) drain();
@@ -185,23 +182,19 @@ void StreamSocket::ready(Readiness::Ready now) {
     }
 }
 
-void StreamSocket::takeRequests() {
-    for (int count = 0; count < requestsAtOnce; ++count) {
-        const auto [outcome, client, host] = systemSockets::accept(handle);
-        if (outcome.result == Result::WouldBlock) return;
-        if (outcome.result == Result::OutOfDescriptors) {
-            network.readiness.change(handle, {}, *this);
-            network.waitForDescriptor(*this);
-            return;
-        }
-        // A client that has gone already.
-        if (client == noSocket) continue;
-        if (!isPrivate(host) && !isIn(systemSockets::ownNetworks(), host)) {
-            network.close(client);
-        } else if (!network.announce(*this, client)) {
-            network.awaitFirstBytes(*this, client);
-        }
-        if (state != SocketState::Listening) return;
+/// One, so that others get their turn before the next.
+void StreamSocket::takeRequest() {
+    const auto [outcome, client, host] = systemSockets::accept(handle);
+    if (outcome.result == Result::OutOfDescriptors) {
+        network.readiness.change(handle, {}, *this);
+        network.waitForDescriptor(*this);
+    }
+    // There may be none, or it has gone already.
+    if (client == noSocket) return;
+    if (!isPrivate(host) && !isIn(systemSockets::ownNetworks(), host)) {
+        network.close(client);
+    } else if (!network.announce(*this, client)) {
+        network.awaitFirstBytes(*this, client);
     }
 }
 

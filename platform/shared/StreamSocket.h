@@ -64,7 +64,7 @@ public:
 
 private:
     void ready(Readiness::Ready now) override;
-    void takeRequests();
+    void takeRequest();
     void finishConnect(bool broken);
     void receive();
     void drain();
