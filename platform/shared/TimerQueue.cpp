@@ -45,15 +45,18 @@ private:
         due = begin + intervals * interval;
         queued = true;
         queue.waiting.emplace(due, this);
-        queue.nextDueChanged();
+        if (isNext()) queue.nextDueChanged();
     }
 
     void leaveQueue() {
         if (!queued) return;
+        const bool wasNext = isNext();
         queued = false;
         queue.waiting.erase({due, this});
-        queue.nextDueChanged();
+        if (wasNext) queue.nextDueChanged();
     }
+
+    [[nodiscard]] bool isNext() const { return queue.waiting.begin()->second == this; }
 
     TimerQueue& queue;
     std::chrono::milliseconds interval{1};
