@@ -21,8 +21,15 @@ protected:
     void write(const std::string& text) const { std::ofstream(path) << text; }
     /// As if the last change had been so long ago.
     void age(std::chrono::seconds past) const {
-        const auto now = std::filesystem::file_time_type::clock::now();
-        std::filesystem::last_write_time(path, now - past);
+        std::filesystem::last_write_time(path, now() - past);
+    }
+    [[nodiscard]] static std::filesystem::file_time_type now() {
+        return std::filesystem::file_time_type::clock::now();
+    }
+    /// As if the last change had been about a second ago, the part of a second being `fraction`.
+    void changeWith(std::chrono::milliseconds fraction) const {
+        const auto second = std::chrono::floor<std::chrono::seconds>(now()) - 1s;
+        std::filesystem::last_write_time(path, second + fraction);
     }
 };
 
@@ -46,6 +53,26 @@ TEST_F(StampedFile, MayHaveChangedAgainWhileItsLastChangeIsFresh) {
     age(-1h);
     EXPECT_TRUE(stamp.mayHaveChanged());
     EXPECT_TRUE(stamp.mayHaveChanged());
+}
+
+TEST_F(StampedFile, HasNotChangedSoonAfterAChangeWhoseTimeHasAFraction) {
+    write("one");
+    changeWith(1ms);
+    (void)stamp.mayHaveChanged();
+    EXPECT_FALSE(stamp.mayHaveChanged());
+}
+
+TEST_F(StampedFile, MayHaveChangedForSomeSecondsWhereTimesAreWholeSeconds) {
+    write("one");
+    bool mayHaveChanged = false;
+    // Again, should it have taken so long that the seconds are over.
+    for (auto begin = now() - 1h; now() - begin > 500ms;) {
+        begin = now();
+        changeWith(0ms);
+        (void)stamp.mayHaveChanged();
+        mayHaveChanged = stamp.mayHaveChanged();
+    }
+    EXPECT_TRUE(mayHaveChanged);
 }
 
 TEST_F(StampedFile, MayHaveChangedAfterAWrite) {
