@@ -9,9 +9,11 @@ frmabout::frmabout() : Form("Cobweave - About", 7410, 4065) {
     followLetters();
     fixSize();
     roles::set(ShockwaveFlash1, QAccessible::StaticText);
-    ShockwaveFlash1.setAccessibleName("Cobweave, version " + QApplication::applicationVersion() +
-                                      ". A companion for MSN Messenger 6: a small proxy that gives "
-                                      "it the features it lacks.");
+    ShockwaveFlash1.setAccessibleName(
+        "Cobweave, version " + QApplication::applicationVersion() +
+        ". A companion for MSN Messenger 6. In Messenger: SOCKS version 4, "
+        "port 1090, server 127.0.0.1. Your network can use it too; "
+        "README says how to close it.");
     setAccessibleDescription(ShockwaveFlash1.accessibleName());
     ShockwaveFlash1.setExactFit(true);
     ShockwaveFlash1.setMovie(folders::movie("about.swf"));
