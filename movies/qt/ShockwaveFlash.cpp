@@ -73,6 +73,7 @@ ShockwaveFlash::~ShockwaveFlash() = default;
 
 void ShockwaveFlash::setMovie(const std::filesystem::path& file) {
     path = file;
+    frameTimer.stop();
     painter.reset();
     player.reset();
     frames = 0;

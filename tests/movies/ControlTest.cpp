@@ -63,8 +63,9 @@ TEST_F(MovieControl, StaysEmptyWhenTheFileIsNone) {
                                            save("plain text, and not a movie", "text.swf")};
     control.show();
     for (const auto& path : paths) {
-        play(MovieFile().tag(Tag::SetBackgroundColor, Bits().rgb(green)).show());
+        play(MovieFile().tag(Tag::SetBackgroundColor, Bits().rgb(green)).show(2));
         EXPECT_EQ(at(100, 50), green);
+        EXPECT_TRUE(control.isAwake());
         set(control, path);
         EXPECT_EQ(control.Movie(), path);
         EXPECT_EQ(at(100, 50), yellow);
