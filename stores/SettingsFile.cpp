@@ -6,6 +6,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -68,6 +69,26 @@ SettingsTrouble::Kind kindOf(int result) {
         case SQLITE_INTERRUPT: return SettingsTrouble::Kind::Endless;
         default: return SettingsTrouble::Kind::Unusable;
     }
+}
+
+/// Has every function of SQL fail. SQLite computes each call in one step, however long that takes:
+/// some cost the square of what they are given, and the clock is looked at between steps only.
+void takeFunctionsAway(sqlite3* handle) {
+    const auto take = [](void* database, int /*columns*/, char** values, char** /*names*/) {
+        const auto fail = [](sqlite3_context* call, int /*count*/, sqlite3_value** /*arguments*/) {
+            sqlite3_result_error_code(call, SQLITE_TOOBIG);
+        };
+        sqlite3_create_function_v2(static_cast<sqlite3*>(database), values[0],
+                                   static_cast<int>(std::strtol(values[1], nullptr, 10)),
+                                   SQLITE_UTF8, nullptr, fail, nullptr, nullptr, nullptr);
+        return 0;
+    };
+    // Asked of a database of our own: the one that is opened may be damaged or locked.
+    sqlite3* empty = nullptr;
+    if (sqlite3_open(":memory:", &empty) == SQLITE_OK) {
+        sqlite3_exec(empty, "SELECT name, narg FROM pragma_function_list", take, handle, nullptr);
+    }
+    sqlite3_close(empty);
 }
 
 /// Makes the folder, for nobody but its user: last words are private.
@@ -182,6 +203,7 @@ std::optional<SettingsTrouble> SettingsFile::prepareFile() {
 void SettingsFile::setUp() {
     sqlite3* const handle = database.get();
     sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, static_cast<int>(mostBytes));
+    takeFunctionsAway(handle);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     sqlite3_busy_handler(
         handle,

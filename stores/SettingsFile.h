@@ -49,7 +49,7 @@ struct SettingsTrouble {
     enum class Kind {
         Damaged,   ///< its content makes no sense
         Locked,    ///< another program keeps it for itself
-        Endless,   ///< it holds too much, or takes too long to compute
+        Endless,   ///< it holds too much, or takes too long to compute, or might
         Unusable,  ///< it cannot be opened, read or written
     };
     Kind kind;

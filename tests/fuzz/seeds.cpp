@@ -86,7 +86,7 @@ int main(int argc, char** argv) {
         {"ALTER TABLE settings RENAME TO others", "CREATE VIEW settings AS SELECT * FROM others"},
         false));
     settings.add(storeAfter({"CREATE TRIGGER again AFTER INSERT ON settings BEGIN UPDATE settings "
-                             "SET value = hex(zeroblob(1000)); END"},
+                             "SET value = value || value; END"},
                             false));
     return 0;
 }

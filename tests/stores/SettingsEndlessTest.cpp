@@ -80,16 +80,28 @@ constexpr const char* endlessRows =
     "FROM n";
 constexpr const char* endlessTrigger =
     "CREATE TABLE settings(application TEXT, section TEXT, key TEXT, value TEXT, "
-    "PRIMARY KEY(application, section, key)); CREATE TABLE sums(i); "
-    "CREATE TRIGGER sum AFTER INSERT ON settings BEGIN INSERT INTO sums SELECT sum(i) FROM "
-    "(WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i FROM n); END";
+    "PRIMARY KEY(application, section, key)); CREATE TABLE numbers(i); "
+    "CREATE TRIGGER fill AFTER INSERT ON settings BEGIN INSERT INTO numbers SELECT i FROM "
+    "(WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i FROM n) "
+    "WHERE i < 0; END";
 
-/// One row, and more in it than memory is for.
+/// One value, and more in it than memory is for.
 constexpr const char* hugeValue =
+    "CREATE VIEW settings AS WITH RECURSIVE n(v) AS (SELECT 'y' UNION ALL SELECT v || v FROM n) "
+    "SELECT 'Cobwaeve' AS application, 'Options' AS section, 'none' AS key, v AS value FROM n "
+    "WHERE v < 'x'";
+
+/// One call of a function, which SQLite cannot be stopped in.
+constexpr const char* slowView =
     "CREATE VIEW settings AS SELECT 'Cobwaeve' AS application, 'Options' AS section, "
-    "'none' AS key, hex(zeroblob(20000000)) AS value";
+    "'none' AS key, replace(hex(zeroblob(200000)), hex(zeroblob(100000)) || '1', '') AS value";
+constexpr const char* slowColumn =
+    "CREATE TABLE settings(application TEXT, section TEXT, key TEXT, value TEXT, "
+    "more DEFAULT (instr(hex(zeroblob(200000)), hex(zeroblob(100000)) || '1')), "
+    "PRIMARY KEY(application, section, key))";
 
 INSTANTIATE_TEST_SUITE_P(Files, EndlessFile,
-                         testing::Values(endlessView, endlessRows, endlessTrigger, hugeValue));
+                         testing::Values(endlessView, endlessRows, endlessTrigger, hugeValue,
+                                         slowView, slowColumn));
 
 }  // namespace
