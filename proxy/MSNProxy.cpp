@@ -103,8 +103,10 @@ void MSNProxy::listenTo(Winsock& socket) {
 }
 
 bool MSNProxy::isClient(std::string_view firstRead) {
-    Stream stream{.receiveBuffer = std::string(firstRead)};
-    return !takesForeignFrames(stream) && stream.receiveBuffer.starts_with(connectRequest);
+    Stream stream;
+    // Fewer bytes than the head of a frame are kept until more arrive, and are still a request.
+    (void)takesFrames(stream, firstRead);
+    return firstRead.starts_with(connectRequest);
 }
 
 void MSNProxy::Connect(RequestId requestID) {

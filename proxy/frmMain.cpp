@@ -85,7 +85,7 @@ void frmMain::Winsock1_ConnectionRequest(RequestId requestID) {
 
 void frmMain::AddControl() {
     if (instanceCount < std::numeric_limits<std::int16_t>::max()) ++instanceCount;
-    if (instanceCount == fewNumbersLeft && !MSNProxy1.contains(instanceCount)) {
+    if (instanceCount == fewNumbersLeft) {
         constexpr std::string_view text =
             "Please start Cobweave again soon: it has served 30000 connections, and from 32767 on "
             "each new one ends another";

@@ -134,6 +134,16 @@ TEST(Clients, AskForAConnectionWithTheirFirstWords) {
     }
 }
 
+TEST(Clients, MaySendTheirRequestInPiecesBehindAFrame) {
+    const auto frameAndPiece = "*\x02\x00\x00\x00\x01x\x04\x01\x07"sv;
+    Spine spine;
+    spine.request(std::string(frameAndPiece));
+    ASSERT_EQ(spine.host.instances().size(), 1U);
+    spine.client().arrive(frameAndPiece);
+    spine.client().arrive("\x47\x0A\x01\x02\x03"sv);
+    EXPECT_THAT(spine.server().connects, ElementsAre(Pair("10.1.2.3", 1863)));
+}
+
 TEST(Connections, AreToldOfWhenFewNumbersAreLeft) {
     Spine spine;
     for (int count = 0; count < 29999; ++count)
