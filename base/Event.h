@@ -61,7 +61,7 @@ private:
     template <typename Listener>
     struct Held {
         static constexpr bool isInPlace = sizeof(Listener) <= sizeof(Place) &&
-                                          alignof(Listener) <= alignof(Place) &&
+                                          alignof(Place) >= alignof(Listener) &&
                                           std::is_trivially_copyable_v<Listener>;
         using Kept = std::conditional_t<isInPlace, Listener, Listener*>;
 
