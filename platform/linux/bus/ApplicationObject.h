@@ -19,8 +19,8 @@ public:
     Event<const QString&> actionChosen;
 
 public Q_SLOTS:
-    void Activate(const QVariantMap& platformData);
-    void Open(const QStringList& uris, const QVariantMap& platformData);
+    void Activate(const QVariantMap& platformData) const;
+    void Open(const QStringList& uris, const QVariantMap& platformData) const;
     void ActivateAction(const QString& name, const QVariantList& parameter,
-                        const QVariantMap& platformData);
+                        const QVariantMap& platformData) const;
 };

@@ -45,6 +45,7 @@ TEST(ShownText, KeepsLettersOfAllScriptsAndWhatJoinsThem) {
 }
 
 TEST(ShownText, BoxesWhatTurnsTheDirectionOfText) {
+    // NOLINTNEXTLINE(misc-misleading-bidirectional): as somebody would who wants to mislead.
     EXPECT_EQ(shownText("a\u202Eb\u2066c"), "a\u25A1b\u25A1c");
 }
 
