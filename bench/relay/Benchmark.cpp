@@ -1,6 +1,5 @@
 #include "bench/relay/Benchmark.h"
 
-#include "bench/relay/contenders/RunningRelay.h"
 #include "bench/relay/system/BenchError.h"
 
 #include <algorithm>
@@ -54,42 +53,82 @@ void Benchmark::runRepetition(int repetition) {
     for (std::size_t stage = 0; stage < stages.size(); ++stage) {
         if (repetition >= stages[stage].repetitions) continue;
         if (stages[stage].name.find(plan.only) == std::string::npos) continue;
+        runStage(stage, repetition);
+    }
+}
+
+/// One after the other where there is one round, and else side by side, so that they meet the same
+/// machine in each round.
+void Benchmark::runStage(std::size_t stageNumber, int repetition) {
+    const int rounds = stages[stageNumber].rounds;
+    std::vector<std::pair<const Contender*, std::unique_ptr<RunningRelay>>> running;
+    for (std::size_t turn = 0; turn < allContenders.size(); ++turn) {
         // Another one begins each time, so that nobody always follows the same one.
-        for (std::size_t turn = 0; turn < allContenders.size(); ++turn) {
-            const auto offset = static_cast<std::size_t>(repetition) + stage;
-            runStage(stage, allContenders[(turn + offset) % allContenders.size()], repetition);
+        const auto offset = static_cast<std::size_t>(repetition) + stageNumber;
+        const Contender& contender = allContenders[(turn + offset) % allContenders.size()];
+        auto relay = startFor(stageNumber, contender, repetition);
+        if (!relay) continue;
+        if (rounds == 1) {
+            measure(stageNumber, contender, *relay, repetition);
+        } else {
+            running.emplace_back(&contender, std::move(relay));
+        }
+    }
+    for (int round = 0; round < rounds; ++round) {
+        for (const auto& [contender, relay] : running) {
+            if (isOut(stageNumber, *contender)) continue;
+            measure(stageNumber, *contender, *relay, repetition * rounds + round);
         }
     }
 }
 
-void Benchmark::runStage(std::size_t stageNumber, const Contender& contender, int repetition) {
+/// Nothing where it is not to be measured, or does not start.
+std::unique_ptr<RunningRelay> Benchmark::startFor(std::size_t stageNumber,
+                                                  const Contender& contender, int repetition) {
     const Stage& stage = stages[stageNumber];
-    const auto key = std::pair(stageNumber, contender.id);
-    if (!contender.absence.empty() || stage.leavesOut(contender.id) || failed.contains(key)) return;
+    if (isOut(stageNumber, contender)) return nullptr;
     for (const Figure figure : stage.figures)
         allResults.announce(figure);
-
-    std::string ending;
     try {
         server.releaseHeld();
-        const RunningRelay relay(contender, server, folder.path(), stage.settings);
-        if (relay.hasProcess()) {
-            allResults.add({Figure::Start, contender.id}, repetition, relay.startMilliseconds());
+        auto relay =
+            std::make_unique<RunningRelay>(contender, server, folder.path(), stage.settings);
+        if (relay->hasProcess()) {
+            allResults.add({Figure::Start, contender.id}, repetition, relay->startMilliseconds());
         }
-        try {
-            stage.measure({plan, relay, server, [&](Figure figure, double value) {
-                               allResults.add({figure, contender.id}, repetition, value);
-                           }});
-        } catch (const BenchError&) {
-            ending = " (" + relay.describeState() + ")";
-            throw;
-        }
+        return relay;
     } catch (const BenchError& error) {
-        failed.insert(key);
-        for (const Figure figure : stage.figures)
-            allResults.discard({figure, contender.id});
-        allResults.addNote(contender.name + ", " + stage.name + ": " + error.what() + ending);
+        giveUp(stageNumber, contender, error.what());
+        return nullptr;
     }
+}
+
+void Benchmark::measure(std::size_t stageNumber, const Contender& contender,
+                        const RunningRelay& relay, int round) {
+    const Stage& stage = stages[stageNumber];
+    const Plan part = plan.ofRound(stage.rounds);
+    try {
+        server.waitUntilIdle();
+        stage.measure({part, relay, server, [&](Figure figure, double value) {
+                           allResults.add({figure, contender.id}, round, value);
+                       }});
+    } catch (const BenchError& error) {
+        giveUp(stageNumber, contender, error.what() + (" (" + relay.describeState() + ")"));
+    }
+}
+
+void Benchmark::giveUp(std::size_t stageNumber, const Contender& contender,
+                       const std::string& why) {
+    const Stage& stage = stages[stageNumber];
+    failed.emplace(stageNumber, contender.id);
+    for (const Figure figure : stage.figures)
+        allResults.discard({figure, contender.id});
+    allResults.addNote(contender.name + ", " + stage.name + ": " + why);
+}
+
+bool Benchmark::isOut(std::size_t stageNumber, const Contender& contender) const {
+    return !contender.absence.empty() || stages[stageNumber].leavesOut(contender.id) ||
+           failed.contains({stageNumber, contender.id});
 }
 
 bool Benchmark::hasTimeFor(Clock::duration repetition) const {

@@ -2,13 +2,16 @@
 
 #include "bench/relay/Plan.h"
 #include "bench/relay/contenders/Contender.h"
+#include "bench/relay/contenders/RunningRelay.h"
 #include "bench/relay/report/Results.h"
 #include "bench/relay/server/ServerProcess.h"
 #include "bench/relay/stages/Stage.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <chrono>
+#include <memory>
 #include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -31,7 +34,14 @@ private:
 
     void warmUp();
     void runRepetition(int repetition);
-    void runStage(std::size_t stageNumber, const Contender& contender, int repetition);
+    void runStage(std::size_t stageNumber, int repetition);
+    [[nodiscard]] std::unique_ptr<RunningRelay> startFor(std::size_t stageNumber,
+                                                         const Contender& contender,
+                                                         int repetition);
+    void measure(std::size_t stageNumber, const Contender& contender, const RunningRelay& relay,
+                 int round);
+    void giveUp(std::size_t stageNumber, const Contender& contender, const std::string& why);
+    [[nodiscard]] bool isOut(std::size_t stageNumber, const Contender& contender) const;
     [[nodiscard]] bool hasTimeFor(Clock::duration repetition) const;
 
     Plan plan;

@@ -84,8 +84,8 @@ RunningRelay::RunningRelay(const Contender& contender, const ServerProcess& serv
         process.emplace(start, folder / (contender.name + ".log"));
         awaitFirstMessage();
         startTime = std::chrono::duration<double, std::milli>(Clock::now() - began).count();
-        // It begins its log then. What has just been written is looked at more closely for 3 s.
-        if (storeTime(contender, folder) != stored) std::this_thread::sleep_for(3s);
+        // It begins its log then. What has just been written is looked at more closely for 0.1 s.
+        if (storeTime(contender, folder) != stored) std::this_thread::sleep_for(200ms);
     }
     // What the measurement before has left behind ends before the next one begins.
     server.waitUntilIdle();

@@ -34,24 +34,27 @@ std::vector<Stage> allStages(const Plan& plan, std::size_t openLimit) {
     };
     const int always = plan.repetitions;
     std::vector<Stage> stages = talkStages(plan);
+    const int rounds = plan.rounds;
     for (Stage stage : std::initializer_list<Stage>{
-             {"peer-to-peer down", {PeerToPeerDown}, measurePeerToPeerDown, always},
-             {"peer-to-peer up", {PeerToPeerUp}, measurePeerToPeerUp, always},
-             {"bulk down", {BulkDown, BulkDownProcessor}, measureBulkDown, always},
-             {"bulk up", {BulkUp, BulkUpProcessor}, measureBulkUp, always},
-             {"opening 100", {Open100}, openings(Open100, 100, plan.shortSeries), always},
-             {"opening 1000", {Open1000}, openings(Open1000, 1000, 1), always},
-             {"opening 5000", {Open5000}, openings(Open5000, 5000, 1), always, wouldTakeTooLong},
-             {"memory", {IdleMemory, MemoryPerConnection}, measureMemory, always, needsProcess},
+             {"peer-to-peer down", {PeerToPeerDown}, measurePeerToPeerDown, always, rounds},
+             {"peer-to-peer up", {PeerToPeerUp}, measurePeerToPeerUp, always, rounds},
+             {"bulk down", {BulkDown, BulkDownProcessor}, measureBulkDown, always, rounds},
+             {"bulk up", {BulkUp, BulkUpProcessor}, measureBulkUp, always, rounds},
+             {"opening 100", {Open100}, openings(Open100, 100, plan.series), always, rounds},
+             {"opening 1000", {Open1000}, openings(Open1000, 1000, 1), always, 2},
+             {"opening 5000", {Open5000}, openings(Open5000, 5000, 1), always, 1, wouldTakeTooLong},
+             {"memory", {IdleMemory, MemoryPerConnection}, measureMemory, always, 1, needsProcess},
              {"a client that stalls",
               {StallDownGrowth, StallDownTaken},
               measureStalledClient,
               plan.stallRepetitions,
+              1,
               needsProcess},
              {"a server that stalls",
               {StallUpGrowth, StallUpTaken},
               measureStalledServer,
               plan.stallRepetitions,
+              1,
               needsProcess},
          }) {
         stages.push_back(std::move(stage));

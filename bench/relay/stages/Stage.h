@@ -32,6 +32,9 @@ struct Stage {
     std::function<void(const StageRun&)> measure;
     /// In how many repetitions it runs.
     int repetitions;
+    /// In how many rounds all contenders are measured within a repetition. A machine that is slower
+    /// for some seconds then is so for all of them.
+    int rounds = 1;
     /// Contenders for which it makes no sense.
     std::function<bool(ContenderId)> leavesOut = [](ContenderId) { return false; };
     /// What the program under test finds in its store.

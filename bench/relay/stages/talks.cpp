@@ -69,6 +69,8 @@ struct Dialogue {
     std::optional<Figure> processor = {};
     /// How many other connections are open and silent.
     std::size_t silent = 0;
+    /// What it does to the program under test cannot be done a second time.
+    bool isOnce = false;
     Settings settings = usualSettings();
     Check check = arrivesUnchanged;
     /// What goes before and comes after it, for a program that rewrites.
@@ -78,7 +80,7 @@ struct Dialogue {
 };
 
 /// The usual ones, but for the last words: the first text changes the store, which is then looked
-/// at more closely for some seconds than one that rests.
+/// at more closely for a while than one that rests.
 Settings withoutLastWords() {
     Settings settings = usualSettings();
     std::erase_if(settings, [](const auto& setting) { return setting.first.first != "Options"; });
@@ -165,6 +167,7 @@ std::vector<Dialogue> allDialogues() {
          .before = introduce},
         {.name = "text in random colours",
          .median = ColoursMedian,
+         .isOnce = true,
          .check = hasNewColour(),
          .before = switchColoursOn},
         {.name = "text and stamped text",
@@ -176,6 +179,7 @@ std::vector<Dialogue> allDialogues() {
          .before = [](const StageRun&, int) {}},
         {.name = "text, the store just written",
          .median = FreshStoreMedian,
+         .isOnce = true,
          .settings = withoutLastWords()},
         {.name = "text and new last words",
          .talk = Talk::NewTexts,
@@ -205,11 +209,14 @@ std::vector<Stage> talkStages(const Plan& plan) {
         std::vector<Figure> figures{dialogue.median};
         if (dialogue.tail) figures.push_back(*dialogue.tail);
         if (dialogue.processor) figures.push_back(*dialogue.processor);
+        // A thousand connections take longer to open than the trips.
+        const int rounds = dialogue.isOnce ? 1 : dialogue.silent > 100 ? 2 : plan.rounds;
         stages.push_back(
             {.name = dialogue.name,
              .figures = std::move(figures),
              .measure = [dialogue](const StageRun& run) { measureTrips(run, dialogue); },
              .repetitions = plan.repetitions,
+             .rounds = rounds,
              .settings = dialogue.settings});
     }
     stages.push_back(
@@ -217,6 +224,7 @@ std::vector<Stage> talkStages(const Plan& plan) {
          .figures = {SignInMedian},
          .measure = measureSignIns,
          .repetitions = plan.repetitions,
+         .rounds = plan.rounds,
          .settings = with(storedOptions({{"initialStatus", "Busy"}}), usualSettings())});
     return stages;
 }
