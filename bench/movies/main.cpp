@@ -1,12 +1,11 @@
 #include "tests/movies/Screening.h"
 #include "tests/movies/worstCases.h"
+#include "tests/support/readFile.h"
 
 #include <QGuiApplication>
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <limits>
 
 namespace {
