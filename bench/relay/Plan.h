@@ -53,7 +53,6 @@ struct Plan {
     [[nodiscard]] Plan ofRound(int count) const {
         Plan plan = *this;
         const auto parts = static_cast<std::size_t>(count);
-        plan.warmUpTime /= count;
         plan.trips /= parts;
         plan.tripTime /= count;
         plan.signIns /= parts;

@@ -184,6 +184,7 @@ std::vector<Dialogue> allDialogues() {
         {.name = "text and new last words",
          .talk = Talk::NewTexts,
          .median = LastWordsMedian,
+         .isOnce = true,
          .settings = with(storedOptions({{"lastthing", "True"}}), withoutLastWords()),
          .after = repeatsLastWords},
         {.name = "typing notices",
