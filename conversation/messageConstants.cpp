@@ -73,8 +73,13 @@ bool messageConstants::ExpandConstants(std::string& message, Conversation& conve
     if (!isOn(conversation.services.settings, options::constants)) return false;
     const auto declared = messageTools::PayloadLength(message);
     if (!declared || *declared > longest) return false;
+    if (!mayHoldToken(message)) {
+        // Without a copy, since most texts are so; what says its length can be given another.
+        message = need(messageTools::FixPayloadLength(std::move(message)));
+        return true;
+    }
     std::string expanded = message;
-    if (mayHoldToken(message)) expandAll(expanded, *declared, conversation);
+    expandAll(expanded, *declared, conversation);
     auto measured = messageTools::FixPayloadLength(std::move(expanded));
     if (!measured) return false;
     message = *std::move(measured);
