@@ -75,11 +75,12 @@ TEST_P(SettingsStoreTest, IsReadableByOthersWhenAWriteReturns) {
     EXPECT_EQ(other().query("SELECT count(*) FROM settings"), "1");
 }
 
-/// The connection that was opened last anywhere in this process.
+/// The connection to a file that was opened last anywhere in this process.
 sqlite3* lastOpened = nullptr;
 
 int noteOpened(sqlite3* handle, char** /*error*/, const sqlite3_api_routines* /*unused*/) {
-    lastOpened = handle;
+    const char* const file = sqlite3_db_filename(handle, "main");
+    if (file != nullptr && *file != '\0') lastOpened = handle;
     return SQLITE_OK;
 }
 
