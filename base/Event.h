@@ -15,8 +15,8 @@
 /// A listener that may destroy the object, or set another listener, while it runs needs a copy of
 /// the event to be raised.
 ///
-/// Each connection has fifteen of them, so one takes half of what a `std::function` does. A
-/// listener that is more than a pointer (what `[this]` is) takes memory of its own besides.
+/// There may be thousands of them, so one takes half of what a `std::function` does. A listener
+/// that is more than a pointer (what `[this]` is) takes memory of its own besides.
 template <typename... Args>
 class Event {
 public:

@@ -1,6 +1,6 @@
 #include "platform/windows/wideText.h"
 
-#include "base/codePage.h"
+#include "base/userText.h"
 #include "platform/windows/win32.h"
 
 #include <array>
@@ -24,7 +24,7 @@ std::string wideText::toUtf8(std::wstring_view wide) {
 }
 
 std::wstring wideText::fromBytes(std::string_view bytes) {
-    return fromUtf8(codePage::toUtf8(bytes));
+    return fromUtf8(userText::shown(bytes));
 }
 
 std::string wideText::describe(unsigned long error) {

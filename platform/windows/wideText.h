@@ -9,7 +9,7 @@ namespace wideText {
 /// UTF-8 as Windows takes it, and back.
 [[nodiscard]] std::wstring fromUtf8(std::string_view utf8);
 [[nodiscard]] std::string toUtf8(std::wstring_view wide);
-/// Of bytes in the program's code page.
+/// Of bytes that the program keeps of a text (base/userText.h).
 [[nodiscard]] std::wstring fromBytes(std::string_view bytes);
 
 /// What the system says of an error of this number, in the user's language, as UTF-8.
