@@ -7,7 +7,7 @@
 #include "conversation/injection.h"
 #include "conversation/messageConstants.h"
 #include "conversation/messageTools.h"
-#include "desktop/webSearch.h"
+#include "desktop/mdlFunctions.h"
 #include "desktop/winamp.h"
 #include "platform/MediaPlayer.h"
 #include "stores/NotesStore.h"
@@ -135,13 +135,13 @@ constexpr Command commands[] = {
     {"!notes", showNotes},
     {"!rancolor", toggleRandomColors},
     {"!rancolour", toggleRandomColors},
-    {"!google", [](const Typed& typed) { search(typed, webSearch::SearchGoogle); }},
-    {"!dictionary", [](const Typed& typed) { search(typed, webSearch::SearchDictionary); }},
+    {"!google", [](const Typed& typed) { search(typed, mdlFunctions::SearchGoogle); }},
+    {"!dictionary", [](const Typed& typed) { search(typed, mdlFunctions::SearchDictionary); }},
     {"!forceexit", forceExit},
-    {"!thesaurus", [](const Typed& typed) { search(typed, webSearch::SearchThesaurus); }},
+    {"!thesaurus", [](const Typed& typed) { search(typed, mdlFunctions::SearchThesaurus); }},
     {"!makemesay", makeMeSay},
     {"!preview", preview, true},
-    {"!acronym", [](const Typed& typed) { search(typed, webSearch::SearchAcronym); }},
+    {"!acronym", [](const Typed& typed) { search(typed, mdlFunctions::SearchAcronym); }},
     {"!winamp", followOrSteerPlayer},
 };
 

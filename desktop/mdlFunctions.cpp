@@ -2,6 +2,7 @@
 
 #include "base/Failure.h"
 #include "base/text.h"
+#include "platform/Browser.h"
 #include "platform/MachineFacts.h"
 #include "platform/Registry.h"
 
@@ -56,6 +57,11 @@ std::optional<char> characterOf(std::string_view item) {
     const auto [stop, error] = std::from_chars(digits.data(), end, value, hexadecimal ? 16 : 10);
     if (error != std::errc() || stop != end) return std::nullopt;
     return static_cast<char>(value);
+}
+
+void searchAt(std::string_view address, std::string& text, Browser& browser) {
+    text = replaceAll(text, " ", "%20");
+    browser.open(std::string(address) + text);
 }
 
 }  // namespace
@@ -152,6 +158,22 @@ bool mdlFunctions::isStatusName(std::string_view text) {
 std::string_view mdlFunctions::StatusCodeFromName(std::string_view name) {
     const auto* const found = std::ranges::find(statuses, name, &Status::name);
     return found == statuses.end() ? "NLN"sv : found->code;
+}
+
+void mdlFunctions::SearchGoogle(std::string& text, Browser& browser) {
+    searchAt("http://www.google.com/search?q=", text, browser);
+}
+
+void mdlFunctions::SearchDictionary(std::string& text, Browser& browser) {
+    searchAt("http://www.dictionary.com/search?q=", text, browser);
+}
+
+void mdlFunctions::SearchThesaurus(std::string& text, Browser& browser) {
+    searchAt("http://www.thesaurus.com/search?q=", text, browser);
+}
+
+void mdlFunctions::SearchAcronym(std::string& text, Browser& browser) {
+    searchAt("http://www.acronymfinder.com/af-query.asp?String=exact&Acronym=", text, browser);
 }
 
 bool mdlFunctions::MessengerPlusPresent(Registry& registry) {

@@ -9,12 +9,13 @@
 #include <string>
 #include <string_view>
 
+class Browser;
 class MachineFacts;
 class Registry;
 
 /// Small functions without a state: facts about the machine, the percent coding of nick names,
-/// readers of byte text, window helpers and the table of status words. What cannot be computed
-/// is nothing.
+/// readers of byte text, window helpers, the table of status words and searches on the web. What
+/// cannot be computed is nothing.
 namespace mdlFunctions {
 
 /// Physical memory that is free, as in "127.4 Mb".
@@ -70,6 +71,19 @@ inline constexpr std::array<Status, 7> statuses{{{"Online", "NLN"},
 
 /// The protocol's code of a status as users call it; "NLN" for any other word.
 [[nodiscard]] std::string_view StatusCodeFromName(std::string_view name);
+
+// Each of the next four searches on the web, in the user's browser. It turns the blanks of `text`
+// into "%20", in the caller's variable; nothing else is escaped. It abandons the step when no
+// browser can be started.
+
+/// Pages on the web.
+void SearchGoogle(std::string& text, Browser& browser);
+/// The meaning of a word.
+void SearchDictionary(std::string& text, Browser& browser);
+/// Words of the same meaning.
+void SearchThesaurus(std::string& text, Browser& browser);
+/// What an abbreviation is short for.
+void SearchAcronym(std::string& text, Browser& browser);
 
 /// Whether the Messenger Plus add-on is installed for this user, now.
 [[nodiscard]] bool MessengerPlusPresent(Registry& registry);

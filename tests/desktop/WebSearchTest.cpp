@@ -1,5 +1,5 @@
 #include "base/Failure.h"
-#include "desktop/webSearch.h"
+#include "desktop/mdlFunctions.h"
 #include "tests/support/FakeFacilities.h"
 
 #include <gtest/gtest.h>
@@ -63,19 +63,19 @@ TEST_P(WebSearch, FailsWhereNothingOpensAddresses) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sites, WebSearch,
-                         Values(Site{"Google", webSearch::SearchGoogle, "/search?q="},
-                                Site{"dictionary", webSearch::SearchDictionary, "/search?q="},
-                                Site{"thesaurus", webSearch::SearchThesaurus, "/search?q="},
-                                Site{"acronym", webSearch::SearchAcronym,
+                         Values(Site{"Google", mdlFunctions::SearchGoogle, "/search?q="},
+                                Site{"dictionary", mdlFunctions::SearchDictionary, "/search?q="},
+                                Site{"thesaurus", mdlFunctions::SearchThesaurus, "/search?q="},
+                                Site{"acronym", mdlFunctions::SearchAcronym,
                                      "/af-query.asp?String=exact&Acronym="}));
 
 TEST(WebSearchSites, AreFourDifferentOnes) {
     FakeFacilities::Pages browser;
     std::string text = "x";
-    webSearch::SearchGoogle(text, browser);
-    webSearch::SearchDictionary(text, browser);
-    webSearch::SearchThesaurus(text, browser);
-    webSearch::SearchAcronym(text, browser);
+    mdlFunctions::SearchGoogle(text, browser);
+    mdlFunctions::SearchDictionary(text, browser);
+    mdlFunctions::SearchThesaurus(text, browser);
+    mdlFunctions::SearchAcronym(text, browser);
     for (std::size_t one = 0; one < browser.opened.size(); ++one) {
         for (std::size_t other = 0; other < one; ++other)
             EXPECT_NE(browser.opened[one], browser.opened[other]);
