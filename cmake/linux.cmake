@@ -13,7 +13,6 @@ set(COBWEAVE_PLATFORM_CORE
     platform/linux/MachineFacts.cpp
     platform/linux/Reactor.cpp
     platform/linux/bus/PlayerList.cpp
-    platform/linux/processorTime.cpp
     platform/linux/startProgram.cpp
     platform/linux/systemFiles.cpp
     platform/linux/systemSockets.cpp

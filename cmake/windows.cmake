@@ -29,7 +29,6 @@ set(COBWEAVE_PLATFORM_CORE
     platform/windows/Reactor.cpp
     platform/windows/Registry.cpp
     platform/windows/WindowOfClass.cpp
-    platform/windows/processorTime.cpp
     platform/windows/startProgram.cpp
     platform/windows/systemFiles.cpp
     platform/windows/systemSockets.cpp

@@ -26,3 +26,6 @@ public:
 
 /// Of the machine that the program runs on.
 [[nodiscard]] std::unique_ptr<MachineFacts> makeMachineFacts();
+
+/// The processor time that this thread has had so far. Waiting for a disk takes none.
+[[nodiscard]] std::chrono::nanoseconds processorTime();

@@ -1,7 +1,7 @@
 #include "stores/SettingsFile.h"
 
 #include "base/codePage.h"
-#include "platform/processorTime.h"
+#include "platform/MachineFacts.h"
 
 #include <sqlite3.h>
 

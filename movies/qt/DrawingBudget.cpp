@@ -1,6 +1,6 @@
 #include "movies/qt/DrawingBudget.h"
 
-#include "platform/processorTime.h"
+#include "platform/MachineFacts.h"
 
 #include <algorithm>
 #include <utility>

@@ -23,6 +23,12 @@ std::uint64_t bytesOf(std::string_view name, std::string_view table) {
     return kilobytes * bytesPerKb;
 }
 
+std::chrono::nanoseconds timeOf(clockid_t clock) {
+    timespec time{};
+    clock_gettime(clock, &time);
+    return std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
+}
+
 class LinuxMachineFacts final : public MachineFacts {
 public:
     [[nodiscard]] MemoryStatus memory() override {
@@ -34,10 +40,7 @@ public:
     }
 
     [[nodiscard]] std::chrono::milliseconds uptime() override {
-        timespec time{};
-        clock_gettime(CLOCK_BOOTTIME, &time);
-        return std::chrono::duration_cast<std::chrono::milliseconds>(
-            std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec});
+        return std::chrono::duration_cast<std::chrono::milliseconds>(timeOf(CLOCK_BOOTTIME));
     }
 
 private:
@@ -48,3 +51,5 @@ private:
 }  // namespace
 
 std::unique_ptr<MachineFacts> makeMachineFacts() { return std::make_unique<LinuxMachineFacts>(); }
+
+std::chrono::nanoseconds processorTime() { return timeOf(CLOCK_THREAD_CPUTIME_ID); }

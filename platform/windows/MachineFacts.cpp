@@ -2,7 +2,17 @@
 
 #include "platform/windows/win32.h"
 
+#include <cstdint>
+#include <ratio>
+
 namespace {
+
+/// The units that the system counts in.
+using Units = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
+
+Units unitsOf(const FILETIME& time) {
+    return Units(static_cast<std::int64_t>(time.dwHighDateTime) << 32U | time.dwLowDateTime);
+}
 
 class WindowsMachineFacts final : public MachineFacts {
 public:
@@ -21,3 +31,12 @@ public:
 }  // namespace
 
 std::unique_ptr<MachineFacts> makeMachineFacts() { return std::make_unique<WindowsMachineFacts>(); }
+
+std::chrono::nanoseconds processorTime() {
+    FILETIME begin{};
+    FILETIME end{};
+    FILETIME kernel{};
+    FILETIME user{};
+    GetThreadTimes(GetCurrentThread(), &begin, &end, &kernel, &user);
+    return unitsOf(kernel) + unitsOf(user);
+}

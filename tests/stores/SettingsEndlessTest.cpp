@@ -1,4 +1,4 @@
-#include "platform/processorTime.h"
+#include "platform/MachineFacts.h"
 #include "tests/stores/StoreFolder.h"
 
 #include <gmock/gmock.h>
