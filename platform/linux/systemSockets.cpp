@@ -26,6 +26,10 @@ constexpr int silenceBeforeProbe = 300;
 constexpr int probeInterval = 30;
 constexpr int probes = 4;
 
+/// How often a server that does not answer is asked again, each time after twice as long a wait as
+/// before: given up 15 seconds after the first of all.
+constexpr int connectRetries = 3;
+
 sockaddr_in address(std::uint32_t host, std::uint16_t port) {
     sockaddr_in result{};
     result.sin_family = AF_INET;
@@ -43,14 +47,15 @@ std::uint32_t hostOf(const sockaddr& address) {
     return ntohl(internet.sin_addr.s_addr);
 }
 
-/// Small pieces go out at once, and not when the last one has been acknowledged; a peer that has
-/// vanished is found out.
+/// Small pieces go out at once, and not when the last one has been acknowledged; a peer that is not
+/// there, or has vanished, is found out.
 void setUp(int socket) {
     setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
     setsockopt(socket, SOL_SOCKET, SO_KEEPALIVE, &one, sizeof one);
     setsockopt(socket, IPPROTO_TCP, TCP_KEEPIDLE, &silenceBeforeProbe, sizeof silenceBeforeProbe);
     setsockopt(socket, IPPROTO_TCP, TCP_KEEPINTVL, &probeInterval, sizeof probeInterval);
     setsockopt(socket, IPPROTO_TCP, TCP_KEEPCNT, &probes, sizeof probes);
+    setsockopt(socket, IPPROTO_TCP, TCP_SYNCNT, &connectRetries, sizeof connectRetries);
 }
 
 /// What the call that has just failed came to.

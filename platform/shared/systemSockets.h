@@ -14,7 +14,8 @@ using SocketHandle = std::int32_t;
 
 /// The TCP sockets of the system, over IPv4: all that `StreamSocket` asks of it, written once for
 /// each system. No call waits, no socket is passed on to programs that are started, small pieces go
-/// out at once, and a peer that has vanished without a word is found out within some minutes.
+/// out at once, a server that never answers is given up after some 20 seconds, and a peer that has
+/// vanished without a word is found out within some minutes.
 namespace systemSockets {
 
 /// No socket at all.

@@ -16,13 +16,6 @@
 
 namespace {
 
-using SystemSocket = Sockets;
-
-TEST_F(SystemSocket, IsNotPassedOnToPrograms) {
-    const Accepted pair(*this);
-    EXPECT_NE(fcntl(pair.handle(), F_GETFD) & FD_CLOEXEC, 0);
-}
-
 rlimit descriptorLimit() {
     rlimit limit{};
     getrlimit(RLIMIT_NOFILE, &limit);
