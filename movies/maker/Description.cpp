@@ -5,7 +5,9 @@
 
 #include <QByteArray>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace {
 
@@ -132,8 +134,10 @@ void Description::readPicture(Statement& statement) {
 
 void Description::readShape(const Statement& head, const std::string& name, Block& block) {
     Drawing drawing;
-    for (Statement& line : block)
-        drawing.push_back(readStroke(line, paints));
+    for (Statement& line : block) {
+        Drawing strokes = readStrokes(line, paints);
+        std::move(strokes.begin(), strokes.end(), std::back_inserter(drawing));
+    }
     if (drawing.empty()) head.complain("an empty shape");
     const unsigned number = definitions.add(head, name);
     definitions.append(shapeTags::shape(number, drawing));

@@ -16,7 +16,7 @@
 ///     color ..., gradient ...     see Paints
 ///     picture NAME WIDTH COLOR... its pixels, row by row
 ///     pattern ...                 see Paints; of such a picture
-///     shape NAME ... end          lines as readStroke has them
+///     shape NAME ... end          lines as readStrokes has them
 ///     sprite NAME ... end         lines as Score has them
 ///     button NAME ... end         up, over, down or hit THING, and: on EVENT ACTION
 ///     and those of Score, for the movie itself.

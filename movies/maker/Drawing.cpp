@@ -2,14 +2,40 @@
 
 #include <QFont>
 #include <QFontInfo>
+#include <QGlyphRun>
+#include <QRawFont>
+#include <QTextLayout>
 #include <QTransform>
+
+#include <algorithm>
+#include <utility>
 
 namespace {
 
 /// Outlines are taken at this size, so that they are those of the font's designer.
 constexpr int designSize = 1024;
 
-QPainterPath readText(Statement& statement) {
+/// The outlines of a text's letters, the first of which begins at 0, 0 on the baseline.
+std::vector<QPainterPath> lettersOf(const QString& text, const QFont& font) {
+    QTextLayout layout(text, font);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setNumColumns(static_cast<int>(text.size()));
+    layout.endLayout();
+    std::vector<QPainterPath> letters;
+    for (const QGlyphRun& run : layout.glyphRuns()) {
+        const auto glyphs = run.glyphIndexes();
+        const auto places = run.positions();
+        for (qsizetype index = 0; index < glyphs.size(); ++index) {
+            QPainterPath letter = run.rawFont().pathForGlyph(glyphs[index]);
+            letter.translate(places[index].x(), places[index].y() - line.ascent());
+            if (!letter.isEmpty()) letters.push_back(std::move(letter));
+        }
+    }
+    return letters;
+}
+
+std::vector<QPainterPath> readText(Statement& statement) {
     const QString text = QString::fromStdString(statement.word("a text"));
     const double x = statement.number("a place");
     const double baseline = statement.number("a baseline");
@@ -21,12 +47,16 @@ QPainterPath readText(Statement& statement) {
     if (QFontInfo(font).family() != "Liberation Sans") {
         statement.complain("the font Liberation Sans is not installed");
     }
-    QPainterPath path;
-    path.addText(0, 0, font, text);
-    const double width = path.boundingRect().right();
+    std::vector<QPainterPath> letters = lettersOf(text, font);
+    double width = 0;
+    for (const QPainterPath& letter : letters)
+        width = std::max(width, letter.boundingRect().right());
     const double back = statement.take("right") ? width : statement.take("middle") ? width / 2 : 0;
     const double scale = size / designSize;
-    return QTransform(scale, 0, 0, scale, x - back * scale, baseline).map(path);
+    const QTransform place(scale, 0, 0, scale, x - back * scale, baseline);
+    for (QPainterPath& letter : letters)
+        letter = place.map(letter);
+    return letters;
 }
 
 QPointF readPoint(Statement& statement) {
@@ -64,7 +94,9 @@ QRectF readRect(Statement& statement) {
     return {corner, QSizeF(width, statement.number("a height"))};
 }
 
-QPainterPath readGeometry(Statement& statement) {
+/// One path, but for a text.
+std::vector<QPainterPath> readGeometry(Statement& statement) {
+    if (statement.take("text")) return readText(statement);
     QPainterPath path;
     if (statement.take("rect")) {
         path.addRect(readRect(statement));
@@ -80,14 +112,11 @@ QPainterPath readGeometry(Statement& statement) {
         const QPointF middle = readPoint(statement);
         const double across = statement.number("a radius");
         path.addEllipse(middle, across, statement.number("a radius"));
-    } else if (statement.take("text")) {
-        path = readText(statement);
     } else {
         statement.expect("path");
         path = readPath(statement);
     }
-    statement.finish();
-    return path;
+    return {path};
 }
 
 void readLineStyle(Statement& statement, Stroke& stroke) {
@@ -106,7 +135,7 @@ void readLineStyle(Statement& statement, Stroke& stroke) {
 
 }  // namespace
 
-Stroke readStroke(Statement& statement, const Paints& paints) {
+Drawing readStrokes(Statement& statement, const Paints& paints) {
     Stroke stroke;
     if (statement.take("line")) {
         stroke.width = statement.number("a width");
@@ -116,6 +145,11 @@ Stroke readStroke(Statement& statement, const Paints& paints) {
         statement.expect("fill");
     }
     stroke.paint = paints.paint(statement);
-    stroke.path = readGeometry(statement);
-    return stroke;
+    Drawing strokes;
+    for (QPainterPath& path : readGeometry(statement)) {
+        stroke.path = std::move(path);
+        strokes.push_back(stroke);
+    }
+    statement.finish();
+    return strokes;
 }

@@ -30,4 +30,6 @@ using Drawing = std::vector<Stroke>;
 ///     rect X Y WIDTH HEIGHT, rounded X Y WIDTH HEIGHT RADIUS, circle X Y RADIUS,
 ///     ellipse X Y ACROSS DOWN, path M X Y L X Y Q X Y X Y C X Y X Y X Y Z,
 ///     text "TEXT" X BASELINE SIZE [bold] [middle or right].
-[[nodiscard]] Stroke readStroke(Statement& statement, const Paints& paints);
+/// Each letter of a text is painted by itself: where many edges lie beside each other, drawing goes
+/// along all of them for each one.
+[[nodiscard]] Drawing readStrokes(Statement& statement, const Paints& paints);
