@@ -28,6 +28,9 @@ void SendQueues::Direction::nowWaits(std::size_t bytes) {
 void SendQueues::Direction::pause() { source.SetReading(!isFull && !isLargest); }
 
 void SendQueues::balance() {
+    // Nearly always.
+    if (sum <= most && !isPausing) return;
+    isPausing = sum > most;
     Direction* largest = nullptr;
     for (Direction* const direction : directions) {
         if (sum <= most) {

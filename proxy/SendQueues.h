@@ -56,6 +56,8 @@ private:
 
     std::size_t most;
     std::size_t sum = 0;
+    /// All together had too much when it was last looked at, so directions are paused for that.
+    bool isPausing = false;
     /// Those that have something waiting.
     std::set<Direction*> directions;
 };

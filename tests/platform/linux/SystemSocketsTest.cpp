@@ -56,11 +56,12 @@ INSTANTIATE_TEST_SUITE_P(Ways, SystemSocket, testing::Values(true, false),
 
 TEST(NewSocket, GivesUpAServerThatDoesNotAnswerWithinTwentySeconds) {
     const TestSocket socket(systemSockets::open().socket);
+    // Each wait is twice as long as the one before; some kernels wait for four seconds besides.
     int seconds = 1;
     for (int retries = option(socket.handle(), IPPROTO_TCP, TCP_SYNCNT); retries > 0; --retries)
         seconds = 2 * seconds + 1;
     EXPECT_GT(seconds, 10);
-    EXPECT_LT(seconds, 20);
+    EXPECT_LE(seconds + 4, 20);
 }
 
 Peer connectedFrom(const char* address, std::uint16_t port) {
