@@ -94,7 +94,9 @@ void prepare() {
 }
 
 SocketTrouble troubleOf(int error) {
-    return {error == EADDRINUSE ? SocketTrouble::addressInUse : error, std::strerror(error)};
+    const bool isTaken = error == EADDRINUSE;
+    return {isTaken ? SocketTrouble::addressInUse : error, std::strerror(error),
+            isTaken ? "ss -ltnp" : ""};
 }
 
 NewSocket open() {

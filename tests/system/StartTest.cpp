@@ -54,6 +54,15 @@ INSTANTIATE_TEST_SUITE_P(Words, Answered,
                          testing::Values(std::vector<std::string>{"--help"},
                                          std::vector<std::string>{"--version"}));
 
+TEST(Arguments, AreAnsweredBesideACopyThatRuns) {
+    Program first;
+    first.waitUntilReady();
+    Program second({.environment = {}, .arguments = {"--version"}});
+    EXPECT_EQ(second.waitForOutput(), "Cobweave " COBWEAVE_VERSION "\n");
+    EXPECT_EQ(second.waitForEnd(), 0);
+    EXPECT_EQ(second.errors(), "");
+}
+
 using Refused = Arguments;
 
 TEST_P(Refused, AreNamedWithoutARun) {
@@ -174,6 +183,8 @@ TEST(SecondCopy, RefusesAndLeavesTheFirstAlone) {
     Program second;
     EXPECT_EQ(second.waitForEnd(), 1);
     EXPECT_THAT(second.errors(), HasSubstr(secondCopyText));
+    EXPECT_THAT(second.errors(),
+                HasSubstr("port 1090 is taken; \"ss -ltnp\" says by which program"));
     EXPECT_EQ(relay.up("PNG\r\n"), "PNG\r\n");
     EXPECT_EQ(Relay::through(Program::port).up("PNG\r\n"), "PNG\r\n");
 }
