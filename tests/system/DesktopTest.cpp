@@ -224,8 +224,13 @@ class Launched : public OnTheDesktop {
 protected:
     SessionBus bus;
 
+    ~Launched() override { QDBusConnection::disconnectFromBus(desktop.name()); }
+
     void startOnTheBus() {
         giveIconAPlace();
+        startWithoutAPlace();
+    }
+    void startWithoutAPlace() {
         program = std::make_unique<Program>(
             Program::Options{.environment = {{"DISPLAY", display.name()},
                                              {"DBUS_SESSION_BUS_ADDRESS", bus.address()}},
@@ -256,6 +261,32 @@ TEST_F(Launched, ShowsTheOptionsByAClickAndEndsByItsMenu) {
     display.waitForWindow("Cobweave - Options");
     ASSERT_TRUE(calls("ActivateAction", {"quit", QVariantList(), QVariantMap()}));
     EXPECT_EQ(program->waitForEnd(), 0);
+}
+
+TEST_F(Launched, ShowsEachWindowByItsEntryInTheMenu) {
+    startOnTheBus();
+    const auto choose = [&](const char* name) {
+        return calls("ActivateAction", {name, QVariantList(), QVariantMap()});
+    };
+    ASSERT_TRUE(becomesTrue([&] { return choose("nothing of ours"); }));
+    for (const auto& [name, title] : {std::pair{"options", "Cobweave - Options"},
+                                      {"help", "Cobweave - Help"},
+                                      {"notes", "Cobweave - Notes"},
+                                      {"log", "Cobweave - Log"},
+                                      {"about", "Cobweave - About"}}) {
+        EXPECT_FALSE(isShown(title)) << title;
+        ASSERT_TRUE(choose(name)) << name;
+        display.waitForWindow(title);
+    }
+}
+
+TEST_F(Launched, SaysOnceWhatToDoWithoutAPlaceForItsIcon) {
+    startWithoutAPlace();
+    EXPECT_TRUE(becomesTrue([&] { return isToastAt(0); }));
+    const std::string errors = program->errors();
+    const auto told = errors.find("this desktop has no place for an icon");
+    EXPECT_NE(told, std::string::npos) << errors;
+    EXPECT_EQ(errors.find("this desktop has no place for an icon", told + 1), std::string::npos);
 }
 
 TEST_F(FirstRun, LeadsFromTheOptionsToAClientThatSignsInWithTheChosenStatus) {

@@ -1,5 +1,8 @@
+#include "tests/platform/linux/bus/ScriptedPlayer.h"
 #include "tests/support/Program.h"
 #include "tests/support/Relay.h"
+#include "tests/support/SessionBus.h"
+#include "tests/support/comesTrue.h"
 #include "tests/support/messages.h"
 #include "tests/support/readFile.h"
 #include "tests/support/storedSettings.h"
@@ -155,6 +158,81 @@ TEST_F(Features, ForceExitEndsTheProgramAndSendsNothing) {
     EXPECT_EQ(program.waitForEnd(), 0);
     EXPECT_EQ(conversation.server.receiveToEnd(), "");
 }
+
+struct Script {
+    const char* name;
+    std::string nick;
+    std::string artist;
+    std::string title;
+};
+
+void PrintTo(const Script& script, std::ostream* stream) { *stream << script.name; }
+
+/// Ann has a player that plays.
+class AnyScript : protected SessionBus,
+                  public Features,
+                  public testing::WithParamInterface<Script> {
+    int count = 0;
+    QCoreApplication application{count, nullptr};
+
+protected:
+    const ScriptedPlayer player{"one",
+                                withSong("Playing", QString::fromStdString(GetParam().artist),
+                                         QString::fromStdString(GetParam().title))};
+    const std::string song = GetParam().artist + " - " + GetParam().title;
+
+    AnyScript() : Features("MSNP10", {.environment = {{"DBUS_SESSION_BUS_ADDRESS", address()}}}) {}
+
+    /// Waits until the program knows the song, which the text of the contact then has.
+    void expectSong() {
+        const std::string expected = escaped(clientText(song, "7"));
+        std::string got;
+        EXPECT_TRUE(comesTrue([&] {
+            got = escaped(conversation.up(clientText("<ws>", "7")));
+            return got == expected;
+        })) << got;
+    }
+    /// What asks the server for this nick name.
+    [[nodiscard]] static std::string request(const std::string& nick) {
+        constexpr const char* digits = "0123456789ABCDEF";
+        std::string coded;
+        for (const char character : nick) {
+            const auto byte = static_cast<unsigned char>(character);
+            coded += {'%', digits[byte / 16], digits[byte % 16]};
+        }
+        return "PRP 31 MFN " + coded + "\r\n";
+    }
+};
+
+TEST_P(AnyScript, PassesFromThePlayerToContactAndServerAsItIs) {
+    expectSong();
+    command("!winamp " + GetParam().nick);
+    EXPECT_EQ(notification.server.receiveOnce(), request(GetParam().nick + " " + song));
+}
+
+TEST_P(AnyScript, PassesInNickNamesAndNotesAsItIs) {
+    command("!nick " + GetParam().nick);
+    EXPECT_EQ(notification.server.receiveOnce(), request(GetParam().nick));
+    const std::string answer = request(GetParam().nick).substr(std::string("PRP 31 ").size());
+    (void)notification.down("PRP " + answer);
+    EXPECT_EQ(escaped(conversation.up(clientText("<mn>", "7"))),
+              escaped(clientText(GetParam().nick, "7")));
+    command("!note " + GetParam().nick);
+    EXPECT_EQ(readFile(program.notes()), GetParam().nick + "\r\n\r\n");
+}
+
+const Script scripts[] = {
+    {"Latin", "Zo\u00EB", "Bj\u00F6rk", "J\u00F3ga"},
+    {"Cyrillic", "\u0417\u043E\u044F", "\u041A\u0438\u043D\u043E",
+     "\u0413\u0440\u0443\u043F\u043F\u0430 \u043A\u0440\u043E\u0432\u0438"},
+    {"Arabic", "\u0632\u0648\u064A", "\u0641\u064A\u0631\u0648\u0632",
+     "\u0646\u0633\u0645 \u0639\u0644\u064A\u0646\u0627 \u0627\u0644\u0647\u0648\u0649"},
+    {"Chinese", "\u4F50\u4F0A", "\u9093\u9E97\u541B", "\u6708\u4EAE\u4EE3\u8868\u6211\u7684\u5FC3"},
+    {"Emoji", "\U0001F478\U0001F3FD", "\U0001F3B5", "\U0001F469\u200D\U0001F3A4"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Scripts, AnyScript, testing::ValuesIn(scripts),
+                         [](const auto& info) { return info.param.name; });
 
 class UnheardFeatures : public Features {
 protected:
