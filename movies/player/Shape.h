@@ -15,11 +15,12 @@ struct GradientStop {
     Color color;
 };
 
-/// What an area is painted with. Which members count depends on the kind.
+/// What an area is painted with.
 struct Fill {
     enum class Kind { Solid, Linear, Radial, Bitmap };
     enum class Spread { Pad, Reflect, Repeat };
 
+    /// Which of the members below count.
     Kind kind = Kind::Solid;
     /// Of a solid one.
     Color color;

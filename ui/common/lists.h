@@ -26,6 +26,7 @@ class Hinted : public List {
 public:
     using List::List;
 
+    /// The text that an empty list shows, and that assistive programs read.
     void setHint(const QString& newHint) {
         hint = newHint;
         this->setAccessibleDescription(hint);

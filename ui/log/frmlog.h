@@ -81,8 +81,10 @@ private:
 /// lines are kept.
 class frmlog final : public Form {
 public:
+    /// An empty, hidden window. Both have to outlive it.
     frmlog(Clock& clock, MessageBox& messageBox);
 
+    // The title, the list, and the buttons with their pictures.
     Placed<Banner> Image4{this, "Image4", {0, 0, 6360, 900}, "Log"};
     Placed<Hinted<QListView>> List1{this, "List1", {120, 960, 6135, 1590}};
     Placed<Picture> Frame1{this, "Frame1", {180, 2850, 255, 255}};

@@ -40,6 +40,7 @@ public:
         Event<> showHelp;
     };
 
+    /// The window with what the settings hold now, not shown yet.
     explicit frmoptions(const Parts& parts);
 
     /// A first run: the window cannot be closed until OK was pressed, and OK starts the client

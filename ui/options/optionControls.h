@@ -87,5 +87,6 @@ public:
         this->setToolTip(design.tip);
     }
 
+    /// Shows the heading, and brings the keyboard to the control.
     Placed<TextLabel> heading;
 };

@@ -15,10 +15,13 @@ class ApplicationObject final : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
+    /// The program is to show itself: it was launched again, or given files to open.
     Event<> activated;
+    /// An action of the launcher's menu was chosen; any program may send any name.
     Event<const QString&> actionChosen;
 
 public Q_SLOTS:
+    // The methods of the interface, by their names there. What comes with them is not used.
     void Activate(const QVariantMap& platformData) const;
     void Open(const QStringList& uris, const QVariantMap& platformData) const;
     void ActivateAction(const QString& name, const QVariantList& parameter,
