@@ -134,7 +134,7 @@ int main(int argc, char* argv[]) {
     clspopups popups(platform->loop(), *ownWindows, *otherWindows);
     NotesStore notes(folders::notes() / "notes.cwv", [&](std::string_view text) {
         printTrouble(userText::shown(text));
-        if (withWindows) messageBox->tell(std::string(text) + '.');
+        if (withWindows) messageBox->notify(std::string(text) + '.');
     });
     frmTitle title(settings, *otherWindows, platform->loop());
     frmTray tray(settings, title, *trayIcon);

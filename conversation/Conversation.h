@@ -23,7 +23,7 @@ struct ProcessValues {
     std::string email;
     /// The account that a server has accepted last.
     std::string account;
-    /// The user knows of a second account.
+    /// The user has been warned of a second account.
     bool secondAccountReported = false;
     /// The second word of the last chunk from a client, on any connection. What the program sends
     /// of its own carries it unchanged.

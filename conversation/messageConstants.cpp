@@ -16,9 +16,9 @@
 
 namespace {
 
-/// Above this declared length a message stays as typed.
+/// Above this declared length a message stays as it was typed.
 constexpr std::int32_t longest = 1640;
-/// Above this one the uptime does.
+/// Above this one the token of the uptime does.
 constexpr std::int32_t longestForUptime = 1600;
 
 /// Positions in a text have 16 bits.
@@ -74,7 +74,7 @@ bool messageConstants::ExpandConstants(std::string& message, Conversation& conve
     const auto declared = messageTools::PayloadLength(message);
     if (!declared || *declared > longest) return false;
     if (!mayHoldToken(message)) {
-        // Without a copy, since most texts are so; what says its length can be given another.
+        // Most texts are so, and need no copy: this cannot fail, since the length has been read.
         message = need(messageTools::FixPayloadLength(std::move(message)));
         return true;
     }

@@ -20,7 +20,7 @@ public:
 
     /// Ticks every `interval`, which is positive, from now on. Ends a rest.
     virtual void enable(std::chrono::milliseconds interval) = 0;
-    /// Ticks no more.
+    /// Stops the ticks.
     virtual void disable() = 0;
 
     /// No ticks until `wake`: for a timer that has nothing to do, so that an idle program does not

@@ -23,7 +23,7 @@ public:
     /// A box with an OK that belongs to no window. Returns when it was pressed.
     virtual void critical(std::string_view text) = 0;
     /// The same without waiting for the OK. While it is open, a new text takes the old one's place.
-    virtual void tell(std::string_view text) = 0;
+    virtual void notify(std::string_view text) = 0;
 
     // Each has the icon of its name and an OK.
     virtual void critical(WindowHandle window, std::string_view text, Event<> answered) = 0;

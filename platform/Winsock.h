@@ -34,7 +34,7 @@ struct SocketTrouble {
     int number;
     /// In words, in the program's code page.
     std::string description;
-    /// Of a port that is taken: the command that tells a user by which program.
+    /// Of a port that is taken: the command that shows a user which program has it.
     std::string question = {};
 };
 

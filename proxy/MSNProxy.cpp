@@ -27,7 +27,7 @@ constexpr std::string_view directConnectHead = "ODC2";
 /// The head of a foreign frame: the marker, a channel, two bytes of sequence, two of length.
 constexpr std::int32_t frameHead = 6;
 
-/// Counts an event in for as long as it runs.
+/// Counts an event as running for as long as this object lives.
 class RunningEvent {
 public:
     explicit RunningEvent(int& count) : count(count) { ++count; }
@@ -39,7 +39,7 @@ private:
     int& count;
 };
 
-/// A buffer that is empty afterwards, whatever gets in between: the next chunk is treated afresh.
+/// Empties a buffer at the end, however the event ends: the next chunk is treated afresh.
 class SpentBuffer {
 public:
     explicit SpentBuffer(std::string& buffer) : buffer(buffer) {}
@@ -91,7 +91,8 @@ MSNProxy::MSNProxy(ProxyHost& host)
     listenTo<serverSide>(*Winsock1[serverSide]);
 }
 
-/// The number of the side is in the types of the listeners, so that each is but a pointer.
+/// The number of the side is in the types of the listeners, so that each is no more than a
+/// pointer.
 template <int Index>
 void MSNProxy::listenTo(Winsock& socket) {
     socket.Connected = [this] { Winsock1_Connect(Index); };

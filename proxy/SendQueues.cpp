@@ -10,7 +10,7 @@ constexpr std::size_t lowWaterMark = highWaterMark / 2;
 }  // namespace
 
 void SendQueues::Direction::nowWaits(std::size_t bytes) {
-    // Nearly always.
+    // What nearly all chunks come to: nothing has to wait.
     if (bytes == 0 && waiting == 0) return;
     if (waiting == 0) all.directions.insert(this);
     all.sum += bytes - waiting;

@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::chrono::milliseconds songInterval{1000};
 
-/// Numbers have 16 bits. At this one the user still has time.
+/// Numbers have 16 bits. At this one the user is asked, in time, to start the program anew.
 constexpr std::int16_t fewNumbersLeft = 30000;
 
 }  // namespace
@@ -116,7 +116,7 @@ void frmMain::MSNProxy1_FreePort(std::int16_t Index) {
     windows.changetraycaption(caption);
 }
 
-/// Once a server, for a client tries again and again.
+/// Once for each server: a client tries again and again.
 void frmMain::MSNProxy1_unreachable(std::string_view server) {
     constexpr std::size_t most = 64;
     if (std::ranges::find(unreachableServers, server) != unreachableServers.end()) return;

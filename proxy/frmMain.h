@@ -23,7 +23,7 @@ public:
     /// Where clients find the proxy, on all addresses of the machine.
     static constexpr std::uint16_t listeningPort = 1090;
 
-    /// What came of the start.
+    /// How the start ended.
     enum class Start {
         Listening,     ///< clients can connect
         NotListening,  ///< the port is not available; a box has said so, and the rest goes on

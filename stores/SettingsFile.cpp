@@ -346,10 +346,10 @@ std::optional<SettingsTrouble> SettingsFile::loadRows(std::vector<Setting>& sett
 
 void SettingsFile::beginLog() {
     std::string type;
-    // What is somebody else's stays as it is.
+    // A view or the like that somebody else made under this name stays as it is.
     isOurs = !ask(typeOfSettings, type) && type == "table";
     if (!hasLog && !isLogRefused && isOurs) {
-        // Not while others are at work in the file, and they are not waited for.
+        // Not while others are at work in the file; they are not waited for either.
         isHurried = true;
         std::string mode;
         auto found = ask("PRAGMA journal_mode = WAL", mode);
@@ -451,8 +451,8 @@ std::optional<SettingsTrouble> SettingsFile::ask(const char* sql, std::string& a
     return std::nullopt;
 }
 
-/// Makes a call of SQLite, in which the processor's time is counted. A disk that takes long to wake
-/// up is not.
+/// Makes a call of SQLite and counts the processor time that it takes. The time that a disk takes
+/// to wake up does not count.
 template <typename Call>
 int SettingsFile::measured(Call&& call) {
     callBegin = processorTime();

@@ -40,6 +40,7 @@ struct Text {
     std::string_view meaning;
 };
 
+/// The settings. The last text of each row says what it means.
 inline constexpr Text initialStatus{
     "initialStatus", "Online",
     "the status to sign in with: `Online`, `Busy`, `Be Right Back`, `Away`, `On The Phone`, "
@@ -70,14 +71,14 @@ inline constexpr Text tscolor{"tscolor", "red",
 inline constexpr std::string_view red = tscolor.initial;
 inline constexpr std::string_view black = "black";
 inline constexpr Switch alertopenwindow{"alertopenwindow", trueFalse, false,
-                                        "`True` tells when a contact opens a conversation"};
+                                        "`True` tells you when a contact opens a conversation"};
 inline constexpr Switch alertjoinwindow{
     "alertjoinwindow", trueFalse, false,
-    "`True` tells when a contact joins one, if `alertopenwindow` is on too"};
+    "`True` tells you when a contact joins one, if `alertopenwindow` is on too"};
 inline constexpr Switch alertclosewindow{"alertclosewindow", trueFalse, false,
-                                         "`True` tells when a contact leaves one"};
+                                         "`True` tells you when a contact leaves one"};
 inline constexpr Switch alertoffline{"alertoffline", trueFalse, false,
-                                     "`True` tells when a contact goes offline"};
+                                     "`True` tells you when a contact goes offline"};
 inline constexpr Text callby{
     "callby", "e",
     "`e` names contacts by address in the first two of these alerts, `fn` by nick name"};

@@ -27,7 +27,7 @@ public:
 
 private:
     [[nodiscard]] std::string now(const char* form) const {
-        // A user who travels has another time zone without a new start.
+        // A user who travels gets the new time zone without restarting the program.
         tzset();
         const std::time_t moment = std::time(nullptr);
         std::tm parts{};

@@ -34,7 +34,7 @@ void writeLine(int stream, std::string_view text) {
     std::string line = codePage::printable(codePage::cutUtf8(text, longestLine));
     line.resize(codePage::cutUtf8(line, longestLine).size());
     line += '\n';
-    // Where the stream is still the one that was inherited, a look before the write has to do.
+    // A stream that is still the one that was inherited may block: it is asked before the write.
     pollfd entry{stream, POLLOUT, 0};
     if (poll(&entry, 1, 0) != 1 || (entry.revents & POLLOUT) == 0) return;
     constexpr int flags = MSG_DONTWAIT | MSG_NOSIGNAL;

@@ -58,7 +58,7 @@ void setUp(int socket) {
     setsockopt(socket, IPPROTO_TCP, TCP_SYNCNT, &connectRetries, sizeof connectRetries);
 }
 
-/// What the call that has just failed came to.
+/// The outcome of the call that has just failed.
 Outcome failed() {
     switch (errno) {
         case EAGAIN:
@@ -71,15 +71,15 @@ Outcome failed() {
     }
 }
 
-/// Of a call whose result is 0 or a socket, or negative.
+/// The outcome of a call that returns 0 or a socket, and a negative number when it fails.
 Outcome outcomeOf(int result) { return result < 0 ? failed() : Outcome(); }
 
-/// Of a call that counts bytes.
+/// The outcome of a call that returns a count of bytes, and a negative number when it fails.
 Outcome transferred(ssize_t count) {
     return count < 0 ? failed() : Outcome{Result::Done, static_cast<std::size_t>(count)};
 }
 
-/// The same, where no bytes are the end.
+/// The same for a call that returns 0 at the end of the connection.
 Outcome received(ssize_t count) {
     return count == 0 ? Outcome{Result::Closed} : transferred(count);
 }

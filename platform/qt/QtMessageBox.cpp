@@ -31,7 +31,7 @@ void fill(QMessageBox& box, QMessageBox::Icon icon, QMessageBox::StandardButtons
 
 class QtMessageBox final : public MessageBox {
 public:
-    ~QtMessageBox() override { delete told; }
+    ~QtMessageBox() override { delete notice; }
 
     void critical(std::string_view text) override {
         QMessageBox box;
@@ -41,16 +41,16 @@ public:
         box.exec();
     }
 
-    void tell(std::string_view text) override {
-        if (told == nullptr) {
-            told = new QMessageBox;
-            told->setWindowModality(Qt::NonModal);
-            told->setAttribute(Qt::WA_DeleteOnClose);
+    void notify(std::string_view text) override {
+        if (notice == nullptr) {
+            notice = new QMessageBox;
+            notice->setWindowModality(Qt::NonModal);
+            notice->setAttribute(Qt::WA_DeleteOnClose);
             // Whoever is typing elsewhere would press its button without having read it.
-            told->setAttribute(Qt::WA_ShowWithoutActivating);
+            notice->setAttribute(Qt::WA_ShowWithoutActivating);
         }
-        fill(*told, QMessageBox::Warning, QMessageBox::Ok, text);
-        told->show();
+        fill(*notice, QMessageBox::Warning, QMessageBox::Ok, text);
+        notice->show();
     }
 
     void critical(WindowHandle window, std::string_view text, Event<> answered) override {
@@ -89,13 +89,13 @@ private:
         box->show();
     }
 
-    QPointer<QMessageBox> told;
+    QPointer<QMessageBox> notice;
 };
 
 class UnseenMessageBox final : public MessageBox {
 public:
     void critical(std::string_view text) override { console::error(userText::shown(text)); }
-    void tell(std::string_view text) override { console::error(userText::shown(text)); }
+    void notify(std::string_view text) override { console::error(userText::shown(text)); }
     void critical(WindowHandle /*window*/, std::string_view /*text*/, Event<> answered) override {
         answered();
     }

@@ -21,7 +21,7 @@ namespace systemSockets {
 /// No socket at all.
 constexpr SocketHandle noSocket = -1;
 
-/// What a call came to.
+/// How a call ended.
 enum class Result : std::uint8_t {
     Done,
     /// Nothing can be done now. `Readiness` says when to try again.
@@ -33,7 +33,7 @@ enum class Result : std::uint8_t {
     Error
 };
 
-/// The result of a call, with what goes with it.
+/// How a call ended, in numbers.
 struct Outcome {
     Result result = Result::Done;
     /// How many bytes were sent or received; less than all is Done too.

@@ -2,7 +2,7 @@
 
 namespace {
 
-/// The place is there, or Qt finds out when it is: the system tells all windows.
+/// The place is there, or Qt finds out when it is: the system sends all windows a message.
 class WindowsTrayHost final : public TrayHost {
 public:
     void search() override { found(); }

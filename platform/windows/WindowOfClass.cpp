@@ -33,7 +33,7 @@ private:
     static void CALLBACK onEvent(HWINEVENTHOOK /*hook*/, DWORD event, HWND window, LONG object,
                                  LONG child, DWORD /*thread*/, DWORD /*time*/) {
         if (object != OBJID_WINDOW || child != CHILDID_SELF) return;
-        // A listener may go when it hears of something.
+        // A listener may end in the event.
         const std::vector<WindowOfClass*> all = listeners;
         for (WindowOfClass* const each : all) {
             if (std::ranges::find(listeners, each) == listeners.end()) continue;

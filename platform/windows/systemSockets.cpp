@@ -53,7 +53,7 @@ void setUp(SOCKET socket) {
     SetHandleInformation(reinterpret_cast<HANDLE>(socket), HANDLE_FLAG_INHERIT, 0);
 }
 
-/// What the call that has just failed came to.
+/// The outcome of the call that has just failed.
 Outcome failed() {
     const int error = WSAGetLastError();
     switch (error) {
@@ -65,7 +65,7 @@ Outcome failed() {
     }
 }
 
-/// Of a call whose result is 0, or an error.
+/// The outcome of a call that returns 0 when it succeeds.
 Outcome outcomeOf(int result) { return result != 0 ? failed() : Outcome(); }
 
 NewSocket madeFrom(SOCKET socket) {
@@ -103,8 +103,8 @@ SocketTrouble troubleOf(int error) {
 NewSocket open() { return madeFrom(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP)); }
 
 Outcome listen(SocketHandle socket, std::uint16_t port) {
-    // Neither shared nor exclusive: a port that is taken is told as taken, and one is free for a
-    // new start though the system remembers connections of the last one.
+    // Neither shared nor exclusive: a port that is taken is reported as taken, and one is free for
+    // a new start though the system remembers connections of the last one.
     sockaddr_in everywhere = address(INADDR_ANY, port);
     const Outcome bound = outcomeOf(bind(toSystem(socket), generic(everywhere), sizeof everywhere));
     return bound.result == Result::Done ? outcomeOf(::listen(toSystem(socket), SOMAXCONN)) : bound;
@@ -152,7 +152,7 @@ Outcome connect(SocketHandle socket, std::uint32_t host, std::uint16_t port) {
 }
 
 Outcome send(SocketHandle socket, std::string_view data) {
-    // On until the system refuses: it tells of new room after a refusal alone.
+    // On until the system refuses: it reports new room only after a refusal.
     std::size_t sent = 0;
     while (sent < data.size()) {
         const std::string_view rest = data.substr(sent);

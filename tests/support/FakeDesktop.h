@@ -81,7 +81,7 @@ struct FakeMessageBox final : MessageBox {
     Event<const std::string&> opened;
 
     void critical(std::string_view text) override { show("critical: ", text); }
-    void tell(std::string_view text) override { show("tell: ", text); }
+    void notify(std::string_view text) override { show("notify: ", text); }
     void critical(WindowHandle /*window*/, std::string_view text, Event<> answered) override {
         if (show("critical: ", text)) answered();
     }

@@ -28,14 +28,14 @@ QVariantMap entriesOf(const QVariant& metadata) {
     return qdbus_cast<QVariantMap>(argument);
 }
 
-/// The property `Metadata`. What is of a wrong type in it is as not there.
+/// The property `Metadata`. A value of a wrong type counts as missing.
 PlayerSong songIn(const QVariant& metadata) {
     const QVariantMap entries = entriesOf(metadata);
     const QVariant title = entries.value("xesam:title");
     if (title.typeId() != QMetaType::QString) return {};
     PlayerSong song{title.toString().toStdString(), {}};
     const QVariant artists = entries.value("xesam:artist");
-    // The list that it has to be; a single text is taken too, for players that write one.
+    // A list, as it has to be, or a single text, which some players send instead.
     if (artists.typeId() == QMetaType::QString || artists.typeId() == QMetaType::QStringList) {
         for (const QString& artist : artists.toStringList())
             song.artists.push_back(artist.toStdString());
@@ -55,7 +55,7 @@ QString methodOf(PlayerCommand command) {
 }
 
 /// The player on the desktop by MPRIS 2, the way in which players are seen and controlled on the
-/// session bus. The number of a "window" stands for the player itself. All answers come out of what
+/// session bus. The number of a "window" names the player itself. All answers come out of what
 /// the bus has reported so far: none waits for a player, and nothing is done while no player
 /// changes. Without a session bus there is no player.
 class MprisPlayer final : public MediaPlayer {

@@ -14,7 +14,7 @@ constexpr auto titleStart = "1. "sv;
 constexpr auto titleEnd = " - Winamp"sv;
 constexpr auto paused = " [Paused]"sv;
 
-/// The song is cut and not the title's end, which tells where the song ends; and at one place, so
+/// The song is cut and not the title's end, which shows where the song ends; and at one place, so
 /// that it stays the same song when it is paused.
 constexpr std::size_t longestTitle = 2048;
 constexpr std::size_t longestSong =

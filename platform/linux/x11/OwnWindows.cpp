@@ -98,7 +98,7 @@ void RaisedWindows::raise(xcb_window_t window) {
     const auto entry = windows.find(window);
     if (entry == windows.end()) return;
     Raises& raises = entry->second;
-    // Against another program that does the same nobody wins, so it ends at a limit.
+    // Against another program that does the same it would never end, so there is a limit.
     const auto now = Clock::now();
     if (raises.front() != Clock::time_point{} && now - raises.front() < std::chrono::seconds(1)) {
         return;

@@ -131,15 +131,15 @@ TEST_F(Boxes, EndWithTheirWindowWithoutAnAnswer) {
 }
 
 TEST_F(Boxes, ThatTellSomethingBlockNobodyAndShowTheNewestText) {
-    boxes->tell("first");
-    boxes->tell("second");
+    boxes->notify("first");
+    boxes->notify("second");
     ASSERT_EQ(open().size(), 1U);
     EXPECT_EQ(open().front()->text(), "second");
     EXPECT_FALSE(open().front()->isModal());
     EXPECT_TRUE(open().front()->testAttribute(Qt::WA_ShowWithoutActivating));
     QTest::mouseClick(open().front()->button(QMessageBox::Ok), Qt::LeftButton);
     EXPECT_TRUE(open().empty());
-    boxes->tell("third");
+    boxes->notify("third");
     EXPECT_EQ(open().size(), 1U);
 }
 
@@ -169,7 +169,7 @@ TEST(BoxesWithoutWindows, WaitForNobody) {
     int answered = 0;
     testing::internal::CaptureStderr();
     boxes->critical("bad news");
-    boxes->tell("more");
+    boxes->notify("more");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "bad news\nmore\n");
     boxes->critical(1, "nothing", [&] { ++answered; });
     boxes->information(1, "nothing", [&] { ++answered; });
