@@ -72,10 +72,12 @@ void Player::runQueued() {
         auto queue = std::exchange(scene.queued(), {});
         std::stable_sort(queue.begin(), queue.end(),
                          [](const auto& one, const auto& other) { return one.clip > other.clip; });
+        // What a clip has begun goes on when the clip has gone meanwhile; else it is not begun.
+        InstanceNumber begun = 0;
         for (const Stage::Waiting& next : queue) {
-            if (scene.find(next.clip) != nullptr) {
-                runActions(scene, next.clip, next.code, commands);
-            }
+            if (next.clip != begun && scene.find(next.clip) == nullptr) continue;
+            begun = next.clip;
+            runActions(scene, next.clip, next.code, commands);
         }
     }
 }

@@ -161,6 +161,7 @@ TEST(MovieAction, MayTakeAwayItsOwnSprite) {
     inner.show()
         .actions(action(Action::SetTarget, Bits().text("/")) +
                  action(Action::GotoFrame, Bits().u16(2)) + command("gone"))
+        .actions(command("and on"))
         .show();
     MovieFile movie;
     movie.sprite(1, inner)
@@ -173,8 +174,20 @@ TEST(MovieAction, MayTakeAwayItsOwnSprite) {
         .show();
     Screening screen(movie.file());
     screen.advance(3);
-    EXPECT_EQ(screen.commands(), "gone;end;");
+    EXPECT_EQ(screen.commands(), "gone;and on;end;");
     EXPECT_TRUE(screen.player.stage().empty());
+}
+
+TEST(MovieAction, OfASpriteThatHasGoneBeforeIsNotBegun) {
+    MovieFile older;
+    older.actions(command("older")).show();
+    MovieFile newer;
+    newer.actions(action(Action::SetTarget, Bits().text("/")) +
+                  action(Action::GotoFrame, Bits().u16(1)) + command("newer"));
+    MovieFile movie;
+    movie.sprite(1, older).sprite(2, newer.show()).place(1, 1).place(2, 2).actions(stop).show();
+    Screening screen(movie.remove(1).show().file());
+    EXPECT_EQ(screen.commands(), "newer;");
 }
 
 TEST(MovieAction, FindsTheMovieWhenItsOwnSpriteHasGone) {
