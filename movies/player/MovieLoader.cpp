@@ -52,11 +52,11 @@ MovieLoader::MovieLoader(std::string file) : file(std::move(file)) {
 
 bool MovieLoader::step() {
     switch (stage) {
-        case Stage::Unpacking: unpackStep(); break;
-        case Stage::Reading: readStep(); break;
+        case Stage::Unpacking: unpackStep(); return true;
+        case Stage::Reading: readStep(); return true;
         case Stage::Done: break;
     }
-    return stage != Stage::Done;
+    return false;
 }
 
 void MovieLoader::begin() {

@@ -20,7 +20,7 @@ public:
     /// `file` is the whole content of the file.
     explicit MovieLoader(std::string file);
 
-    /// Goes on a little. False once the movie is complete.
+    /// Goes on a little. False where nothing is left to do: the movie is complete.
     [[nodiscard]] bool step();
     /// The movie, which is then the caller's; only once it is complete.
     [[nodiscard]] std::shared_ptr<const Movie> take() { return std::move(movie); }

@@ -24,7 +24,7 @@ constexpr std::size_t tags = std::size_t{1} << 18;
 constexpr std::size_t characters = 16384;
 /// Of the whole movie: its frames, their labels, and all that they place, remove and do.
 constexpr std::size_t controls = 131072;
-/// Of one shape, and of all glyphs of one font.
+/// Of one shape, of both ends of a morphing one, and of all glyphs of one font.
 constexpr std::size_t edgesPerShape = 65536;
 constexpr std::size_t stylesPerShape = 4096;
 constexpr std::size_t glyphsPerFont = 16384;

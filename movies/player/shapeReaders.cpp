@@ -139,8 +139,8 @@ MorphShape readMorphShape(Reader& reader, bool second) {
 
     MorphShape shape;
     readMorphStyles(reader, second, shape);
-    Pen(reader, shape.start, limits::edgesPerShape).draw({});
-    Pen(endReader, shape.end, limits::edgesPerShape).draw({});
+    Pen(reader, shape.start, limits::edgesPerShape / 2).draw({});
+    Pen(endReader, shape.end, limits::edgesPerShape / 2).draw({});
     if (shape.start.edges.size() != shape.end.edges.size()) throw Failure("ends that do not fit");
     return shape;
 }

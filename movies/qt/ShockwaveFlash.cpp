@@ -21,7 +21,7 @@ namespace {
 /// What drawing may take of the time, as a part of it; a movie that takes more drops frames.
 constexpr int timeForDrawing = 4;
 /// So that small movies are there at once: more is read when the loop comes round again.
-constexpr int millisecondsAtOnce = 3;
+constexpr int millisecondsAtOnce = 1;
 constexpr int millisecondsToRedraw = 10;
 
 /// So much of a file is read in one step.

@@ -354,11 +354,11 @@ TEST(MovieBudget, CountsTheLightOfGradients) {
     }
 }
 
-TEST(MovieBudget, ShowsALargeMorphingShapeThatFits) {
-    constexpr int edges = 40000;
+/// A movie of a shape that morphs, with a fill and an outline that goes to the right and down, with
+/// many small steps on the way, and back.
+std::string longMorph(int edges) {
     const Bits styles = Bits().u8(1).u8(0).rgba(red, 255).rgba(red, 255).u8(0);
-    // To the right and down, with many small steps on the way, and back.
-    const auto outline = [](Bits bits) {
+    const auto outline = [edges](Bits bits) {
         for (int edge = 0; edge < edges; ++edge)
             bits.line(edge % 2 == 0 ? 0.05 : -0.05, edge % 4 == 0 ? 0.05 : 0);
         return bits.line(80, 0).line(0, -500).line(-80, 0).endShape();
@@ -368,9 +368,21 @@ TEST(MovieBudget, ShowsALargeMorphingShapeThatFits) {
     Bits body = Bits().u16(1).rect(0, 100, 0, 100).rect(0, 100, 0, 100);
     body.u32(static_cast<std::uint32_t>(styles.get().size() + start.get().size()));
     body.raw(styles.get()).raw(start.get()).raw(end.get());
-    Screening screen(MovieFile().tag(Tag::DefineMorphShape, body).place(1, 1).show().file());
+    return MovieFile().tag(Tag::DefineMorphShape, body).place(1, 1).show().file();
+}
+
+TEST(MovieBudget, ShowsALargeMorphingShapeThatFits) {
+    Screening screen(longMorph(30000));
     EXPECT_EQ(screen.at(50, 50), red);
     EXPECT_FALSE(screen.outcome.cut);
+}
+
+TEST(MovieBudget, CountsBothEndsOfAShapeThatMorphs) {
+    const auto movie = swf::readMovie(longMorph(40000));
+    const auto* morph = movie->find<swf::MorphShape>(1);
+    ASSERT_NE(morph, nullptr);
+    EXPECT_EQ(morph->start.edges.size(), swf::limits::edgesPerShape / 2);
+    EXPECT_EQ(morph->end.edges.size(), swf::limits::edgesPerShape / 2);
 }
 
 TEST(MovieBudget, ChangesTheColorsOfAPictureAsFarAsTheTimeGoes) {
