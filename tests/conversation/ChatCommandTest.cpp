@@ -40,7 +40,7 @@ INSTANTIATE_TEST_SUITE_P(Words, EveryCommand,
                                 "!dictionary", "!thesaurus", "!makemesay", "!preview", "!acronym",
                                 "!winamp"));
 
-TEST_F(ChatCommand, NickTellsTheServerAndTheUser) {
+TEST_F(ChatCommand, NickReachesTheServerAndTheUser) {
     expectConsumed("!nick Ann", {"PRP 12 MFN %41%6E%6E\r\n"});
     EXPECT_THAT(toasts(), ElementsAre("Changed Nick Name To:\r\nAnn"));
 }

@@ -63,7 +63,7 @@ TEST_F(Parse, TakesTheCommandOutWhereItFirstStandsWithItsBlank) {
     EXPECT_THAT(conversation.facilities.notes.list(), ElementsAre("say twice !note x"));
 }
 
-TEST_F(Parse, TellsOfNoUserInTheConversationAndAnswersYes) {
+TEST_F(Parse, ReportsThatNobodyIsInTheConversationAndAnswersYes) {
     EXPECT_TRUE(parse("!makemesay x", "", conversation));
     EXPECT_THAT(conversation.popups, ElementsAre("No user in conversation."));
 }

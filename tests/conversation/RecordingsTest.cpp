@@ -87,7 +87,7 @@ TEST_P(Recording, HasItsIncomingMessagesStamped) {
                });
 }
 
-TEST_P(Recording, HasAnUnknownCommandToldAndCovered) {
+TEST_P(Recording, HasAnUnknownCommandReportedAndCovered) {
     set("preventtypo", "True");
     retype("hello", "!typo");
     expectOnly({{talk9, 1}, {talk10, 1}}, [](const RecordedRead& read, Outcome& expected) {
@@ -99,7 +99,7 @@ TEST_P(Recording, HasAnUnknownCommandToldAndCovered) {
     });
 }
 
-TEST_P(Recording, HasTheOpeningOfAWindowToldOf) {
+TEST_P(Recording, HasTheOpeningOfAWindowReported) {
     set("alertopenwindow", "True");
     expectOnly({{signInBob, 1}}, [](const RecordedRead& read, Outcome& expected) {
         if (!read.bytes.starts_with("RNG ")) return false;
@@ -109,7 +109,7 @@ TEST_P(Recording, HasTheOpeningOfAWindowToldOf) {
     });
 }
 
-TEST_P(Recording, HasAJoinSpokenOf) {
+TEST_P(Recording, HasAJoinReported) {
     set("alertopenwindow", "True");
     set("alertjoinwindow", "True");
     set("callby", "fn");
@@ -128,7 +128,7 @@ TEST_P(Recording, HasAJoinSpokenOf) {
         });
 }
 
-TEST_P(Recording, HasALeavingContactSpokenOf) {
+TEST_P(Recording, HasALeavingContactReported) {
     set("alertclosewindow", "True");
     expectOnly({{talk9, 1}, {talk10, 1}}, [](const RecordedRead& read, Outcome& expected) {
         if (!read.bytes.starts_with("BYE ")) return false;
@@ -140,7 +140,7 @@ TEST_P(Recording, HasALeavingContactSpokenOf) {
     });
 }
 
-TEST_P(Recording, HasAContactGoneOfflineToldOf) {
+TEST_P(Recording, HasAContactGoneOfflineReported) {
     set("alertoffline", "True");
     // Nobody went offline while it was recorded.
     reads.push_back({false, "FLN bob@example.com\r\n"});

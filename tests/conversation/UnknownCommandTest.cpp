@@ -24,14 +24,14 @@ void PrintTo(const Typo& typo, std::ostream* out) { *out << escaped(typo.text); 
 
 class Typos : public UnknownCommand, public testing::WithParamInterface<Typo> {};
 
-TEST_P(Typos, AreToldInTheContactsNameAndNotSent) {
+TEST_P(Typos, AreReportedInTheContactsNameAndNotSent) {
     EXPECT_EQ(typed(GetParam().text), cover("12"));
     EXPECT_THAT(newToClient(),
                 ElementsAre(Bytes(spoken(std::string(GetParam().word) + " command not known."))));
     EXPECT_THAT(toasts(), IsEmpty());
 }
 
-TEST_P(Typos, AreToldInBoldWithTheAddOn) {
+TEST_P(Typos, AreReportedInBoldWithTheAddOn) {
     spine.facilities.registry.hasAddOn = true;
     EXPECT_EQ(typed(GetParam().text), cover("12"));
     EXPECT_THAT(newToClient(), ElementsAre(Bytes(spoken("\x02" + std::string(GetParam().word) +
@@ -66,14 +66,14 @@ INSTANTIATE_TEST_SUITE_P(Texts, NoCommand,
                                 "hello\r\n!nick x", "nick x", "?nick", "\t!nick x", "\n!nick x",
                                 "\r\n!nick x", " "));
 
-TEST_F(UnknownCommand, IsToldWithEmptyNamesWhileThereIsNoContact) {
+TEST_F(UnknownCommand, IsReportedWithEmptyNamesWhileThereIsNoContact) {
     spine.relay();
     EXPECT_EQ(only(toServer(clientText("!typo"), 2)), cover("12"));
     EXPECT_THAT(newToClient(2),
                 ElementsAre(Bytes(spoken("!typo command not known.", "ff", "", " "))));
 }
 
-TEST_F(UnknownCommand, GoesToTheContactWhereTheUserCannotBeTold) {
+TEST_F(UnknownCommand, GoesToTheContactWhereItCannotBeReported) {
     spine.client().sendFails = true;
     EXPECT_EQ(typed("!typo <t>"), clientText("!typo 12:30:05"));
 }

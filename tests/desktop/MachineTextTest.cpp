@@ -129,7 +129,7 @@ void PrintTo(const Uptime& uptime, std::ostream* stream) { *stream << uptime.tic
 
 class UptimeOf : public testing::TestWithParam<Uptime> {};
 
-TEST_P(UptimeOf, IsToldInDaysHoursMinutesAndSeconds) {
+TEST_P(UptimeOf, IsWrittenInDaysHoursMinutesAndSeconds) {
     GivenMachine machine;
     machine.ticks = std::chrono::milliseconds{GetParam().ticks};
     EXPECT_EQ(UptimeText(machine), GetParam().text);

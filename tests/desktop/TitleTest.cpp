@@ -229,7 +229,7 @@ TEST_F(Title, IsNotRestoredWhereNoProgressIsShown) {
     EXPECT_THAT(windows.titles, IsEmpty());
 }
 
-TEST_F(Title, NothingIsToldToATitleThatIsGone) {
+TEST_F(Title, NothingReachesATitleThatIsGone) {
     {
         FakeLoop ownLoop;
         frmTitle own(settings, windows, ownLoop);

@@ -30,13 +30,13 @@ void fuzz(std::string_view input) {
         write(withEnding(path, "-wal"), input.substr(end + logMark.size()));
     }
     for (const auto* const value : {"Busy", "Away"}) {
-        int told = 0;
-        SettingsStore store(path, [&](std::string_view) { ++told; });
+        int reported = 0;
+        SettingsStore store(path, [&](std::string_view) { ++reported; });
         demand(store.ReadSetting("Options", "timestamp").size() <= mostBytes,
                "what a file makes SQLite compute is bounded");
         store.WriteSetting("Options", "initialStatus", value);
         store.WriteSetting(SettingsStore::lastWords, "bob@example.com", value);
         demand(store.ReadSetting("Options", "initialStatus") == value, "what is written is kept");
-        demand(told <= 4, "trouble is told once a kind");
+        demand(reported <= 4, "each kind of trouble is reported once");
     }
 }

@@ -58,21 +58,21 @@ TEST_F(ChangeSong, AsksOnlyAtAChangeOfTheSong) {
     EXPECT_THAT(nicksAfter("9. artist - Title - Winamp").size(), 1U);
 }
 
-TEST_F(ChangeSong, TellsOfNothingOnceThePlayerHasGone) {
+TEST_F(ChangeSong, PutsTheWordNothingInPlaceOfASongOnceThePlayerHasGone) {
     signIn();
     followSongs("John - Listening to:");
     (void)nicksAfter("7. Artist - Title - Winamp");
     EXPECT_THAT(nicksAfter(""), ElementsAre("John - Listening to: Nothing."));
 }
 
-TEST_F(ChangeSong, TellsOfNothingForATitleThatComesToNothing) {
+TEST_F(ChangeSong, PutsTheWordNothingInPlaceOfASongThatIsEmpty) {
     signIn();
     followSongs("on:");
     (void)nicksAfter("7. Artist - Title - Winamp");
     EXPECT_THAT(nicksAfter("abc - Winamp"), ElementsAre("on: Nothing."));
 }
 
-TEST_F(ChangeSong, TellsOfNothingOnlyAfterASong) {
+TEST_F(ChangeSong, PutsTheWordNothingOnlyAfterASong) {
     signIn();
     followSongs("on:");
     EXPECT_THAT(nicksAfter(""), IsEmpty());

@@ -112,21 +112,21 @@ TEST(BrokenChunk, IsLostAndTheNextIsTreatedAfresh) {
     EXPECT_FALSE(host.instances().at(1)->isInEvent());
 }
 
-TEST_F(Chunk, BeforeTheSignInTellsTheTrayItsFirstThreeCharacters) {
+TEST_F(Chunk, BeforeTheSignInGivesTheTrayItsFirstThreeCharacters) {
     spine.client().arrive("USR 6 TWN I ann@example.com\r\n");
     spine.server().arrive("XFR 3 NS\r\n");
     spine.server().arrive("OK");
     EXPECT_THAT(spine.windows.captions, ElementsAre("USR", "XFR", "OK"));
 }
 
-TEST_F(Chunk, AfterTheSignInTellsTheTrayTheNameOfTheProgram) {
+TEST_F(Chunk, AfterTheSignInGivesTheTrayTheNameOfTheProgram) {
     spine.client().arrive("CHG 9 NLN 0\r\n");
     spine.server().arrive("USR 6 OK ann@example.com Ann\r\n");
     EXPECT_THAT(spine.windows.captions,
                 ElementsAre("Cobweave - Logged In", "Cobweave", "Cobweave"));
 }
 
-TEST_F(Chunk, ThatIsAFrameOrARequestTellsTheTrayNothing) {
+TEST_F(Chunk, ThatIsAFrameOrARequestGivesTheTrayNothing) {
     spine.client().arrive("*\x02\x11\x22\x00\x02xx"s);
     spine.client().arrive("\x04\x01\x00\x50\x7F\x00\x00\x01"s);
     EXPECT_THAT(spine.windows.captions, IsEmpty());

@@ -144,14 +144,14 @@ TEST(Clients, MaySendTheirRequestInPiecesBehindAFrame) {
     EXPECT_THAT(spine.server().connects, ElementsAre(Pair("10.1.2.3", 1863)));
 }
 
-TEST(Connections, AreToldOfWhenFewNumbersAreLeft) {
+TEST(Connections, AreReportedWhenFewNumbersAreLeft) {
     Spine spine;
     for (int count = 0; count < 29999; ++count)
         spine.host.AddControl();
     EXPECT_THAT(spine.windows.toasts, IsEmpty());
     spine.host.AddControl();
     EXPECT_EQ(spine.windows.toasts.size(), 1U);
-    EXPECT_THAT(spine.told, ElementsAre(spine.windows.toasts.front()));
+    EXPECT_THAT(spine.reported, ElementsAre(spine.windows.toasts.front()));
     spine.host.AddControl();
     EXPECT_EQ(spine.windows.toasts.size(), 1U);
 }
@@ -241,7 +241,7 @@ TEST_F(SignedIn, TheEndOfAConversationLeavesTrayTitleAndSignInAlone) {
     EXPECT_THAT(spine.windows.calls, IsEmpty());
 }
 
-TEST_F(SignedIn, ASecondAccountIsToldOnce) {
+TEST_F(SignedIn, ASecondAccountIsReportedOnce) {
     spine.server(1).arrive("USR 6 TWN S lc=1033,id=507\r\n");
     spine.server(1).arrive("USR 7 OK ann@example.com Ann 1 0\r\n");
     spine.server(2).arrive("USR 1 OK Ann@Example.com Ann\r\n");
@@ -289,6 +289,7 @@ TEST(Songs, ThatChangeAfterTheHostReachNobody) {
     FakeLoop loop;
     FakeMessageBox boxes;
     { const frmMain host(network, loop, boxes, facilities.all()); }
+    // The host's timer is gone, so a sanitizer finds a listener that was left.
     facilities.player.changed();
 }
 

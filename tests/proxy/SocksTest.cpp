@@ -128,7 +128,7 @@ TEST_F(Socks, ASlotOfAClientThatHasClosedIsGivenBackWhenTheServerCannotBeReached
     EXPECT_THAT(spine.host.instances(), IsEmpty());
 }
 
-TEST_F(Socks, AServerThatCannotBeReachedIsToldOnce) {
+TEST_F(Socks, AServerThatCannotBeReachedIsReportedOnce) {
     for (std::size_t count = 1; count <= 3; ++count) {
         spine.client(count).arrive(request);
         spine.server(count).lose();
@@ -138,14 +138,14 @@ TEST_F(Socks, AServerThatCannotBeReachedIsToldOnce) {
                 ElementsAre("The server 10.1.2.3, port 1863 could not be reached."));
 }
 
-TEST_F(Socks, AServerThatCannotEvenBeTriedIsToldByWhatTheClientAskedFor) {
+TEST_F(Socks, AServerThatCannotEvenBeTriedIsReportedByWhatTheClientAskedFor) {
     spine.server().refuses = true;
     spine.client().arrive("\x04\x01\x9C\x40\x0A\x01\x02\x03"s);
     EXPECT_THAT(spine.windows.toasts,
                 ElementsAre("The server 10.1.2.3, port 40000 could not be reached."));
 }
 
-TEST_F(Socks, NeitherAServerThatClosesNorASecondRequestIsTold) {
+TEST_F(Socks, NeitherAServerThatClosesNorASecondRequestIsReported) {
     spine.client().arrive(request);
     spine.server().succeedConnecting();
     spine.client().arrive("\x04\x01\x00\x50\x7F\x00\x00\x01"s);

@@ -45,7 +45,7 @@ protected:
     std::optional<Database> program;
 
     [[nodiscard]] SettingsStore open() {
-        return {path, [this](std::string_view text) { told.emplace_back(text); },
+        return {path, [this](std::string_view text) { reported.emplace_back(text); },
                 [] { return Waiting::now; }};
     }
 

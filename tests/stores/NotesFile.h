@@ -12,15 +12,15 @@
 #include <string_view>
 #include <vector>
 
-/// A place for a file of notes, and what the user is told about it.
+/// A place for a file of notes, and what is reported about it.
 class NotesFile : public testing::Test {
 protected:
     TemporaryFolder temporary;
     std::filesystem::path path = temporary.path() / "notes.cwv";
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
 
     [[nodiscard]] NotesStore store() {
-        return {path, [this](std::string_view text) { told.emplace_back(text); }};
+        return {path, [this](std::string_view text) { reported.emplace_back(text); }};
     }
     /// The notes that a program sees when it starts.
     [[nodiscard]] std::vector<std::string> loaded() {

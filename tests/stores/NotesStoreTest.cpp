@@ -34,7 +34,7 @@ class SavedNotes : public NotesFile, public testing::WithParamInterface<Content>
 TEST_P(SavedNotes, AreTheBytesOfTheFile) {
     save(GetParam().notes);
     EXPECT_EQ(read(), GetParam().bytes);
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reported, IsEmpty());
 }
 
 const Content saved[] = {
@@ -64,7 +64,7 @@ TEST_P(LoadedNotes, AreTheLinesOfTheFile) {
     write(GetParam().bytes);
     EXPECT_EQ(loaded(), GetParam().notes);
     EXPECT_EQ(read(), GetParam().bytes);
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reported, IsEmpty());
 }
 
 const Content loadedCases[] = {
@@ -191,7 +191,7 @@ TEST_F(NotesFile, GivesBackAnyListAsItWas) {
 
 TEST_F(NotesFile, ThatIsMissingIsAnEmptyList) {
     EXPECT_THAT(loaded(), IsEmpty());
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reported, IsEmpty());
     EXPECT_FALSE(std::filesystem::exists(path));
 }
 

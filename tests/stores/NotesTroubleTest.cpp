@@ -62,32 +62,33 @@ protected:
     }
 };
 
-TEST_F(NotesInTrouble, AreToldOfAtEachSaveThatFailsAndSavedAtTheFirstThatDoesNot) {
+TEST_F(NotesInTrouble, AreReportedAtEachSaveThatFailsAndSavedAtTheFirstThatDoesNot) {
     EXPECT_TRUE(passesAsNobody([this] {
         NotesStore notes = store();
         notes.load();
         notes.add("new");
         allow(folder, 0500);
         notes.savenotes();
-        EXPECT_THAT(told, ElementsAre(unsaved("Permission denied")));
+        EXPECT_THAT(reported, ElementsAre(unsaved("Permission denied")));
         notes.savenotes();
-        EXPECT_THAT(told, ElementsAre(unsaved("Permission denied"), unsaved("Permission denied")));
+        EXPECT_THAT(reported,
+                    ElementsAre(unsaved("Permission denied"), unsaved("Permission denied")));
         EXPECT_THAT(notes.list(), ElementsAre("old", "new"));
         EXPECT_EQ(read(), "old\r\n\r\n");
         allow(folder, 0700);
         notes.savenotes();
-        EXPECT_EQ(told.size(), 2U);
+        EXPECT_EQ(reported.size(), 2U);
         EXPECT_EQ(read(), "old\r\nnew\r\n\r\n");
     }));
 }
 
-TEST_F(NotesInTrouble, AreToldOfWhateverTheFolderIsCalled) {
+TEST_F(NotesInTrouble, AreReportedWhateverTheFolderIsCalled) {
     path = folder / "caf\xC3\xA9 \xD0\x96" / "notes.cwv";
     fs::create_directories(path);
     NotesStore notes = store();
     notes.savenotes();
-    ASSERT_EQ(told.size(), 1U);
-    EXPECT_THAT(told.front(), HasSubstr("/caf\xC3\xA9 \xD0\x96/notes.cwv: Is a directory"));
+    ASSERT_EQ(reported.size(), 1U);
+    EXPECT_THAT(reported.front(), HasSubstr("/caf\xC3\xA9 \xD0\x96/notes.cwv: Is a directory"));
 }
 
 TEST_F(NotesInTrouble, StayInTheListAndOnTheDiskWhenItIsFull) {
@@ -103,12 +104,12 @@ TEST_F(NotesInTrouble, StayInTheListAndOnTheDiskWhenItIsFull) {
         setrlimit(RLIMIT_FSIZE, &full);
         notes.savenotes();
         setrlimit(RLIMIT_FSIZE, &before);
-        EXPECT_THAT(told, ElementsAre(unsaved("File too large")));
+        EXPECT_THAT(reported, ElementsAre(unsaved("File too large")));
         EXPECT_THAT(notes.list(), ElementsAre("old", std::string(10'000, 'x')));
         EXPECT_EQ(read(), "old\r\n\r\n");
         EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
         notes.savenotes();
-        EXPECT_EQ(told.size(), 1U);
+        EXPECT_EQ(reported.size(), 1U);
         EXPECT_EQ(read(), "old\r\n" + std::string(10'000, 'x') + "\r\n\r\n");
     }));
 }
@@ -121,7 +122,7 @@ TEST_F(NotesInTrouble, AreReadFromAReadOnlyFileThatIsLeftAlone) {
         EXPECT_THAT(notes.list(), ElementsAre("old"));
         notes.remove(0);
         notes.savenotes();
-        EXPECT_THAT(told, ElementsAre(unsaved("Permission denied")));
+        EXPECT_THAT(reported, ElementsAre(unsaved("Permission denied")));
         EXPECT_EQ(read(), "old\r\n\r\n");
     }));
 }
@@ -132,11 +133,11 @@ TEST_F(NotesInTrouble, AreNotReplacedWhileTheyCannotBeRead) {
         NotesStore notes = store();
         notes.load();
         EXPECT_THAT(notes.list(), IsEmpty());
-        EXPECT_THAT(told, IsEmpty());
+        EXPECT_THAT(reported, IsEmpty());
         notes.add("new");
         notes.savenotes();
         notes.savenotes();
-        EXPECT_THAT(told, ElementsAre(unread(), unread()));
+        EXPECT_THAT(reported, ElementsAre(unread(), unread()));
         allow(path, 0600);
         EXPECT_EQ(read(), "old\r\n\r\n");
         EXPECT_THAT(notes.list(), ElementsAre("new"));
@@ -152,7 +153,7 @@ TEST_F(NotesInTrouble, AreSavedOnceTheFileThatCannotBeReadIsOutOfTheWay) {
         fs::rename(path, folder / "kept.cwv");
         notes.savenotes();
         notes.savenotes();
-        EXPECT_THAT(told, IsEmpty());
+        EXPECT_THAT(reported, IsEmpty());
         EXPECT_EQ(read(), "new\r\n\r\n");
         EXPECT_TRUE(fs::exists(folder / "kept.cwv"));
     }));
@@ -167,7 +168,7 @@ TEST_F(NotesInTrouble, AreSavedOnceTheFileCouldBeLoaded) {
         notes.load();
         notes.add("new");
         notes.savenotes();
-        EXPECT_THAT(told, IsEmpty());
+        EXPECT_THAT(reported, IsEmpty());
         EXPECT_EQ(read(), "old\r\nnew\r\n\r\n");
     }));
 }
@@ -180,7 +181,7 @@ TEST_F(NotesInTrouble, AreAnEmptyListWhenTheDiskCannotReadThem) {
     notes.load();
     EXPECT_THAT(notes.list(), IsEmpty());
     notes.savenotes();
-    EXPECT_THAT(told, ElementsAre(unread()));
+    EXPECT_THAT(reported, ElementsAre(unread()));
 }
 
 TEST_F(NotesInTrouble, AreAnEmptyListWhenAFolderHasTheirName) {
@@ -190,7 +191,7 @@ TEST_F(NotesInTrouble, AreAnEmptyListWhenAFolderHasTheirName) {
     notes.load();
     EXPECT_THAT(notes.list(), IsEmpty());
     notes.savenotes();
-    EXPECT_THAT(told, ElementsAre(unread()));
+    EXPECT_THAT(reported, ElementsAre(unread()));
     EXPECT_TRUE(fs::is_empty(path));
 }
 
@@ -201,17 +202,17 @@ TEST_F(NotesInTrouble, AreNotWaitedForWhenAPipeHasTheirName) {
     notes.load();
     EXPECT_THAT(notes.list(), IsEmpty());
     notes.savenotes();
-    EXPECT_THAT(told, ElementsAre(unread()));
+    EXPECT_THAT(reported, ElementsAre(unread()));
     EXPECT_TRUE(fs::is_fifo(path));
 }
 
-TEST_F(NotesInTrouble, AreToldOfWhenTheirFolderIsAFile) {
+TEST_F(NotesInTrouble, AreReportedWhenTheirFolderIsAFile) {
     path = path / "notes.cwv";
     NotesStore notes = store();
     notes.load();
     notes.add("new");
     notes.savenotes();
-    EXPECT_THAT(told, ElementsAre(unsaved("Not a directory")));
+    EXPECT_THAT(reported, ElementsAre(unsaved("Not a directory")));
     EXPECT_THAT(notes.list(), ElementsAre("new"));
 }
 

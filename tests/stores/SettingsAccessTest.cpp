@@ -46,14 +46,14 @@ protected:
     [[nodiscard]] auto tellsOnceWhatToDo() const {
         return ElementsAre(AllOf(HasSubstr(path.string()), HasSubstr("Make the file")));
     }
-    /// Memory does what the file does not, and that is told once.
+    /// Memory does what the file does not, and that is reported once.
     void expectToGoOnInMemory(SettingsStore& store) {
         store.WriteSetting("Options", "callby", "fn");
         EXPECT_EQ(option(store, "callby"), "fn");
         store.WriteSetting("Options", "timestamp", "True");
         EXPECT_EQ(option(store, "callby"), "fn");
         EXPECT_EQ(option(store, "timestamp"), "True");
-        EXPECT_THAT(told, tellsOnceWhatToDo());
+        EXPECT_THAT(reported, tellsOnceWhatToDo());
     }
 };
 
@@ -63,11 +63,11 @@ TEST_P(ClosedFile, ThatIsReadOnlyIsReadAndWritesStayInMemory) {
         {
             SettingsStore store = open();
             EXPECT_EQ(option(store, "callby"), "e");
-            EXPECT_THAT(told, IsEmpty());
+            EXPECT_THAT(reported, IsEmpty());
             expectToGoOnInMemory(store);
         }
         EXPECT_TRUE(readFile(path) == before);
-        EXPECT_THAT(told, tellsOnceWhatToDo());
+        EXPECT_THAT(reported, tellsOnceWhatToDo());
     }));
 }
 
@@ -143,7 +143,7 @@ TEST_P(ClosedFile, GetsAllChangesAtTheFirstWriteAfterItWasOpened) {
         EXPECT_EQ(database.get("callby"), "fn");
         EXPECT_EQ(database.get("timestamp"), "True");
         EXPECT_EQ(database.get("constants"), "False");
-        EXPECT_THAT(told, tellsOnceWhatToDo());
+        EXPECT_THAT(reported, tellsOnceWhatToDo());
     }));
 }
 
@@ -202,7 +202,7 @@ TEST_P(ClosedFile, GetsAValueThatIsWrittenAsItWasWhileAnotherThingStoodInItsPlac
     store.WriteSetting("Options", "timestamp", "True");
     EXPECT_EQ(other().get("callby"), "e");
     EXPECT_EQ(other().get("timestamp"), "True");
-    EXPECT_THAT(told, tellsOnceWhatToDo());
+    EXPECT_THAT(reported, tellsOnceWhatToDo());
 }
 
 TEST_P(ClosedFile, WhoseFolderIsAFileIsDoneWithout) {

@@ -23,7 +23,7 @@ protected:
         other().set("callby", "e");
         age();
     }
-    void TearDown() override { EXPECT_THAT(told, IsEmpty()); }
+    void TearDown() override { EXPECT_THAT(reported, IsEmpty()); }
 
     /// Another file of settings, to be put in the place of the first.
     [[nodiscard]] std::filesystem::path anotherFile(const std::string& value) const {

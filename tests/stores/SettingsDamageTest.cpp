@@ -50,21 +50,21 @@ protected:
         }
         return count;
     }
-    /// What could be read is there, what was lost is told of, and the program goes on.
+    /// What could be read is there, what was lost is reported, and the program goes on.
     void expectNoLossInSilence(const std::string& damaged, const std::string& how) {
         SCOPED_TRACE(how);
         write(path, damaged);
-        told.clear();
+        reported.clear();
         {
             SettingsStore store = open();
-            EXPECT_TRUE(countRead(store) == contacts || told.size() == 1);
-            if (!told.empty()) {
+            EXPECT_TRUE(countRead(store) == contacts || reported.size() == 1);
+            if (!reported.empty()) {
                 EXPECT_TRUE(readFile(kept) == damaged);
-                EXPECT_THAT(told.front(), HasSubstr(kept.string()));
+                EXPECT_THAT(reported.front(), HasSubstr(kept.string()));
             }
             store.WriteSetting("Options", "callby", "fn");
             EXPECT_EQ(StoreFolder::other().get("callby"), "fn");
-            EXPECT_LE(told.size(), 1U);
+            EXPECT_LE(reported.size(), 1U);
         }
         {
             SettingsStore next = open();
@@ -72,7 +72,7 @@ protected:
         }
         std::filesystem::remove_all(folder);
     }
-    /// The file is put aside, this is told once, and the program saves into a new one.
+    /// The file is put aside, this is reported once, and the program saves into a new one.
     void expectNewFileBesideThe(const std::string& damaged) {
         {
             SettingsStore store = open();
@@ -82,11 +82,12 @@ protected:
             EXPECT_EQ(other().get("callby"), "fn");
         }
         EXPECT_TRUE(readFile(kept) == damaged);
-        EXPECT_THAT(told, ElementsAre(AllOf(HasSubstr(path.string()), HasSubstr(kept.string()))));
-        told.clear();
+        EXPECT_THAT(reported,
+                    ElementsAre(AllOf(HasSubstr(path.string()), HasSubstr(kept.string()))));
+        reported.clear();
         SettingsStore next = open();
         EXPECT_EQ(option(next, "callby"), "fn");
-        EXPECT_THAT(told, ElementsAre());
+        EXPECT_THAT(reported, ElementsAre());
     }
 };
 
@@ -172,7 +173,7 @@ TEST_P(DamagedFile, ThatComesWhileTheProgramRunsLosesNothing) {
     std::filesystem::rename(folder / "garbage", path);
     EXPECT_EQ(countRead(store), contacts);
     EXPECT_TRUE(readFile(kept) == damaged);
-    EXPECT_EQ(told.size(), 1U);
+    EXPECT_EQ(reported.size(), 1U);
     EXPECT_EQ(other().query("SELECT count(*) FROM settings"), std::to_string(contacts));
 }
 
@@ -194,7 +195,7 @@ TEST_P(DamagedFile, IsKeptBesideTheEarlierOnes) {
     { SettingsStore store = open(); }
     EXPECT_TRUE(readFile(kept) == std::string(5000, 'a'));
     EXPECT_TRUE(readFile(folder / "settings.db.damaged-2") == std::string(5000, 'b'));
-    EXPECT_EQ(told.size(), 2U);
+    EXPECT_EQ(reported.size(), 2U);
 }
 
 TEST_P(DamagedFile, IsKeptASecondTimeInTheSameRun) {
@@ -206,7 +207,7 @@ TEST_P(DamagedFile, IsKeptASecondTimeInTheSameRun) {
     EXPECT_EQ(option(store, "callby"), "fn");
     EXPECT_TRUE(readFile(folder / "settings.db.damaged-2") == std::string(5000, 'b'));
     EXPECT_EQ(other().get("callby"), "fn");
-    EXPECT_THAT(told, ElementsAre(HasSubstr(".damaged-1"), HasSubstr(".damaged-2")));
+    EXPECT_THAT(reported, ElementsAre(HasSubstr(".damaged-1"), HasSubstr(".damaged-2")));
 }
 
 TEST_P(DamagedFile, TakesItsJournalAlong) {
@@ -230,7 +231,7 @@ TEST_P(DamagedFile, ThatCannotBePutAsideIsLeftAlone) {
         SettingsStore store = open();
         store.WriteSetting("Options", "callby", "fn");
         EXPECT_EQ(option(store, "callby"), "fn");
-        EXPECT_THAT(told, ElementsAre(AllOf(HasSubstr(path.string()), HasSubstr("writable"))));
+        EXPECT_THAT(reported, ElementsAre(AllOf(HasSubstr(path.string()), HasSubstr("writable"))));
         EXPECT_TRUE(readFile(path) == damaged);
     }));
     std::filesystem::permissions(folder, std::filesystem::perms::owner_all);

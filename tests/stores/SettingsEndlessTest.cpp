@@ -21,7 +21,7 @@ protected:
     EndlessFile() { now = {}; }
 
     [[nodiscard]] SettingsStore open() {
-        return {path, [this](std::string_view text) { told.emplace_back(text); },
+        return {path, [this](std::string_view text) { reported.emplace_back(text); },
                 [] { return now; }};
     }
     /// Processor time, so that a busy machine makes no difference.
@@ -51,9 +51,9 @@ TEST_P(EndlessFile, CostsAQuarterOfASecondOnceInAWhile) {
         EXPECT_LT(others, 0.2);
         now += 10s;
         EXPECT_LT(secondsOf([&] { store.WriteSetting("Options", "callby", "e"); }), 1.5);
-        EXPECT_THAT(told, ElementsAre(HasSubstr(path.string())));
+        EXPECT_THAT(reported, ElementsAre(HasSubstr(path.string())));
     }
-    EXPECT_THAT(told, ElementsAre(HasSubstr("too much, or take too long")));
+    EXPECT_THAT(reported, ElementsAre(HasSubstr("too much, or take too long")));
 }
 
 TEST_P(EndlessFile, IsDoneWithoutOnceItIsOutOfTheWay) {

@@ -15,7 +15,7 @@ constexpr std::size_t most = SettingsStore::mostLastWords;
 
 class LastWordsStore : public AnyFolder {
 protected:
-    void TearDown() override { EXPECT_THAT(told, IsEmpty()); }
+    void TearDown() override { EXPECT_THAT(reported, IsEmpty()); }
 
     static void say(SettingsStore& store, std::size_t contact, std::string_view text) {
         store.WriteSetting(SettingsStore::lastWords, std::to_string(contact), text);
@@ -108,8 +108,8 @@ TEST_P(LastWordsStore, AreBoundedInMemoryWhereThereIsNoFile) {
         say(store, contact, "new");
     EXPECT_EQ(saidBy(store, 0), "");
     EXPECT_EQ(saidBy(store, 1), "new");
-    EXPECT_EQ(told.size(), 1U);
-    told.clear();
+    EXPECT_EQ(reported.size(), 1U);
+    reported.clear();
 }
 
 // What goes does not depend on how the file is written, and the bounds are large.
@@ -180,7 +180,7 @@ TEST_P(KeptUp, SavesWithinASecondAfterALock) {
     beat().pass();
     EXPECT_EQ(program->get("callby"), "fn");
     EXPECT_EQ(inFile(), "hello");
-    EXPECT_EQ(told.size(), 1U);
+    EXPECT_EQ(reported.size(), 1U);
 }
 
 TEST_P(KeptUp, ReadsWithinASecondAfterALock) {

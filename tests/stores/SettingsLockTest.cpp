@@ -8,14 +8,14 @@
 
 namespace {
 
-TEST_P(LockedFile, IsGoneOnWithoutAndToldOfOnce) {
+TEST_P(LockedFile, IsDoneWithoutAndReportedOnce) {
     SettingsStore store = open();
     lock();
     store.WriteSetting("Options", "callby", "fn");
     store.WriteSetting("Options", "timestamp", "True");
     EXPECT_EQ(option(store, "callby"), "fn");
     EXPECT_EQ(option(store, "timestamp"), "True");
-    EXPECT_THAT(told, tellsOfTheLockOnce());
+    EXPECT_THAT(reported, tellsOfTheLockOnce());
     unlock();
 }
 
@@ -59,7 +59,7 @@ TEST_P(LockedFile, GetsTheChangesAtTheEndThoughItWasLockedFromTheStart) {
         unlock();
     }
     EXPECT_EQ(program->get("callby"), "fn");
-    EXPECT_THAT(told, tellsOfTheLockOnce());
+    EXPECT_THAT(reported, tellsOfTheLockOnce());
 }
 
 TEST_P(LockedFile, IsReadOnceItIsFreeWhenItWasLockedFromTheStart) {
@@ -70,7 +70,7 @@ TEST_P(LockedFile, IsReadOnceItIsFreeWhenItWasLockedFromTheStart) {
     EXPECT_EQ(option(store, "callby"), isLocked ? "" : "e");
     unlock();
     EXPECT_EQ(option(store, "callby"), "e");
-    EXPECT_EQ(told.size(), isLocked ? 1U : 0U);
+    EXPECT_EQ(reported.size(), isLocked ? 1U : 0U);
 }
 
 TEST_P(LockedFile, KeepsWhatOthersWroteUnlessWeChangedItToo) {
@@ -86,18 +86,18 @@ TEST_P(LockedFile, KeepsWhatOthersWroteUnlessWeChangedItToo) {
     EXPECT_EQ(program->get("timestamp"), "theirs");
 }
 
-TEST_P(LockedFile, IsToldOfAgainWhenItWasFreeInBetween) {
+TEST_P(LockedFile, IsReportedAgainWhenItWasFreeInBetween) {
     SettingsStore store = open();
     for (int round = 1; round <= 3; ++round) {
         lock();
         store.WriteSetting("Options", "callby", std::to_string(round));
-        EXPECT_EQ(told.size(), static_cast<std::size_t>(round));
+        EXPECT_EQ(reported.size(), static_cast<std::size_t>(round));
         unlock();
         EXPECT_EQ(option(store, "constants"), "");
     }
 }
 
-TEST_P(LockedFile, IsToldOfOnceWhenItMayBeReadAllTheTime) {
+TEST_P(LockedFile, IsReportedOnceWhenItMayBeReadAllTheTime) {
     program->run("BEGIN IMMEDIATE");
     SettingsStore store = open();
     store.WriteSetting("Options", "callby", "fn");
@@ -105,7 +105,7 @@ TEST_P(LockedFile, IsToldOfOnceWhenItMayBeReadAllTheTime) {
         EXPECT_EQ(option(store, "callby"), "fn");
         store.WriteSetting("Options", "timestamp", std::to_string(count));
     }
-    EXPECT_THAT(told, tellsOfTheLockOnce());
+    EXPECT_THAT(reported, tellsOfTheLockOnce());
     unlock();
     EXPECT_EQ(option(store, "callby"), "fn");
     EXPECT_EQ(program->get("callby"), "fn");
@@ -116,7 +116,7 @@ TEST_P(LockedFile, TakesTheChangeWhenALongReaderHasGone) {
     program->run("BEGIN");
     EXPECT_EQ(program->get("callby"), "e");
     store.WriteSetting("Options", "callby", "fn");
-    EXPECT_EQ(told.size(), hasLogs() ? 0U : 1U);
+    EXPECT_EQ(reported.size(), hasLogs() ? 0U : 1U);
     EXPECT_EQ(program->get("callby"), "e");
     unlock();
     EXPECT_EQ(option(store, "callby"), "fn");

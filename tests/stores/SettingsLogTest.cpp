@@ -23,7 +23,7 @@ constexpr std::size_t writeVersion = 18;
 
 class SettingsLog : public AnyFolder {
 protected:
-    void TearDown() override { EXPECT_THAT(told, IsEmpty()); }
+    void TearDown() override { EXPECT_THAT(reported, IsEmpty()); }
 
     /// Runs the body in a process that is killed at its end.
     static void killAfter(const std::function<void()>& body) {
@@ -174,7 +174,7 @@ INSTANTIATE_TEST_SUITE_P(Folders, SettingsLog, anyFolder, folderName);
 /// A folder whose file system promises what a log needs, and does not keep the promise.
 class BrokenLog : public StoreFolder {
 protected:
-    void TearDown() override { EXPECT_THAT(told, IsEmpty()); }
+    void TearDown() override { EXPECT_THAT(reported, IsEmpty()); }
 
     void expectToWork() {
         {

@@ -38,13 +38,13 @@ TEST_P(Patience, IsThereAtTheEndOfTheProgramToo) {
     EXPECT_EQ(program->get("callby"), "fn");
 }
 
-TEST_P(Patience, OutlastsAShortLockWhichIsNotToldOf) {
+TEST_P(Patience, OutlastsAShortLockWhichIsNotReported) {
     SettingsStore store = open();
     lock();
     unlockAfter(100ms);
     store.WriteSetting("Options", "callby", "fn");
     EXPECT_EQ(program->get("callby"), "fn");
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reported, IsEmpty());
 }
 
 TEST_P(Patience, IsThereForAReadToo) {
@@ -63,7 +63,7 @@ TEST_P(Patience, IsThereForAReadToo) {
         unlock();
         EXPECT_EQ(option(store, "callby"), "fn");
     }
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reported, IsEmpty());
 }
 
 TEST_P(Patience, IsThereAtTheStartToo) {
@@ -71,7 +71,7 @@ TEST_P(Patience, IsThereAtTheStartToo) {
     unlockAfter(100ms);
     SettingsStore store = open();
     EXPECT_EQ(option(store, "callby"), "e");
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reported, IsEmpty());
 }
 
 TEST_P(Patience, ComesBackAfterALongLock) {
@@ -86,7 +86,7 @@ TEST_P(Patience, ComesBackAfterALongLock) {
     unlockAfter(100ms);
     store.WriteSetting("Options", "callby", "e");
     EXPECT_EQ(program->get("callby"), "e");
-    EXPECT_EQ(told.size(), 1U);
+    EXPECT_EQ(reported.size(), 1U);
 }
 
 TEST_P(Patience, ComesBackAfterALongLockThatOnlyReadsHaveSeen) {
@@ -94,8 +94,8 @@ TEST_P(Patience, ComesBackAfterALongLockThatOnlyReadsHaveSeen) {
     lock();
     std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now());
     EXPECT_EQ(option(store, "callby"), "e");
-    EXPECT_EQ(told.size(), keepsFromReading() ? 1U : 0U);
-    const std::size_t tellings = told.size();
+    EXPECT_EQ(reported.size(), keepsFromReading() ? 1U : 0U);
+    const std::size_t tellings = reported.size();
     unlock();
     EXPECT_EQ(option(store, "callby"), "e");
     Waiting::passed = 0us;
@@ -104,7 +104,7 @@ TEST_P(Patience, ComesBackAfterALongLockThatOnlyReadsHaveSeen) {
     unlockAfter(100ms);
     store.WriteSetting("Options", "callby", "fn");
     EXPECT_EQ(program->get("callby"), "fn");
-    EXPECT_EQ(told.size(), tellings);
+    EXPECT_EQ(reported.size(), tellings);
 }
 
 TEST_P(Patience, IsOneWaitInAllWhenALockComesAndGoes) {

@@ -22,7 +22,7 @@ std::string allBytes() {
 
 class SettingsStoreTest : public AnyFolder {
 protected:
-    void TearDown() override { EXPECT_THAT(told, IsEmpty()); }
+    void TearDown() override { EXPECT_THAT(reported, IsEmpty()); }
 };
 
 TEST_P(SettingsStoreTest, ReadsAKeyThatWasNeverWrittenAsEmpty) {

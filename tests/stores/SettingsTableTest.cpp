@@ -22,12 +22,12 @@ constexpr const char* uselessTables[] = {
     "CREATE VIEW settings AS SELECT 1 AS application, 2 AS section, 3 AS key, 4 AS value",
 };
 
-TEST_P(TableOfOthers, IsToldOfAndTheProgramGoesOn) {
+TEST_P(TableOfOthers, IsReportedAndTheProgramGoesOn) {
     for (const char* const table : uselessTables) {
         SCOPED_TRACE(table);
         other().run(table);
         const std::string before = readFile(path);
-        told.clear();
+        reported.clear();
         {
             SettingsStore store = open();
             EXPECT_EQ(option(store, "callby"), "");
@@ -37,7 +37,7 @@ TEST_P(TableOfOthers, IsToldOfAndTheProgramGoesOn) {
             EXPECT_EQ(option(store, "callby"), "fn");
             EXPECT_EQ(option(store, "timestamp"), "True");
         }
-        EXPECT_THAT(told, ElementsAre(HasSubstr(path.string())));
+        EXPECT_THAT(reported, ElementsAre(HasSubstr(path.string())));
         EXPECT_TRUE(readFile(path) == before);
         std::filesystem::remove_all(folder);
     }
@@ -67,7 +67,7 @@ TEST_P(TableOfOthers, IsUsedWhereItHasTheColumns) {
             SettingsStore store = open();
             EXPECT_EQ(option(store, "callby"), "fn");
         }
-        EXPECT_THAT(told, ElementsAre());
+        EXPECT_THAT(reported, ElementsAre());
         std::filesystem::remove_all(folder);
     }
 }

@@ -15,16 +15,16 @@
 #include <string_view>
 #include <vector>
 
-/// A place for a settings file, and what the user is told about it.
+/// A place for a settings file, and what is reported about it.
 class StoreFolder : public testing::Test {
 protected:
     TemporaryFolder temporary;
     std::filesystem::path folder = temporary.path() / "Cobwaeve";
     std::filesystem::path path = folder / "settings.db";
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
 
     [[nodiscard]] SettingsStore open() {
-        return {path, [this](std::string_view text) { told.emplace_back(text); }};
+        return {path, [this](std::string_view text) { reported.emplace_back(text); }};
     }
     /// The file as another program has it.
     [[nodiscard]] Database other() const {

@@ -21,7 +21,7 @@ struct FakeForeignWindows final : ForeignWindows {
     /// What was asked for, as in "end 77" and "title of 77: text".
     Event<const std::string&> asked;
 
-    /// Messenger's window becomes this one, and whoever waits for that is told.
+    /// Messenger's window becomes this one, and whoever waits for that is called.
     void open(WindowHandle window) {
         messenger = window;
         changed();
@@ -55,7 +55,7 @@ struct FakeOwnWindows final : OwnWindows {
     [[nodiscard]] std::optional<ScreenRectangle> workArea() override { return area; }
 };
 
-/// The icon, as it was told to be.
+/// The icon, as it was set.
 struct FakeTray final : Tray {
     std::vector<std::string> tips;
     std::vector<MenuEntry> menu;

@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
-/// A socket without a network: what it was told is kept, what happens to it is up to the test. For
-/// what real sockets cannot be made to do: faults, chance and addresses elsewhere.
+/// A socket without a network: what it is asked to do is kept, what happens to it is up to the
+/// test. For what real sockets cannot be made to do: faults, chance and addresses elsewhere.
 class FakeWinsock final : public Winsock {
 public:
     SocketState state = SocketState::Closed;

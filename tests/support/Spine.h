@@ -58,13 +58,13 @@ public:
     FakeLoop loop;
     AskedWindows windows;
     frmMain host{network, loop, windows.boxes, facilities.all()};
-    /// What the user was told of on standard error.
-    std::vector<std::string> told;
+    /// What was reported to the user on standard error.
+    std::vector<std::string> reported;
 
     explicit Spine(const std::filesystem::path& stores = "") : facilities(stores) {
         windows.connect(host.windows);
         listener().listening = [this] { windows.calls.emplace_back("listen"); };
-        host.trouble = [this](std::string_view text) { told.emplace_back(text); };
+        host.trouble = [this](std::string_view text) { reported.emplace_back(text); };
         host.endProcess = [] { throw ProcessEnded(); };
     }
 

@@ -125,7 +125,7 @@ TEST_F(OnTheDesktop, AToastStaysAboveAWindowThatIsRaisedLater) {
     EXPECT_TRUE(becomesTrue([&] { return isToastAt(0); }));
 }
 
-TEST_F(OnTheDesktop, TheSignInIsToldInMessengersTitle) {
+TEST_F(OnTheDesktop, TheSignInIsShownInMessengersTitle) {
     const xcb_window_t messenger = openMessenger();
     start({{"progress", "1"}, {"messengerwindow", "1"}});
     Relay relay = Relay::through(Program::port);
@@ -284,9 +284,10 @@ TEST_F(Launched, SaysOnceWhatToDoWithoutAPlaceForItsIcon) {
     startWithoutAPlace();
     EXPECT_TRUE(becomesTrue([&] { return isToastAt(0); }));
     const std::string errors = program->errors();
-    const auto told = errors.find("this desktop has no place for an icon");
-    EXPECT_NE(told, std::string::npos) << errors;
-    EXPECT_EQ(errors.find("this desktop has no place for an icon", told + 1), std::string::npos);
+    const auto reported = errors.find("this desktop has no place for an icon");
+    EXPECT_NE(reported, std::string::npos) << errors;
+    EXPECT_EQ(errors.find("this desktop has no place for an icon", reported + 1),
+              std::string::npos);
 }
 
 TEST_F(FirstRun, LeadsFromTheOptionsToAClientThatSignsInWithTheChosenStatus) {

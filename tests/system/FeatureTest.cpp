@@ -25,7 +25,7 @@ std::string cover(const std::string& number, const std::string& email) {
            "\r\n\r\n\r\n";
 }
 
-/// What the client is told in the name of Bob.
+/// What the client gets in the name of Bob.
 std::string inBobsName(const std::string& words, const std::string& color,
                        const std::string& effects) {
     const std::string payload =

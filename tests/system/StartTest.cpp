@@ -21,7 +21,7 @@ using testing::StartsWith;
 
 constexpr const char* secondCopyText = "Please do not run multiple instances of Cobweave.";
 
-TEST(Program, TellsWhatToEnterInTheClient) {
+TEST(Program, SaysWhatToEnterInTheClient) {
     Program program;
     const std::string line = program.waitUntilReady();
     EXPECT_THAT(line, HasSubstr("SOCKS version 4"));
@@ -29,7 +29,7 @@ TEST(Program, TellsWhatToEnterInTheClient) {
     EXPECT_THAT(line, HasSubstr("1090"));
 }
 
-TEST(Program, TellsItsVersionInItsFirstLine) {
+TEST(Program, SaysItsVersionInItsFirstLine) {
     Program program;
     EXPECT_THAT(program.waitUntilReady(), StartsWith("Cobweave " COBWEAVE_VERSION " "));
 }
@@ -222,7 +222,7 @@ TEST(Store, ThatIsDamagedIsKeptAndTheProgramGoesOn) {
     EXPECT_EQ(readFile(program.store().string() + ".damaged-1"), garbage);
 }
 
-TEST(Store, ThatCannotBeMadeIsToldAndTheProgramGoesOn) {
+TEST(Store, ThatCannotBeMadeIsReportedAndTheProgramGoesOn) {
     Program program({.environment = {}, .settings = "/proc/self"});
     program.waitUntilReady();
     EXPECT_THAT(program.errors(), HasSubstr("cannot be used"));

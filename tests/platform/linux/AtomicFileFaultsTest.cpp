@@ -82,7 +82,7 @@ TEST_F(FaultyDisk, LeavesTheOldFileWhenItDoesNotTakeTheNewContent) {
     EXPECT_EQ(read(), "new");
 }
 
-TEST_F(FaultyDisk, IsToldOfWhenItMayForgetTheChange) {
+TEST_F(FaultyDisk, IsReportedWhenItMayForgetTheChange) {
     failOnce(true, EIO);
     EXPECT_THAT(replaceFile(path, "new"), failsWith(EIO));
     EXPECT_EQ(read(), "new");

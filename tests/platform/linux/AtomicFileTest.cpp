@@ -85,7 +85,7 @@ TEST_F(GuardedFile, CanHaveTheLongestName) {
     EXPECT_EQ(read(), "new");
 }
 
-/// What is made, written, renamed and removed in a folder, told by the system.
+/// What is made, written, renamed and removed in a folder, as the system reports it.
 class FolderEvents {
 public:
     explicit FolderEvents(const fs::path& folder)

@@ -130,7 +130,7 @@ TEST_F(Boxes, EndWithTheirWindowWithoutAnAnswer) {
     EXPECT_EQ(answered, 0);
 }
 
-TEST_F(Boxes, ThatTellSomethingBlockNobodyAndShowTheNewestText) {
+TEST_F(Boxes, ThatNotifyBlockNobodyAndShowTheNewestText) {
     boxes->notify("first");
     boxes->notify("second");
     ASSERT_EQ(open().size(), 1U);

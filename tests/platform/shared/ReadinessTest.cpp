@@ -84,7 +84,7 @@ protected:
     }
 };
 
-TEST_F(WatchedSockets, AreToldOfWhatArrives) {
+TEST_F(WatchedSockets, AreCalledForWhatArrives) {
     WatchedSocket socket(readiness, listener, {.receiving = true});
     EXPECT_FALSE(loop.isReady());
     socket.peer.send("x");
@@ -96,7 +96,7 @@ TEST_F(WatchedSockets, AreToldOfWhatArrives) {
     EXPECT_EQ(socket.count, 1);
 }
 
-TEST_F(WatchedSockets, AreToldOfWhatTheyWaitForAlone) {
+TEST_F(WatchedSockets, AreCalledForWhatTheyWaitForAlone) {
     WatchedSocket socket(readiness, listener, {});
     socket.peer.send("x");
     serveWhatIsDue();
@@ -108,7 +108,7 @@ TEST_F(WatchedSockets, AreToldOfWhatTheyWaitForAlone) {
     EXPECT_FALSE(socket.last.receiving);
 }
 
-TEST_F(WatchedSockets, AreToldOfWhatArrivedBeforeTheyWaitedForIt) {
+TEST_F(WatchedSockets, AreCalledForWhatArrivedBeforeTheyWaitedForIt) {
     WatchedSocket socket(readiness, listener, {});
     socket.peer.send("x");
     serveWhatIsDue();
@@ -117,7 +117,7 @@ TEST_F(WatchedSockets, AreToldOfWhatArrivedBeforeTheyWaitedForIt) {
     EXPECT_TRUE(socket.last.receiving);
 }
 
-TEST_F(WatchedSockets, AreToldThoughAnEventBesideWasBrokenOff) {
+TEST_F(WatchedSockets, AreCalledThoughAnEventBesideWasBrokenOff) {
     WatchedSocket one(readiness, listener, {.receiving = true});
     WatchedSocket other(readiness, listener, {.receiving = true});
     for (WatchedSocket* const socket : {&one, &other}) {
@@ -132,7 +132,7 @@ TEST_F(WatchedSockets, AreToldThoughAnEventBesideWasBrokenOff) {
     EXPECT_TRUE(loop.runUntil([&] { return one.count == 2; }));
 }
 
-TEST_F(WatchedSockets, AreToldAgainUntilAllIsReceived) {
+TEST_F(WatchedSockets, AreCalledAgainUntilAllIsReceived) {
     WatchedSocket socket(readiness, listener, {.receiving = true});
     std::size_t received = 0;
     socket.whenReady = [&] { received += socket.receive(1).bytes; };
@@ -140,7 +140,7 @@ TEST_F(WatchedSockets, AreToldAgainUntilAllIsReceived) {
     EXPECT_TRUE(loop.runUntil([&] { return received == 3; }));
 }
 
-TEST_F(WatchedSockets, AreToldOfTheEndUntilTheyGo) {
+TEST_F(WatchedSockets, AreCalledForTheEndUntilTheyGo) {
     WatchedSocket socket(readiness, listener, {.receiving = true});
     std::string seen;
     socket.whenReady = [&] {
@@ -154,7 +154,7 @@ TEST_F(WatchedSockets, AreToldOfTheEndUntilTheyGo) {
     EXPECT_EQ(seen, "3end");
 }
 
-TEST_F(WatchedSockets, AreToldWhenTheOtherEndHasMadeRoom) {
+TEST_F(WatchedSockets, AreCalledWhenTheOtherEndHasMadeRoom) {
     WatchedSocket socket(readiness, listener, {});
     socket.fill();
     socket.whenReady = [&] { socket.change({}); };
@@ -170,7 +170,7 @@ TEST_F(WatchedSockets, AreToldWhenTheOtherEndHasMadeRoom) {
     EXPECT_TRUE(socket.last.sending);
 }
 
-TEST_F(WatchedSockets, AreToldThatTheConnectionIsBrokenWhateverTheyWaitFor) {
+TEST_F(WatchedSockets, AreCalledForABrokenConnectionWhateverTheyWaitFor) {
     WatchedSocket socket(readiness, listener, {});
     socket.whenReady = [&] { socket.remove(); };
     socket.peer.breakOff();
@@ -178,7 +178,7 @@ TEST_F(WatchedSockets, AreToldThatTheConnectionIsBrokenWhateverTheyWaitFor) {
     EXPECT_TRUE(socket.last.broken);
 }
 
-TEST_F(WatchedSockets, AreNoLongerToldOnceTheyAreRemoved) {
+TEST_F(WatchedSockets, AreNoLongerCalledOnceTheyAreRemoved) {
     WatchedSocket socket(readiness, listener, {.receiving = true});
     socket.peer.send("x");
     socket.remove();
@@ -186,12 +186,12 @@ TEST_F(WatchedSockets, AreNoLongerToldOnceTheyAreRemoved) {
     EXPECT_EQ(socket.count, 0);
 }
 
-TEST_F(WatchedSockets, AreNotToldThoughTheyWereReadyWhenTheyWereRemoved) {
+TEST_F(WatchedSockets, AreNotCalledThoughTheyWereReadyWhenTheyWereRemoved) {
     WatchedSocket one(readiness, listener, {.receiving = true});
     WatchedSocket other(readiness, listener, {.receiving = true});
     one.peer.send("x");
     other.peer.send("x");
-    // Whichever is told first removes the other one.
+    // Whichever is called first removes the other one.
     one.whenReady = [&] {
         (void)one.receive();
         other.remove();
@@ -204,7 +204,7 @@ TEST_F(WatchedSockets, AreNotToldThoughTheyWereReadyWhenTheyWereRemoved) {
     EXPECT_EQ(one.count + other.count, 1);
 }
 
-TEST_F(WatchedSockets, AreNotToldOnceANestedDispatchHasRemovedThem) {
+TEST_F(WatchedSockets, AreNotCalledOnceANestedDispatchHasRemovedThem) {
     std::list<WatchedSocket> sockets;
     int calls = 0;
     for (int count = 0; count < 5; ++count) {

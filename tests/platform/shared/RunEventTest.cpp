@@ -22,13 +22,13 @@ void expectErrors(int events, const std::function<void(const std::string&)>& exp
     }));
 }
 
-TEST(BrokenEvent, IsToldInOneLine) {
+TEST(BrokenEvent, IsReportedInOneLine) {
     expectErrors(1, [](const std::string& errors) {
         EXPECT_EQ(errors, "Cobweave: an event was broken off: std::bad_alloc.\n");
     });
 }
 
-TEST(BrokenEvent, IsToldAHundredTimesAtMost) {
+TEST(BrokenEvent, IsReportedAHundredTimesAtMost) {
     expectErrors(1000, [](const std::string& errors) {
         // Tests before this one may have taken some.
         EXPECT_LE(std::ranges::count(errors, '\n'), 100);

@@ -59,7 +59,7 @@ TEST_F(Connection, IsLostToASendThatFails) {
     EXPECT_THAT(socket.events, ElementsAre("lost"));
 }
 
-TEST_F(Connection, TellsNothingOfAnEndThatWasAskedFor) {
+TEST_F(Connection, ReportsNoEndThatWasAskedFor) {
     socket->Close();
     EXPECT_EQ(peer.receiveOnce(), "");
     serveWhatIsDue();

@@ -42,7 +42,7 @@ TEST_F(Socket, ListensOnAPortOfItsOwn) {
     EXPECT_EQ(listener->LocalPort(), 0);
 }
 
-TEST_F(Socket, TellsWhenThePortIsInUse) {
+TEST_F(Socket, SaysThatThePortIsInUse) {
     const Server other;
     const std::size_t before = testSystem::countDescriptors();
     const RecordedSocket listener(network);

@@ -87,13 +87,13 @@ TEST_F(Transfer, IsQuietWhileNothingIsUnderWay) {
     EXPECT_TRUE(socket->IsQuiet());
 }
 
-TEST_F(Transfer, TellsOfBytesThatGoAtOnceBeforeItReturns) {
+TEST_F(Transfer, ReportsBytesThatGoAtOnceBeforeItReturns) {
     EXPECT_TRUE(socket->SendData("MSG 1"));
     EXPECT_THAT(socket.progress, ElementsAre(Pair(5, 0)));
     EXPECT_EQ(peer.receive(5), "MSG 1");
 }
 
-TEST_F(Transfer, OfNothingTellsNothing) {
+TEST_F(Transfer, OfNothingReportsNothing) {
     EXPECT_TRUE(socket->SendData(""));
     EXPECT_THAT(socket.progress, IsEmpty());
     EXPECT_EQ(socket->State(), SocketState::Connected);

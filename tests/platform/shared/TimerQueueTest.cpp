@@ -253,29 +253,29 @@ TEST_F(Timers, AreNoLongerAtRestWhenEnabled) {
     EXPECT_TRUE(runUntilTicks(1));
 }
 
-TEST(TimerQueue, TellsOfEveryChangeOfWhatIsDueNext) {
-    std::optional<Clock::time_point> told;
+TEST(TimerQueue, ReportsEveryChangeOfWhatIsDueNext) {
+    std::optional<Clock::time_point> reported;
     std::unique_ptr<TimerQueue> queue;
-    queue = std::make_unique<TimerQueue>([&] { told = queue->nextDue(); });
+    queue = std::make_unique<TimerQueue>([&] { reported = queue->nextDue(); });
     const auto timer = queue->makeTimer();
-    const auto check = [&] { EXPECT_EQ(told, queue->nextDue()); };
+    const auto check = [&] { EXPECT_EQ(reported, queue->nextDue()); };
     timer->tick = check;
     timer->enable(1h);
     check();
-    EXPECT_TRUE(told.has_value());
+    EXPECT_TRUE(reported.has_value());
     timer->rest();
     check();
     timer->wake();
     check();
-    EXPECT_TRUE(told.has_value());
+    EXPECT_TRUE(reported.has_value());
     timer->disable();
     check();
     timer->enable(1ms);
-    while (Clock::now() < *told) {
+    while (Clock::now() < *reported) {
     }
     queue->tickDue();
     check();
-    EXPECT_TRUE(told.has_value());
+    EXPECT_TRUE(reported.has_value());
 }
 
 }  // namespace

@@ -52,7 +52,7 @@ protected:
     }
 };
 
-TEST_F(ProgramLauncher, TellsOfAClick) {
+TEST_F(ProgramLauncher, ReportsAClick) {
     launcher->listen();
     waitForOwner();
     EXPECT_EQ(answerTo("Activate", {QVariantMap()}), QDBusMessage::ReplyMessage);
@@ -60,7 +60,7 @@ TEST_F(ProgramLauncher, TellsOfAClick) {
     EXPECT_TRUE(actions.empty());
 }
 
-TEST_F(ProgramLauncher, TellsWhichEntryOfItsMenuWasChosen) {
+TEST_F(ProgramLauncher, ReportsWhichEntryOfItsMenuWasChosen) {
     launcher->listen();
     waitForOwner();
     EXPECT_EQ(answerTo("ActivateAction", {"notes", QVariantList(), QVariantMap()}),

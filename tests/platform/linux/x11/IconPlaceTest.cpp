@@ -24,25 +24,25 @@ protected:
     }
 };
 
-TEST_F(NoIconPlace, IsToldOnce) {
+TEST_F(NoIconPlace, IsReportedOnce) {
     const auto tray = makeTray(1ms);
-    int told = 0;
-    tray->noPlace = [&] { ++told; };
+    int reported = 0;
+    tray->noPlace = [&] { ++reported; };
     tray->add("", {});
-    EXPECT_EQ(told, 0);
-    EXPECT_TRUE(comesTrue([&] { return told > 0; }));
+    EXPECT_EQ(reported, 0);
+    EXPECT_TRUE(comesTrue([&] { return reported > 0; }));
     outwait(5ms);
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(reported, 1);
 }
 
-TEST_F(NoIconPlace, IsNotToldOfAnIconThatHasBeenTakenAway) {
+TEST_F(NoIconPlace, IsNotReportedForAnIconThatHasBeenTakenAway) {
     const auto tray = makeTray(1ms);
-    int told = 0;
-    tray->noPlace = [&] { ++told; };
+    int reported = 0;
+    tray->noPlace = [&] { ++reported; };
     tray->add("", {});
     tray->remove();
     outwait(5ms);
-    EXPECT_EQ(told, 0);
+    EXPECT_EQ(reported, 0);
 }
 
 }  // namespace

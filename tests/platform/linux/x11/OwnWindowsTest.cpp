@@ -32,7 +32,7 @@ protected:
     std::unique_ptr<OwnWindows> own = makeOwnWindows();
 };
 
-TEST_F(OwnWindow, IsAsOpaqueAsItIsToldFromTheMomentThatItIsMade) {
+TEST_F(OwnWindow, IsAsOpaqueAsItIsSetFromTheMomentThatItIsMade) {
     const QWidget widget;
     own->setAlpha(widget.winId(), 0);
     EXPECT_TRUE(becomes(widget, {0}));
@@ -102,7 +102,7 @@ TEST_F(OwnWindow, HasNoWorkAreaWhereWhatIsSaidIsNonsense) {
     EXPECT_EQ(own->workArea(), std::nullopt);
 }
 
-TEST_F(OwnWindow, HasTheWorkAreaThatAWindowManagerTells) {
+TEST_F(OwnWindow, HasTheWorkAreaThatAWindowManagerNames) {
     manage();
     EXPECT_EQ(own->workArea(), (ScreenRectangle{0, 0, 1024, 768}));
 }
