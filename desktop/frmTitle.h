@@ -16,6 +16,7 @@ class Timer;
 /// shows there how far a sign-in has come. The user changes the title in the options window.
 class frmTitle {
 public:
+    /// Does nothing before `Load`. All three have to outlive it.
     frmTitle(SettingsStore& settings, ForeignWindows& windows, EventLoop& loop);
     ~frmTitle();
     frmTitle(const frmTitle&) = delete;

@@ -12,6 +12,7 @@ class frmTitle;
 /// click opens the program's menu.
 class frmTray {
 public:
+    /// An icon that is not shown yet. All three have to outlive it.
     frmTray(SettingsStore& settings, frmTitle& title, Tray& tray)
         : settings(settings), title(title), tray(tray) {}
 

@@ -46,6 +46,7 @@ struct Setting {
 
 /// Why the file of the settings cannot be used as asked.
 struct SettingsTrouble {
+    /// Of what sort it is.
     enum class Kind {
         Damaged,   ///< its content makes no sense
         Locked,    ///< another program keeps it for itself

@@ -20,6 +20,7 @@ struct Words {
     std::string_view on;
     std::string_view off;
 };
+/// The two pairs in use.
 inline constexpr Words trueFalse{"True", "False"};
 inline constexpr Words oneZero{"1", "0"};
 

@@ -8,6 +8,7 @@
 class Descriptor {
 public:
     Descriptor() = default;
+    /// Owns `number` from now on.
     explicit Descriptor(int number) : number(number) {}
     Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
     Descriptor& operator=(Descriptor&& other) noexcept {

@@ -10,6 +10,7 @@
 /// connections. Whoever is watched gets its event again as long as the descriptor is ready.
 class Reactor final : public Readiness {
 public:
+    /// An empty set; throws where the system gives none.
     Reactor();
 
     /// Readable when `dispatch` has something to do.

@@ -38,6 +38,7 @@ public:
     };
     /// `name` tells players apart, as the system does.
     void update(const std::string& name, Change change);
+    /// The player has left; nothing happens for one that is not known.
     void remove(const std::string& name);
 
     /// The chosen player's window; 0 without one. A window's number is never used again.

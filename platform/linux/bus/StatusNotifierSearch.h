@@ -40,6 +40,7 @@ public:
     /// Begins to search; to be called once. Five tries are made for a host, and a host that comes
     /// later is noticed when it announces itself.
     void search();
+    /// What is known by now.
     [[nodiscard]] State state() const { return now; }
 
 private Q_SLOTS:

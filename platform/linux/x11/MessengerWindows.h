@@ -13,6 +13,7 @@
 
 /// What is known of a window, as far as it shows whether it is Messenger's main window.
 struct MessengerWindow {
+    /// Whose window it is, by its class.
     enum class Kind {
         Other,
         /// Of the class that Messenger gives to its main window alone.
@@ -58,6 +59,7 @@ public:
     void forget(xcb_window_t window);
     /// Drops what is known of all windows, when the server is gone.
     void clear();
+    /// Takes notice of changes of the windows that it knows; other events do nothing.
     void onEvent(const xcb_generic_event_t& event);
 
 private:

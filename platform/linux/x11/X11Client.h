@@ -114,6 +114,7 @@ public:
     [[nodiscard]] bool isConnected() const;
     /// To send requests over; valid, if useless, without a server too.
     [[nodiscard]] xcb_connection_t* handle() const;
+    /// Valid as long as this client.
     [[nodiscard]] const X11Atoms& atoms() const;
     /// The root window of the screen that DISPLAY names; 0 without a server.
     [[nodiscard]] xcb_window_t root() const;

@@ -26,6 +26,7 @@ public:
 
     /// Asks for the list. `listed` is raised when the server has answered.
     void refresh();
+    /// Takes notice of windows and window managers that come and go; other events do nothing.
     void onEvent(const xcb_generic_event_t& event);
 
 private:
