@@ -29,3 +29,5 @@ public:
 
 /// The processor time that this thread has had so far. Waiting for a disk takes none.
 [[nodiscard]] std::chrono::nanoseconds processorTime();
+/// The same of all threads of the program together.
+[[nodiscard]] std::chrono::nanoseconds processorTimeOfAll();

@@ -42,8 +42,9 @@ constexpr double copiedPixelCost = 0.3;
 constexpr double blendedPixelCost = 0.8;
 constexpr double roughPixelCost = 1;
 constexpr double smoothPixelCost = 3;
-constexpr double recolorPixelCost = 8;
-constexpr double extendedPixelCost = 1;
+constexpr double recolorPixelCost = 10;
+constexpr double halvedPixelCost = 2;
+constexpr double extendedPixelCost = 4;
 constexpr double layerPixelCost = 3;
 constexpr double maskCost = 3000;
 constexpr double maskRowCost = 40;
@@ -57,7 +58,7 @@ double cellsCost(double cells, const QRectF& seen) {
 
 }  // namespace
 
-double DrawingBudget::processorTime() { return static_cast<double>(::processorTime().count()); }
+double DrawingBudget::processorTime() { return static_cast<double>(processorTimeOfAll().count()); }
 
 DrawingBudget::DrawingBudget(std::function<double()> clock)
     : clock(std::move(clock)), begin(this->clock ? this->clock() : 0) {}
@@ -115,6 +116,8 @@ double DrawingCosts::gradient(const swf::Fill& fill) {
 }
 
 double DrawingCosts::recoloring(double pixels) { return recolorPixelCost * pixels; }
+
+double DrawingCosts::halving(double pixels) { return halvedPixelCost * pixels; }
 
 double DrawingCosts::extending(double pixels) { return extendedPixelCost * pixels; }
 

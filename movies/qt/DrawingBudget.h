@@ -14,7 +14,8 @@ class DrawingBudget {
 public:
     static constexpr double whole = 8e6;
 
-    /// The processor time that this thread has used.
+    /// The processor time that the program has used: Qt fills large areas in threads of its own,
+    /// and the one that draws waits for them.
     [[nodiscard]] static double processorTime();
 
     /// The time begins now, and is read from `clock`. Without a clock the counts alone decide, so
@@ -87,8 +88,10 @@ public:
     [[nodiscard]] static double path(std::size_t edges);
     /// To make the colours of a gradient; nothing for other fills.
     [[nodiscard]] static double gradient(const swf::Fill& fill);
-    /// To change the colours of a picture, or to copy it with its edges extended.
+    /// To change the colours of a picture, to make one of half the size, or one with its edges
+    /// extended.
     [[nodiscard]] static double recoloring(double pixels);
+    [[nodiscard]] static double halving(double pixels);
     [[nodiscard]] static double extending(double pixels);
 
     /// To fill a path.

@@ -123,33 +123,40 @@ QPen pen(const swf::Line& line, const swf::Matrix& matrix, double thinnest) {
     return made;
 }
 
-std::optional<QImage> recolored(QImage image, const swf::ColorTransform& colors,
+std::optional<QImage> recolored(const QImage& image, const swf::ColorTransform& colors,
                                 const std::function<bool()>& goesOn) {
-    image = image.convertToFormat(QImage::Format_ARGB32);
+    const bool hasAlpha = image.hasAlphaChannel();
+    QImage made(image.size(), QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < image.height(); ++y) {
         if (!goesOn()) return {};
-        QRgb* const row = reinterpret_cast<QRgb*>(image.scanLine(y));
-        std::for_each(row, row + image.width(), [&](QRgb& pixel) {
+        const QRgb* const row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        QRgb* const to = reinterpret_cast<QRgb*>(made.scanLine(y));
+        std::transform(row, row + image.width(), to, [&](QRgb pixel) {
+            const QRgb plain = hasAlpha ? qUnpremultiply(pixel) : pixel | 0xFF000000U;
             const auto channel = [](int value) { return static_cast<std::uint8_t>(value); };
-            const swf::Color made = colors.apply({channel(qRed(pixel)), channel(qGreen(pixel)),
-                                                  channel(qBlue(pixel)), channel(qAlpha(pixel))});
-            pixel = qRgba(made.red, made.green, made.blue, made.alpha);
+            const swf::Color color = colors.apply({channel(qRed(plain)), channel(qGreen(plain)),
+                                                   channel(qBlue(plain)), channel(qAlpha(plain))});
+            return qPremultiply(qRgba(color.red, color.green, color.blue, color.alpha));
         });
     }
-    return image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    return made;
 }
 
 QImage extended(const QImage& image, const QRect& wanted) {
-    const QImage source = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const auto across = [&](int x) { return std::clamp(x, 0, image.width() - 1); };
+    const auto down = [&](int y) { return std::clamp(y, 0, image.height() - 1); };
+    const QRect there(QPoint(across(wanted.left()), down(wanted.top())),
+                      QPoint(across(wanted.right()), down(wanted.bottom())));
+    const QImage source = image.copy(there).convertToFormat(QImage::Format_ARGB32_Premultiplied);
     QImage made(wanted.size(), QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < made.height(); ++y) {
-        const int from = std::clamp(wanted.top() + y, 0, source.height() - 1);
+        const int from = down(wanted.top() + y) - there.top();
         const QRgb* const pixels = reinterpret_cast<const QRgb*>(source.constScanLine(from));
         QRgb* const row = reinterpret_cast<QRgb*>(made.scanLine(y));
         const int first = std::clamp(-wanted.left(), 0, made.width());
-        const int end = std::clamp(source.width() - wanted.left(), first, made.width());
+        const int end = std::clamp(image.width() - wanted.left(), first, made.width());
         std::fill(row, row + first, pixels[0]);
-        std::copy(pixels + wanted.left() + first, pixels + wanted.left() + end, row + first);
+        std::copy(pixels, pixels + (end - first), row + first);
         std::fill(row + end, row + made.width(), pixels[source.width() - 1]);
     }
     return made;

@@ -22,8 +22,10 @@ namespace movieBrushes {
                            const swf::ColorTransform& colors);
 /// A pen at least as wide as `thinnest`, without its brush.
 [[nodiscard]] QPen pen(const swf::Line& line, const swf::Matrix& matrix, double thinnest);
-/// The picture with its colours changed, row by row; nothing where `goesOn` ends that.
-[[nodiscard]] std::optional<QImage> recolored(QImage image, const swf::ColorTransform& colors,
+/// The picture with its colours changed, row by row; nothing where `goesOn` ends that. Its pixels
+/// have 32 bits, and no alpha or colours that are multiplied by it.
+[[nodiscard]] std::optional<QImage> recolored(const QImage& image,
+                                              const swf::ColorTransform& colors,
                                               const std::function<bool()>& goesOn);
 
 /// The part `wanted` of a picture without an end: beyond its edges the outermost pixels go on.

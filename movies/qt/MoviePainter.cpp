@@ -34,14 +34,19 @@ MoviePainter::Outcome MoviePainter::draw(QPainter& target, const QRectF& surface
     mayUnpack = true;
     unfinished = false;
     progressed = false;
+    pictures.takeResult();
+    if (postponed != nullptr) static_cast<void>(paintingsOf(*std::exchange(postponed, nullptr)));
     target.save();
     target.setClipRect(surface, Qt::IntersectClip);
     target.setRenderHint(QPainter::Antialiasing);
     target.setPen(Qt::NoPen);
     drawList(list, {matrix, {}});
     target.restore();
-    // Without progress another drawing would show no more.
-    return {budget.taken(), budget.exceeded(), unfinished && (progressed || pictures.isBusy())};
+    // Without progress another drawing would show no more. What is made ready now, here or by the
+    // thread that unpacks, takes no time then.
+    const bool goesOn = progressed || pictures.isBusy();
+    const bool isPartial = unfinished || budget.exceeded();
+    return {budget.taken(), budget.exceeded(), postponed != nullptr || (goesOn && isPartial)};
 }
 
 void MoviePainter::drawList(const swf::DisplayList& list, const Pose& pose) {
@@ -225,6 +230,8 @@ std::optional<QTransform> MoviePainter::extend(QImage& image, QTransform place, 
     while (double{1} * wanted.width() * wanted.height() > most) {
         if (image.width() < 2 || image.height() < 2) return {};
         const QSize size = image.size();
+        if (!budget.take(DrawingCosts::halving(double{1} * size.width() * size.height())))
+            return {};
         image = image.scaled(size / 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         place.scale(double{1} * size.width() / image.width(),
                     double{1} * size.height() / image.height());
@@ -376,7 +383,7 @@ const std::vector<swf::Painting>* MoviePainter::paintingsOf(const swf::Shape& sh
     if (found != made.end()) return &found->second;
     const double cost = DrawingCosts::ordering(shape);
     if (!budget.has(cost)) {
-        unfinished = true;
+        postponed = &shape;
         return nullptr;
     }
     if (!budget.take(cost)) return nullptr;

@@ -93,6 +93,8 @@ private:
     MoviePictures pictures;
     std::function<double()> clock;
     std::unordered_map<const swf::Shape*, std::vector<swf::Painting>> made;
+    /// What there was no time to make ready; the next drawing begins with it.
+    const swf::Shape* postponed = nullptr;
 
     // Of the drawing that is under way.
     QPainter* painter = nullptr;

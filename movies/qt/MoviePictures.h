@@ -28,7 +28,9 @@ public:
     [[nodiscard]] MoviePicture find(std::uint16_t number, bool mayUnpack);
     /// Whether the picture is there and has not been unpacked.
     [[nodiscard]] bool isPacked(std::uint16_t number) const;
-    /// Whether a picture is being unpacked.
+    /// Takes what the thread has made.
+    void takeResult();
+    /// Whether a picture is being unpacked, or was and has not been taken.
     [[nodiscard]] bool isBusy() const { return current.has_value(); }
 
 private:
@@ -38,8 +40,6 @@ private:
         std::future<MoviePicture> result;
     };
     void begin(std::uint16_t number, const swf::Bitmap& bitmap);
-    /// Takes what the thread has made.
-    void takeResult();
     MoviePicture keep(std::uint16_t number, MoviePicture picture);
 
     std::shared_ptr<const swf::Movie> movie;

@@ -53,3 +53,5 @@ private:
 std::unique_ptr<MachineFacts> makeMachineFacts() { return std::make_unique<LinuxMachineFacts>(); }
 
 std::chrono::nanoseconds processorTime() { return timeOf(CLOCK_THREAD_CPUTIME_ID); }
+
+std::chrono::nanoseconds processorTimeOfAll() { return timeOf(CLOCK_PROCESS_CPUTIME_ID); }

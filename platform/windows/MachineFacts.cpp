@@ -14,6 +14,17 @@ Units unitsOf(const FILETIME& time) {
     return Units(static_cast<std::int64_t>(time.dwHighDateTime) << 32U | time.dwLowDateTime);
 }
 
+/// What a thread or process has had, of the system itself and of its own code.
+template <typename Times>
+Units usedBy(Times times, HANDLE whose) {
+    FILETIME begin{};
+    FILETIME end{};
+    FILETIME kernel{};
+    FILETIME user{};
+    times(whose, &begin, &end, &kernel, &user);
+    return unitsOf(kernel) + unitsOf(user);
+}
+
 class WindowsMachineFacts final : public MachineFacts {
 public:
     [[nodiscard]] MemoryStatus memory() override {
@@ -32,11 +43,8 @@ public:
 
 std::unique_ptr<MachineFacts> makeMachineFacts() { return std::make_unique<WindowsMachineFacts>(); }
 
-std::chrono::nanoseconds processorTime() {
-    FILETIME begin{};
-    FILETIME end{};
-    FILETIME kernel{};
-    FILETIME user{};
-    GetThreadTimes(GetCurrentThread(), &begin, &end, &kernel, &user);
-    return unitsOf(kernel) + unitsOf(user);
+std::chrono::nanoseconds processorTime() { return usedBy(GetThreadTimes, GetCurrentThread()); }
+
+std::chrono::nanoseconds processorTimeOfAll() {
+    return usedBy(GetProcessTimes, GetCurrentProcess());
 }

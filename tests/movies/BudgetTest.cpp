@@ -2,8 +2,11 @@
 #include "movies/qt/MovieBrushes.h"
 #include "tests/movies/MovieFile.h"
 #include "tests/movies/Screening.h"
+#include "tests/support/comesTrue.h"
 
 #include <gtest/gtest.h>
+
+#include <thread>
 
 namespace {
 
@@ -201,6 +204,54 @@ TEST(MovieBudget, MeasuresBetweenThings) {
     EXPECT_TRUE(budget.exceeded());
 }
 
+TEST(MovieBudget, MeasuresWhatOtherThreadsDoMeanwhile) {
+    // As Qt's do, while the one that draws waits for them.
+    DrawingBudget budget;
+    std::thread([] {
+        DrawingBudget own;
+        while (own.goesOn()) {
+        }
+    }).join();
+    EXPECT_FALSE(budget.goesOn());
+}
+
+TEST(MovieBudget, MakesReadyNextTimeWhatThereWasNoTimeFor) {
+    // Behind the squares too little is left to put the edges of the large shape in their order.
+    MovieFile movie;
+    movie.tag(Tag::DefineShape2, zigzag(1, 50000, false)).square(2, 0, 0, 100, blue);
+    for (unsigned depth = 1; depth <= 2400; ++depth)
+        movie.place(2, depth);
+    Screening screen(movie.place(1, 5000).show().file());
+    static_cast<void>(screen.picture());
+    EXPECT_FALSE(screen.outcome.cut);
+    EXPECT_TRUE(screen.outcome.unfinished);
+    for (int drawing = 0; drawing < 3 && screen.outcome.unfinished; ++drawing)
+        static_cast<void>(screen.picture());
+    EXPECT_FALSE(screen.outcome.unfinished);
+    EXPECT_TRUE(screen.outcome.cut);
+}
+
+TEST(MovieBudget, CountsPicturesThatAreMadeSmaller) {
+    // A pixel of the picture is a hundredth of a twentieth of a pixel wide.
+    MovieFile movie;
+    const std::string pixels = Bits().rgb(red).get() + std::string(700 * 700, '\0');
+    movie.tag(Tag::DefineBitsLossless,
+              Bits().u16(7).u8(3).u16(700).u16(700).u8(0).raw(packed(pixels)));
+    Bits body = Bits().u16(1).rect(0, 100, 0, 100).u8(1).code(swf::FillType::ClippedBitmap);
+    body.u16(7).matrix(0.01, 0.01, 50, 50).u8(0).styleBits(1, 0).square(0, 0, 100);
+    movie.tag(Tag::DefineShape2, body.endShape());
+    for (unsigned depth = 1; depth <= 20; ++depth)
+        movie.place(1, depth);
+    Screening screen(movie.show().file());
+    EXPECT_TRUE(comesTrue([&] {
+        static_cast<void>(screen.picture());
+        return !screen.outcome.unfinished;
+    }));
+    EXPECT_TRUE(screen.outcome.cut);
+    EXPECT_LE(screen.outcome.cost, DrawingBudget::whole);
+    EXPECT_EQ(screen.at(50, 50), red);
+}
+
 TEST(MovieBudget, EndsALongFillBetweenTwoRows) {
     // Steep edges, a hundred in each row. The time is over when the first bands are there.
     Bits body = Bits().u16(1).rect(0, 100, 0, 100).u8(1).code(swf::FillType::Solid).rgb(red);
@@ -383,6 +434,24 @@ TEST(MovieBudget, CountsBothEndsOfAShapeThatMorphs) {
     ASSERT_NE(morph, nullptr);
     EXPECT_EQ(morph->start.edges.size(), swf::limits::edgesPerShape / 2);
     EXPECT_EQ(morph->end.edges.size(), swf::limits::edgesPerShape / 2);
+}
+
+TEST(MovieBudget, CopiesTheSeenPartOfAPictureAndItsEdges) {
+    QImage image(4, 1, QImage::Format_RGB32);
+    for (int x = 0; x < 4; ++x)
+        image.setPixel(x, 0, 0xFF000000U + static_cast<unsigned>(x));
+    const auto row = [&](int left, int width) {
+        const QImage made = movieBrushes::extended(image, {left, -5, width, 20});
+        std::string found;
+        for (int x = 0; x < made.width(); ++x)
+            found += std::to_string(qBlue(made.pixel(x, 19)));
+        return found;
+    };
+    EXPECT_EQ(row(-2, 8), "00012333");
+    EXPECT_EQ(row(1, 2), "12");
+    EXPECT_EQ(row(2, 4), "2333");
+    EXPECT_EQ(row(-9, 3), "000");
+    EXPECT_EQ(row(9, 3), "333");
 }
 
 TEST(MovieBudget, ChangesTheColorsOfAPictureAsFarAsTheTimeGoes) {
