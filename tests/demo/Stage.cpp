@@ -118,15 +118,15 @@ void Stage::serverSends(std::string_view bytes) {
     received.resize(received.size() - mark.size());
     if (received.size() > bytes.size() && received.ends_with(bytes)) {
         received.resize(received.size() - bytes.size());
-        show("", "", "The client is told first", received);
+        show("", "", "The client receives first", received);
         received = bytes;
     }
     show("The server sends", std::string(bytes), "The client receives", received);
 }
 
-void Stage::serverIsTold() { show("", "", "The server is told", relay.server.receiveOnce()); }
+void Stage::serverReceives() { show("", "", "The server receives", relay.server.receiveOnce()); }
 
-void Stage::clientIsTold() { show("", "", "The client is told", relay.client.receiveOnce()); }
+void Stage::clientReceives() { show("", "", "The client receives", relay.client.receiveOnce()); }
 
 void announce(std::string_view headline, std::string_view text) {
     std::cout << emphasized(std::string(headline)) << '\n' << text << "\n\n";

@@ -13,9 +13,9 @@ public:
     void clientSends(std::string_view bytes);
     void serverSends(std::string_view bytes);
     /// What comes to the server without its client having sent it on this connection.
-    void serverIsTold();
+    void serverReceives();
     /// The same for the client.
-    void clientIsTold();
+    void clientReceives();
 
 private:
     Relay relay;

@@ -89,7 +89,7 @@ void showToasts(Program& program, Stage& notification) {
     program.setSetting("alertoffline", "True");
     announce(
         "",
-        "A contact who opens a conversation or goes offline is told of by a toast, at the bottom "
+        "A contact who opens a conversation or goes offline is shown in a toast, at the bottom "
         "left\nof the desktop, and in the log; the commands themselves pass as they are.");
     notification.serverSends("RNG 7 127.0.0.1:1863 CKI 17.21 bob@example.com Bob\r\n");
     notification.serverSends("FLN bob@example.com\r\n");
@@ -112,10 +112,10 @@ void showColors(Stage& stage) {
 
 void showNickAndNotes(Stage& stage, Stage& notification) {
     announce("A nick name by command",
-             "The notification server is told; the contact gets a message that shows "
+             "The notification server gets the command; the contact gets a message that shows "
              "nothing.");
     stage.clientSends(clientText("!nick Ann (<ur> free)", "16"));
-    notification.serverIsTold();
+    notification.serverReceives();
     announce("Notes", "Kept in a file; the contact sees nothing.");
     stage.clientSends(clientText("!note buy milk\r\nand bread", "17"));
 }
@@ -124,7 +124,7 @@ void showTypo(Program& program, Stage& stage) {
     program.setSetting("preventtypo", "True");
     announce("Mistyped commands", "The option against typing errors is on: they stay here.");
     stage.clientSends(clientText("!nikc Ann", "18"));
-    stage.clientIsTold();
+    stage.clientReceives();
 }
 
 void showStamp(Program& program, Stage& stage) {
@@ -138,7 +138,7 @@ void showStamp(Program& program, Stage& stage) {
 
 void showLeaving(Program& program, Stage& stage) {
     announce("Leaving and coming back",
-             "The last thing that a contact said is told when that contact next joins.");
+             "The last thing that a contact said is repeated when that contact next joins.");
     stage.serverSends("BYE bob@example.com\r\n");
     program.setSetting("lastthing", "True");
     Stage next = connection();

@@ -116,12 +116,12 @@ TEST_P(LastWordsStore, AreBoundedInMemoryWhereThereIsNoFile) {
 INSTANTIATE_TEST_SUITE_P(Folders, LastWordsStore, testing::Values(Logs::Left), folderName);
 
 /// A store that does its work between the events of a loop.
-class KeptUp : public LockedFile {
+class MaintainedStore : public LockedFile {
 protected:
     FakeLoop loop;
 
     FakeTimer& afterEvent() { return *loop.timers.at(0); }
-    FakeTimer& beat() { return *loop.timers.at(1); }
+    FakeTimer& maintenance() { return *loop.timers.at(1); }
     [[nodiscard]] std::optional<std::string> inFile() const {
         return StoreFolder::other().get("bob@example.com", "Cobwaeve", "lastthingusersaid");
     }
@@ -133,7 +133,7 @@ protected:
     }
 };
 
-TEST_P(KeptUp, WritesLastWordsAfterTheEventThatTheyCameWith) {
+TEST_P(MaintainedStore, WritesLastWordsAfterTheEventThatTheyCameWith) {
     SettingsStore store = open();
     store.maintain(loop);
     EXPECT_FALSE(afterEvent().enabled);
@@ -147,7 +147,7 @@ TEST_P(KeptUp, WritesLastWordsAfterTheEventThatTheyCameWith) {
     EXPECT_FALSE(afterEvent().enabled);
 }
 
-TEST_P(KeptUp, WritesOptionsAtOnce) {
+TEST_P(MaintainedStore, WritesOptionsAtOnce) {
     SettingsStore store = open();
     store.maintain(loop);
     say(store, "hello");
@@ -156,7 +156,7 @@ TEST_P(KeptUp, WritesOptionsAtOnce) {
     EXPECT_EQ(inFile(), "hello");
 }
 
-TEST_P(KeptUp, WritesLastWordsAtTheEnd) {
+TEST_P(MaintainedStore, WritesLastWordsAtTheEnd) {
     {
         SettingsStore store = open();
         store.maintain(loop);
@@ -165,47 +165,47 @@ TEST_P(KeptUp, WritesLastWordsAtTheEnd) {
     EXPECT_EQ(inFile(), "hello");
 }
 
-TEST_P(KeptUp, SavesWithinASecondAfterALock) {
+TEST_P(MaintainedStore, SavesWithinASecondAfterALock) {
     SettingsStore store = open();
     store.maintain(loop);
     lock();
     store.WriteSetting("Options", "callby", "fn");
     say(store, "hello");
     afterEvent().pass();
-    EXPECT_TRUE(beat().enabled);
-    EXPECT_LT(beat().interval, std::chrono::seconds{1});
-    beat().pass();
+    EXPECT_TRUE(maintenance().enabled);
+    EXPECT_LT(maintenance().interval, std::chrono::seconds{1});
+    maintenance().pass();
     unlock();
     EXPECT_EQ(program->get("callby"), "e");
-    beat().pass();
+    maintenance().pass();
     EXPECT_EQ(program->get("callby"), "fn");
     EXPECT_EQ(inFile(), "hello");
     EXPECT_EQ(reported.size(), 1U);
 }
 
-TEST_P(KeptUp, ReadsWithinASecondAfterALock) {
+TEST_P(MaintainedStore, ReadsWithinASecondAfterALock) {
     lock();
     SettingsStore store = open();
     store.maintain(loop);
     EXPECT_EQ(option(store, "callby"), GetParam() == Logs::Left ? "e" : "");
     unlock();
-    beat().pass();
+    maintenance().pass();
     EXPECT_EQ(option(store, "callby"), "e");
 }
 
-TEST_P(KeptUp, BringsTheLogToTheDiskAfterSomeSecondsAndRestsThen) {
+TEST_P(MaintainedStore, BringsTheLogToTheDiskAfterSomeSecondsAndRestsThen) {
     SettingsStore store = open();
     store.maintain(loop);
-    EXPECT_FALSE(beat().enabled);
+    EXPECT_FALSE(maintenance().enabled);
     say(store, "hello");
     afterEvent().pass();
-    EXPECT_EQ(beat().enabled, hasLogs());
+    EXPECT_EQ(maintenance().enabled, hasLogs());
     if (!hasLogs()) return;
     FileRules::syncs = 0;
     std::chrono::milliseconds passed{0};
-    while (beat().enabled && passed < std::chrono::seconds{10}) {
-        beat().pass();
-        passed += beat().interval;
+    while (maintenance().enabled && passed < std::chrono::seconds{10}) {
+        maintenance().pass();
+        passed += maintenance().interval;
     }
     EXPECT_GE(passed, std::chrono::seconds{2});
     EXPECT_LT(passed, std::chrono::seconds{10});
@@ -213,9 +213,9 @@ TEST_P(KeptUp, BringsTheLogToTheDiskAfterSomeSecondsAndRestsThen) {
     EXPECT_EQ(std::filesystem::file_size(beside("-wal")), 0U);
     say(store, "hello again");
     afterEvent().pass();
-    EXPECT_TRUE(beat().enabled);
+    EXPECT_TRUE(maintenance().enabled);
 }
 
-INSTANTIATE_TEST_SUITE_P(Folders, KeptUp, anyFolder, folderName);
+INSTANTIATE_TEST_SUITE_P(Folders, MaintainedStore, anyFolder, folderName);
 
 }  // namespace

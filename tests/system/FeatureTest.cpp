@@ -61,7 +61,7 @@ protected:
         EXPECT_EQ(escaped(conversation.up(clientText(text, "31"))), escaped(cover("31", ann)))
             << text;
     }
-    [[nodiscard]] std::string clientIsTold(const std::string& expected) {
+    [[nodiscard]] std::string clientGets(const std::string& expected) {
         return escaped(conversation.client.receive(expected.size()));
     }
 };
@@ -109,14 +109,14 @@ TEST_F(Features, RandomColorsAreSwitchedByCommand) {
 TEST_F(Features, WordsCanBePutIntoTheContactsMouth) {
     command("!makemesay hello");
     const std::string expected = inBobsName("hello", "000000", "B");
-    EXPECT_EQ(clientIsTold(expected), escaped(expected));
+    EXPECT_EQ(clientGets(expected), escaped(expected));
 }
 
 TEST_F(Features, APreviewShowsTheTextToItsWriterAlone) {
     command("!preview <mn>\r\nsecond line");
     const std::string expected =
         inBobsName("Message Preview: \r\n\r\nAnn Lee\r\nsecond line", "000000", "B");
-    EXPECT_EQ(clientIsTold(expected), escaped(expected));
+    EXPECT_EQ(clientGets(expected), escaped(expected));
 }
 
 TEST_F(Features, AMistypedCommandStaysHereWhenToldTo) {
@@ -124,7 +124,7 @@ TEST_F(Features, AMistypedCommandStaysHereWhenToldTo) {
     program.setSetting("preventtypo", "True");
     command("!nikc x");
     const std::string expected = inBobsName("!nikc command not known.", "ff", "");
-    EXPECT_EQ(clientIsTold(expected), escaped(expected));
+    EXPECT_EQ(clientGets(expected), escaped(expected));
 }
 
 TEST_F(Features, AnIncomingTextIsStamped) {
@@ -146,11 +146,11 @@ TEST_F(Features, AContactWhoJoinsAndLeavesIsAnnouncedFirst) {
         inBobsName("bob@example.com has joined the conversation window.", "ff", "") +
         "JOI bob@example.com Bob\r\n";
     conversation.server.send("JOI bob@example.com Bob\r\n");
-    EXPECT_EQ(clientIsTold(joined), escaped(joined));
+    EXPECT_EQ(clientGets(joined), escaped(joined));
     const std::string left =
         inBobsName("I have left your conversation window.", "ff", "") + "BYE bob@example.com\r\n";
     conversation.server.send("BYE bob@example.com\r\n");
-    EXPECT_EQ(clientIsTold(left), escaped(left));
+    EXPECT_EQ(clientGets(left), escaped(left));
 }
 
 TEST_F(Features, ForceExitEndsTheProgramAndSendsNothing) {

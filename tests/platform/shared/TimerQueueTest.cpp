@@ -204,14 +204,14 @@ TEST_F(Timers, GoOnAfterARestAtTheBeatThatTheyHadBefore) {
     timer->wake();
     EXPECT_EQ(due(), first);
     timer->enable(3ms);
-    const auto beat = due();
+    const auto next = due();
     timer->rest();
-    const auto later = beat + 5ms;
+    const auto later = next + 5ms;
     while (Clock::now() < later) {
     }
     timer->wake();
-    EXPECT_GT(due(), beat);
-    EXPECT_EQ((due() - beat) % 3ms, 0ns);
+    EXPECT_GT(due(), next);
+    EXPECT_EQ((due() - next) % 3ms, 0ns);
 }
 
 TEST_F(Timers, MayRestWithinTheirTickAndBeWokenLater) {
