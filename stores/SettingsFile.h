@@ -1,9 +1,9 @@
 #pragma once
 
 #include "base/FileStamp.h"
+#include "stores/BoundedDatabase.h"
 
 #include <array>
-#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -13,9 +13,6 @@
 #include <string_view>
 #include <utility>
 #include <vector>
-
-struct sqlite3;
-struct sqlite3_stmt;
 
 /// Orders pairs of section and key, also those that are not strings of their own.
 struct SettingOrder {
@@ -44,49 +41,12 @@ struct Setting {
     std::int64_t age = 0;
 };
 
-/// Why the file of the settings cannot be used as asked.
-struct SettingsTrouble {
-    /// Of what sort it is.
-    enum class Kind {
-        Damaged,   ///< its content makes no sense
-        Locked,    ///< another program keeps it for itself
-        Endless,   ///< it holds too much, or takes too long to compute, or might
-        Unusable,  ///< it cannot be opened, read or written
-    };
-    Kind kind;
-    std::string reason;
-};
-
 /// What SQLite may put beside a file, by how the names end.
 inline constexpr std::array<std::string_view, 3> settingsCompanions{"-journal", "-wal", "-shm"};
 
 /// The path whose name ends in `ending` besides.
 [[nodiscard]] std::filesystem::path withEnding(const std::filesystem::path& path,
                                                std::string_view ending);
-
-/// How long other programs that lock the file are waited for.
-class LockPatience {
-public:
-    using Now = std::chrono::steady_clock::time_point (*)();
-
-    /// In all, within each `window` of the time that `now` gives. It is longer than an ordinary
-    /// commit takes, and short enough not to be noticed in a conversation.
-    static constexpr std::chrono::milliseconds most{250};
-    static constexpr std::chrono::seconds window{10};
-
-    /// The first window begins with the first wait.
-    explicit LockPatience(Now now) : now(now) {}
-
-    /// Waits a little; false, at once, when there is no patience left.
-    [[nodiscard]] bool wait();
-    /// Begins a new window.
-    void renew();
-
-private:
-    Now now;
-    std::chrono::steady_clock::time_point windowEnd{};
-    std::chrono::milliseconds left{0};
-};
 
 /// The settings as an SQLite file that other programs may change too. Text in the file is UTF-8.
 /// Everything returns what went wrong, or nothing when it went well.
@@ -112,7 +72,7 @@ public:
     [[nodiscard]] std::optional<SettingsTrouble> open();
     /// Lets go of the file without a further look at it.
     void close();
-    [[nodiscard]] bool isOpen() const { return database != nullptr; }
+    [[nodiscard]] bool isOpen() const { return database.isOpen(); }
 
     /// False only when what the file holds is surely what it was at the last call, at the price of
     /// a system call or two.
@@ -136,16 +96,10 @@ public:
     /// Brings the log into the file, on the disk, unless another program is at work there.
     void settle();
 
-    LockPatience patience;
+    /// Other programs that lock the file are waited for as if none had been so far.
+    void renewPatience() { database.patience.renew(); }
 
 private:
-    struct CloseDatabase {
-        void operator()(sqlite3* handle) const;
-    };
-    struct FinalizeStatement {
-        void operator()(sqlite3_stmt* handle) const;
-    };
-    using Statement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
     using Trouble = std::optional<SettingsTrouble>;
 
     /// What the time and the size of the file were when it was last known to be SQLite's work.
@@ -157,42 +111,27 @@ private:
 
     [[nodiscard]] Trouble prepareFile();
     [[nodiscard]] Trouble connect();
-    void setUp();
     [[nodiscard]] Trouble abandonLog();
     void emptyLog();
     [[nodiscard]] bool isElsewhere() const;
     [[nodiscard]] Looks looks() const;
-    [[nodiscard]] Trouble run(const char* sql);
-    [[nodiscard]] Trouble prepare(const char* sql, Statement& statement);
-    [[nodiscard]] int step(const Statement& statement);
-    /// The first text that `sql` gives.
-    [[nodiscard]] Trouble ask(const char* sql, std::string& answer);
     [[nodiscard]] Trouble loadRows(std::vector<Setting>& settings);
     [[nodiscard]] Trouble check();
     [[nodiscard]] std::int64_t fileSize() const;
     [[nodiscard]] Trouble writeAll(const SettingChanges& changes);
-    [[nodiscard]] SettingsTrouble trouble() const;
-    template <typename Call>
-    int measured(Call&& call);
 
+    BoundedDatabase database;
     std::filesystem::path path;
     /// Where `path` led when the file was opened.
     std::filesystem::path realPath;
     FileStamp stamp;
     FileStamp logStamp;
-    std::unique_ptr<sqlite3, CloseDatabase> database;
-    Statement versionQuery;
+    BoundedDatabase::Statement versionQuery;
     bool hasLog = false;
     /// It has a table that we, or somebody for us, made.
     bool isOurs = false;
     /// The folder does not allow one.
     bool isLogRefused = false;
     int pagesInLog = 0;
-    /// Locks are not waited for just now.
-    bool isHurried = false;
     Looks known;
-    /// Processor time that SQLite has had for what was last asked of the file, but for the call
-    /// that it is in.
-    std::chrono::nanoseconds spent{0};
-    std::chrono::nanoseconds callBegin{0};
 };

@@ -62,7 +62,7 @@ SettingsStore::SettingsStore(std::filesystem::path path, Event<std::string_view>
 SettingsStore::~SettingsStore() {
     if (unsaved.empty()) return;
     // The last chance for what is in memory only.
-    file.patience.renew();
+    file.renewPatience();
     leftAloneUntil = {};
     isAfterEvent = true;
     tryAgain();
