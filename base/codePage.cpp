@@ -122,12 +122,13 @@ std::string codePage::fromUtf8(std::string_view utf8) {
 }
 
 bool codePage::isUtf8(std::string_view bytes) {
-    while (!bytes.empty()) {
+    for (;;) {
+        bytes.remove_prefix(asciiAtFront(bytes).size());
+        if (bytes.empty()) return true;
         const std::size_t length = lengthAtFront(bytes);
         if (length == 0) return false;
         bytes.remove_prefix(length);
     }
-    return true;
 }
 
 std::string_view codePage::cutUtf8(std::string_view utf8, std::size_t size) {

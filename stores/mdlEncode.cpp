@@ -47,21 +47,19 @@ std::string_view withoutPadding(std::string_view text) {
 std::string mdlEncode::Base64Encode(std::string_view text) {
     std::string encoded((text.size() + 2) / 3 * 4, '=');
     char* out = encoded.data();
-    std::size_t at = 0;
-    for (; at + 3 <= text.size(); at += 3) {
-        const unsigned bits =
-            byteAt(text, at) << 16 | byteAt(text, at + 1) << 8 | byteAt(text, at + 2);
+    for (; text.size() >= 3; text.remove_prefix(3)) {
+        const unsigned bits = byteAt(text, 0) << 16 | byteAt(text, 1) << 8 | byteAt(text, 2);
         *out++ = digit(bits >> 18);
         *out++ = digit(bits >> 12);
         *out++ = digit(bits >> 6);
         *out++ = digit(bits);
     }
-    const std::size_t left = text.size() - at;
-    if (left > 0) {
-        const unsigned bits = byteAt(text, at) << 16 | (left > 1 ? byteAt(text, at + 1) << 8 : 0);
+    if (!text.empty()) {
+        const bool isPair = text.size() > 1;
+        const unsigned bits = byteAt(text, 0) << 16 | (isPair ? byteAt(text, 1) << 8 : 0);
         *out++ = digit(bits >> 18);
         *out++ = digit(bits >> 12);
-        if (left > 1) *out = digit(bits >> 6);
+        if (isPair) *out = digit(bits >> 6);
     }
     return encoded;
 }
