@@ -17,6 +17,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 
+#include <cstdlib>
 #include <fstream>
 
 namespace {
@@ -314,14 +315,19 @@ protected:
     Child tray = startTray();
 
     void giveIconAPlace() override {}
+    /// Windows keep clear of it.
     [[nodiscard]] static Child startTray() {
         return Child({"trayer", "--edge", "top", "--align", "left", "--widthtype", "request",
-                      "--height", "24"});
+                      "--height", "24", "--SetDockType", "true", "--SetPartialStrut", "true"});
     }
     [[nodiscard]] bool hasIcon() { return other.countBelowTop("_XEMBED_INFO") == 1; }
 
     void choose(const std::string& key) {
         ASSERT_TRUE(becomesTrue([&] { return hasIcon(); }));
+        chooseFromIcon(key);
+    }
+    /// The same where the icon is known to be there: `hasIcon` takes other windows for icons.
+    void chooseFromIcon(const std::string& key) {
         // A click that comes while another window is going away may be lost on it.
         int looks = 0;
         ASSERT_TRUE(becomesTrue([&] {
@@ -351,6 +357,46 @@ TEST_F(WithATray, EachWindowOpensByItsMenuEntryAndClosesByEscape) {
         EXPECT_TRUE(becomesTrue([this, &title = title] { return !isShown(title); })) << title;
     }
     EXPECT_TRUE(program->isRunning());
+}
+
+TEST_F(WithATray, TheOptionsStandInTheMiddleOfWhatTheTrayLeavesWithTheirFrame) {
+    start();
+    choose("o");
+    display.waitForWindow("Cobweave - Options");
+    constexpr int trayHeight = 24;
+    constexpr int middle = (screenHeight + trayHeight) / 2;
+    xcb_get_geometry_reply_t frame{};
+    EXPECT_TRUE(becomesTrue([&] {
+        frame = other.geometry(other.topAt(512, middle));
+        // Larger than the window by a title bar.
+        return frame.height > 403 + 10 && frame.width < 600 &&
+               std::abs(frame.x + frame.width / 2 - 512) <= 1 &&
+               std::abs(frame.y + frame.height / 2 - middle) <= 1;
+    })) << frame.x
+        << ' ' << frame.y << ' ' << frame.width << ' ' << frame.height;
+}
+
+TEST_F(WithATray, UnderABoxAllGoesOnAndAClickOnTheIconBringsItToTheFront) {
+    start({{"alertoffline", "True"}});
+    choose("n");
+    display.waitForWindow("Cobweave - Notes");
+    // There is no note to remove, as the box says.
+    display.press("Cobweave - Notes", "alt+r");
+    display.waitForWindow("Cobweave");
+    Relay relay = Relay::through(Program::port);
+    (void)relay.down("FLN bob@example.com\r\n");
+    EXPECT_TRUE(becomesTrue([&] { return isToastAt(0); }));
+    (void)relay.up(clientText("!notes"));
+    chooseFromIcon("l");
+    display.waitForWindow("Cobweave - Log");
+    const auto focusedTitle = [&] { return other.bytes(other.focused(), "_NET_WM_NAME"); };
+    EXPECT_TRUE(becomesTrue([&] { return focusedTitle() == "Cobweave - Log"; }));
+    clickAt(12, 12);
+    EXPECT_TRUE(becomesTrue([&] { return focusedTitle() == "Cobweave"; }));
+    display.press("Cobweave", "Return");
+    EXPECT_TRUE(becomesTrue([&] { return !isShown("Cobweave"); }));
+    display.press("Cobweave - Notes", "Escape");
+    EXPECT_TRUE(becomesTrue([&] { return !isShown("Cobweave - Notes"); }));
 }
 
 TEST_F(WithATray, OtherClicksOnTheIconDoNothing) {

@@ -18,6 +18,7 @@
 #include <QMouseEvent>
 #include <QScreen>
 
+#include <QWindow>
 #include <utility>
 
 frmoptions::frmoptions(const Parts& parts) : PagedForm(optionsDesign::window), parts(parts) {
@@ -159,23 +160,18 @@ void frmoptions::showSample() {
     sample.setText(shown);
 }
 
-/// In the middle of the desktop, with the frame, whose size is known only some time after the
-/// window is shown.
+/// In the middle of what the desktop's panels leave, with the frame as far as it is known.
 void frmoptions::center() {
-    const QRect area = screen()->availableGeometry();
-    const QPoint off = area.center() - frameGeometry().center();
-    if (off.manhattanLength() > 1) move(frameGeometry().topLeft() + off);
+    const QMargins frame = windowHandle()->frameMargins();
+    QRect place = QRect(QPoint(), size()) + frame;
+    place.moveCenter(screen()->availableGeometry().center());
+    windowHandle()->setPosition((place - frame).topLeft());
 }
 
 void frmoptions::showEvent(QShowEvent* event) {
     PagedForm::showEvent(event);
-    if (!isCentered) center();
-}
-
-void frmoptions::moveEvent(QMoveEvent* event) {
-    PagedForm::moveEvent(event);
-    if (isCentered || !isVisible() || frameGeometry() == geometry()) return;
-    isCentered = true;
+    if (isCentered) return;
+    windowHandle()->installEventFilter(this);
     center();
 }
 
@@ -275,6 +271,11 @@ bool frmoptions::eventFilter(QObject* control, QEvent* event) {
     // A disabled check box does not react to the mouse: its page does.
     if (event->type() != QEvent::MouseMove || !place->isEnabled()) return false;
     mwi.setVisible(place == &mw);
+    if (control == windowHandle()) {
+        // What can be seen has its frame; before, a window manager may not have made it.
+        if (event->type() == QEvent::Expose && !std::exchange(isCentered, true)) center();
+        return false;
+    }
     tii.setVisible(place == &ti);
     // An event that a check box does not handle would go on to the page.
     const bool isHeld = static_cast<QMouseEvent*>(event)->buttons() != Qt::NoButton;
