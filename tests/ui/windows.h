@@ -2,6 +2,7 @@
 
 #include "tests/support/comesTrue.h"
 #include "ui/common/FlashButton.h"
+#include "ui/common/look.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -17,6 +18,22 @@
 #include <string>
 #include <utility>
 #include <vector>
+
+/// The letters of a desktop, which windows that are made meanwhile follow.
+class DesktopLetters {
+public:
+    explicit DesktopLetters(double points, QSize screen = {1920, 1080}) { follow(points, screen); }
+    ~DesktopLetters() { follow(9, {1920, 1080}); }
+    DesktopLetters(const DesktopLetters&) = delete;
+    DesktopLetters& operator=(const DesktopLetters&) = delete;
+
+private:
+    static void follow(double points, QSize screen) {
+        QFont desktop;
+        desktop.setPointSizeF(points);
+        look::followLetters(desktop, screen);
+    }
+};
 
 /// The shown window of a title; none is a null pointer.
 [[nodiscard]] inline QWidget* windowOf(const QString& title) {

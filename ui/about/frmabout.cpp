@@ -6,7 +6,6 @@
 #include <QApplication>
 
 frmabout::frmabout() : Form("Cobweave - About", 7410, 4065) {
-    followLetters();
     fixSize();
     roles::set(ShockwaveFlash1, QAccessible::StaticText);
     ShockwaveFlash1.setAccessibleName(

@@ -97,7 +97,9 @@ FlashButton::Properties FlashButton::WriteProperties() {
     return properties;
 }
 
-QSize FlashButton::sizeHint() const { return {pixels(2550), pixels(510)}; }
+QSize FlashButton::sizeHint() const {
+    return {look::scaled(pixels(2550)), look::scaled(pixels(510))};
+}
 
 void FlashButton::makeWhite() {
     QPalette colors = palette();
@@ -111,12 +113,13 @@ void FlashButton::makeWhite() {
 void FlashButton::resizeEvent(QResizeEvent* /*event*/) { layOut(); }
 
 void FlashButton::layOut() {
-    resize(width(), std::min(height(), pixels(greatestHeight)));
+    resize(width(), std::min(height(), look::scaled(pixels(greatestHeight))));
     b1.resize(size());
     ring.resize(size());
     const int middle = height() * twipsPerPixel / 2;
     const auto moveTo = [middle](QWidget& control, int designHeight, int below) {
-        control.move(control.x(), pixels(middle - designHeight / 2 + below));
+        const double up = (designHeight / 2 - below) * look::letterScale();
+        control.move(control.x(), pixels(middle - qRound(up)));
     };
     // The text is at the top of its label, so this puts it into the middle.
     moveTo(Label1, 255, 15);

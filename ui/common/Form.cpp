@@ -12,7 +12,7 @@
 Form::Form(const char* caption, int width, int height) {
     look::beforeWindows();
     setWindowTitle(caption);
-    resize(pixels(width), pixels(height));
+    resize(look::scaled(pixels(width)), look::scaled(pixels(height)));
     roles::set(*this, QAccessible::Window);
 }
 
@@ -25,26 +25,21 @@ void Form::present() {
     waitingBoxes::raiseThatOf(this);
 }
 
-void Form::followLetters() {
-    const double scale = look::letterScale();
-    if (scale <= 1) return;
-    QFont larger = font();
-    larger.setPixelSize(qRound(larger.pixelSize() * scale));
-    setFont(larger);
-    for (QWidget* const control : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-        const QRect place = control->geometry();
-        control->setGeometry(QRectF(place.x() * scale, place.y() * scale, place.width() * scale,
-                                    place.height() * scale)
-                                 .toRect());
-    }
-    resize(size() * scale);
-}
-
 void Form::fixSize() {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     setFixedSize(size());
     roles::set(*this, QAccessible::Dialog);
+}
+
+QRect pixels(const Twips& place) {
+    const QRect usual(pixels(place.left), pixels(place.top), pixels(place.width),
+                      pixels(place.height));
+    // By its edges, so that those of neighbours do not come to overlap.
+    const QPoint topLeft(look::scaled(usual.left()), look::scaled(usual.top()));
+    const QPoint end(look::scaled(usual.left() + usual.width()),
+                     look::scaled(usual.top() + usual.height()));
+    return {topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())};
 }
 
 void Form::closeEvent(QCloseEvent* event) {

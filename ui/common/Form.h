@@ -12,7 +12,7 @@ public:
     /// destroy it later.
     Event<> unloaded;
 
-    /// `width` and `height` are those of the client area, in twips.
+    /// `width` and `height` are those of the client area as it is designed, in twips.
     Form(const char* caption, int width, int height);
 
     /// Shows the window in front of the others and gives it the keyboard focus, also when it is
@@ -23,13 +23,13 @@ protected:
     /// The window keeps its size: its edges cannot be dragged, and it cannot be maximized or
     /// minimized.
     void fixSize();
-    /// Makes the window, and each control at its place in it, as much larger as the letters of the
-    /// desktop are. To be called once, when all controls are there.
-    void followLetters();
 
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 };
+
+/// The pixels of a place, at the scale of the windows.
+[[nodiscard]] QRect pixels(const Twips& place);
 
 /// A control at its place. Its name is that of the member that it is, by which tests find it.
 template <typename Control>
@@ -37,8 +37,7 @@ class Placed : public Control {
 public:
     Placed(QWidget* parent, const char* name, Twips place) : Control(parent) {
         this->setObjectName(name);
-        this->setGeometry(pixels(place.left), pixels(place.top), pixels(place.width),
-                          pixels(place.height));
+        this->setGeometry(pixels(place));
     }
     Placed(QWidget* parent, const char* name, Twips place, const char* caption)
         : Placed(parent, name, place) {

@@ -74,5 +74,7 @@ void PagedForm::paintEvent(QPaintEvent* /*event*/) {
     const QRectF button(found->second.geometry());
     painter.setPen(Qt::NoPen);
     painter.setBrush(look::accent);
-    painter.drawRoundedRect(QRectF(2, button.top() + 6, 3, button.height() - 12), 1.5, 1.5);
+    const int inset = look::scaled(6);
+    painter.drawRoundedRect(QRectF(2, button.top() + inset, 3, button.height() - 2 * inset), 1.5,
+                            1.5);
 }

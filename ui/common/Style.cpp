@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
+#include <QStyleOption>
 
 namespace {
 
@@ -97,8 +98,34 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option,
                        const QWidget* widget) const {
-    if (metric == PM_MessageBoxIconSize) return 32;
-    return QProxyStyle::pixelMetric(metric, option, widget);
+    const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+    switch (metric) {
+        case PM_MessageBoxIconSize: return look::scaled(32);
+        case PM_IndicatorWidth:
+        case PM_IndicatorHeight:
+        case PM_ExclusiveIndicatorWidth:
+        case PM_ExclusiveIndicatorHeight: return look::scaled(usual);
+        default: return usual;
+    }
+}
+
+void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                          const QWidget* widget) const {
+    if (element != PE_Frame) {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        return;
+    }
+    // By areas: of lines along the edges Fusion's way, half is outside of the box, and at a scale
+    // of 1.25 nothing of the other half is left.
+    const QRect place = option->rect;
+    QRect top = place;
+    QRect left = place;
+    top.setHeight(1);
+    left.setWidth(1);
+    for (const QRect& side : {top, top.translated(0, place.height() - 1), left,
+                              left.translated(place.width() - 1, 0)}) {
+        painter->fillRect(side, look::line);
+    }
 }
 
 QIcon Style::standardIcon(StandardPixmap icon, const QStyleOption* option,

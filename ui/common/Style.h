@@ -3,7 +3,7 @@
 #include <QProxyStyle>
 
 /// How controls of Qt's look where it is not Fusion's way: message boxes have icons of our own, and
-/// none on their buttons.
+/// none on their buttons, and boxes have their whole frame at every scale.
 class Style final : public QProxyStyle {
 public:
     Style();
@@ -12,6 +12,8 @@ public:
                   QStyleHintReturn* result) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option,
                     const QWidget* widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
     QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
                        const QWidget* widget) const override;
 };

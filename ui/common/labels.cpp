@@ -95,14 +95,14 @@ void Banner::setText(const QString& newSubject) {
 }
 
 void Banner::paintEvent(QPaintEvent* /*event*/) {
-    constexpr int iconSize = 32;
+    const int iconSize = look::scaled(32);
     QPainter painter(this);
     look::paintBand(painter, rect());
     const QRect icon(2 * look::gap, (height() - iconSize) / 2, iconSize, iconSize);
     QApplication::windowIcon().paint(&painter, icon);
 
     QFont large = font();
-    large.setPixelSize(20 * large.pixelSize() / 11);
+    large.setPixelSize(look::scaled(20));
     painter.setFont(large);
     painter.setPen(look::text);
     painter.drawText(rect().adjusted(icon.right() + 2 * look::gap, 0, 0, 0), Qt::AlignVCenter,
@@ -123,7 +123,7 @@ void PageTitle::setSubject(const QString& newSubject, Drawing newDrawing) {
 }
 
 void PageTitle::paintEvent(QPaintEvent* /*event*/) {
-    constexpr double iconSize = 24;
+    const int iconSize = look::scaled(24);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     QLinearGradient ground(QPointF(0, 0), QPointF(width(), 0));
@@ -137,14 +137,14 @@ void PageTitle::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRect(QRectF(0, height() - 2, width(), 2));
 
     QFont large = font();
-    large.setPixelSize(17);
+    large.setPixelSize(look::scaled(17));
     large.setBold(true);
     painter.setFont(large);
     painter.setPen(look::text);
-    painter.drawText(rect().adjusted(46, 0, 0, 0), Qt::AlignVCenter, subject);
+    painter.drawText(rect().adjusted(look::scaled(46), 0, 0, 0), Qt::AlignVCenter, subject);
 
-    painter.translate(12, (height() - iconSize) / 2);
-    painter.scale(iconSize / 16, iconSize / 16);
+    painter.translate(look::scaled(12), (height() - iconSize) / 2.0);
+    painter.scale(iconSize / 16.0, iconSize / 16.0);
     if (drawing != nullptr) drawing(painter);
 }
 

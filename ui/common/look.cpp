@@ -14,6 +14,7 @@
 #include <QPalette>
 #include <QPixmap>
 #include <QPixmapCache>
+#include <QScreen>
 
 #include <algorithm>
 #include <utility>
@@ -30,8 +31,8 @@ void narrow(QFont& font) {
         return QFontMetrics(font).horizontalAdvance(caption);
     };
     for (int stretch = 99; stretch >= narrowest; --stretch) {
-        const bool fits =
-            width("Copy Selected Item To Clipboard") <= 162 && width("Copy to Clipboard") <= 89;
+        const bool fits = width("Copy Selected Item To Clipboard") <= scaled(162) &&
+                          width("Copy to Clipboard") <= scaled(89);
         if (fits) return;
         font.setStretch(stretch);
     }
@@ -88,8 +89,10 @@ protected:
 
 QObject* firstWidget = nullptr;
 
-/// Of our letters, in pixels.
+/// Of our letters, in pixels. The places of the controls are made for it.
 constexpr int letterSize = 11;
+/// What the largest of our windows takes of a screen, in pixels of the design, with its frame.
+constexpr QSize largestWindow{580, 480};
 double scale = 1;
 
 }  // namespace
@@ -102,12 +105,8 @@ void apply() {
     constexpr int cachedKilobytes = 512;
     QPixmapCache::setCacheLimit(cachedKilobytes);
 
-    followLetters(QApplication::font());
-    // The places of the controls are made for this size.
-    QFont font("Liberation Sans");
-    font.setStyleHint(QFont::SansSerif);
-    font.setPixelSize(letterSize);
-    QApplication::setFont(font);
+    const QScreen* const screen = QApplication::primaryScreen();
+    followLetters(QApplication::font(), screen != nullptr ? screen->availableSize() : QSize());
 
     // All colours are ours, whatever theme the desktop has: some texts have a colour that means
     // something, and have to be readable on their ground.
@@ -133,13 +132,20 @@ void apply() {
 
 double letterScale() { return scale; }
 
-void followLetters(const QFont& desktop) {
+int scaled(int pixels) { return qRound(pixels * scale); }
+
+void followLetters(const QFont& desktop, const QSize& screen) {
     // What desktops have when nobody has changed it is 9 to 11 points.
     constexpr double usualPoints = 11;
-    constexpr double most = 2;
-    const double wanted = std::clamp(desktop.pointSizeF() / usualPoints, 1.0, most);
-    // What letters of whole pixels make of it.
-    scale = 1.0 * qRound(wanted * letterSize) / letterSize;
+    const double most = std::min({2.0, 1.0 * screen.width() / largestWindow.width(),
+                                  1.0 * screen.height() / largestWindow.height()});
+    const int wanted = qRound(desktop.pointSizeF() / usualPoints * letterSize);
+    QFont font("Liberation Sans");
+    font.setStyleHint(QFont::SansSerif);
+    font.setPixelSize(std::max(letterSize, std::min(wanted, static_cast<int>(most * letterSize))));
+    // Letters have whole pixels, and what is around them is scaled as they are.
+    scale = 1.0 * font.pixelSize() / letterSize;
+    QApplication::setFont(font);
 }
 
 void beforeWindows() {

@@ -5,6 +5,7 @@
 class QFont;
 class QPainter;
 class QRectF;
+class QSize;
 
 /// How all windows of the program look: colours, font and spacing, in one place.
 namespace look {
@@ -39,11 +40,14 @@ inline constexpr int gap = 8;
 /// and for the first use of the icon, so that a start is served first.
 void apply();
 
-/// How much larger than ours the letters of the desktop are, from 1 to 2. The windows that follow
-/// them are as many times as large; the others, whose places are given, are not.
+/// How many times as large as they are designed all windows are, from 1 to 2, so that their letters
+/// are as large as the desktop's.
 [[nodiscard]] double letterScale();
-/// Takes it from this font, as `apply` does from the desktop's.
-void followLetters(const QFont& desktop);
+/// This many pixels of the design, at that scale.
+[[nodiscard]] int scaled(int pixels);
+/// Takes the scale from this font, as `apply` does from the desktop's, and sets the program's own
+/// by it. On a screen that is too small for windows of that scale it is less.
+void followLetters(const QFont& desktop, const QSize& screen);
 
 /// To be called before a window of ours is made, and as often as that. For boxes and menus of Qt's
 /// it happens by itself.

@@ -1,7 +1,6 @@
 #pragma once
 
-/// The unit that all windows are measured in: a fifteenth of a pixel at scale 1. Larger scales are
-/// left to Qt.
+/// The unit that all windows are designed in: a fifteenth of a pixel at scale 1.
 constexpr int twipsPerPixel = 15;
 
 /// Whole pixels; what is left over is dropped.

@@ -55,8 +55,7 @@ void paintCross(QPainter& painter) {
     painter.drawLine(QPointF(12, 4), QPointF(4, 12));
 }
 
-/// Of a window whose letters are as large as the desktop's.
-int scaled(int twips) { return qRound(pixels(twips) * look::letterScale()); }
+int scaled(int twips) { return look::scaled(pixels(twips)); }
 
 void moveTo(QWidget& control, int left, int top) { control.move(scaled(left), scaled(top)); }
 
@@ -110,9 +109,7 @@ QVariant LogLines::data(const QModelIndex& index, int role) const {
 }
 
 LogLineDelegate::LogLineDelegate() {
-    QFont font = QApplication::font();
-    font.setPixelSize(qRound(font.pixelSize() * look::letterScale()));
-    const QFontMetricsF metrics(font);
+    const QFontMetricsF metrics(QApplication::font());
     for (std::size_t code = 0; code < widths.size(); ++code)
         widths[code] =
             metrics.horizontalAdvance(shownLine(std::string(1, static_cast<char>(code))));
@@ -141,7 +138,6 @@ QSize LogLineDelegate::sizeHint(const QStyleOptionViewItem& option,
 
 frmlog::frmlog(Clock& clock, MessageBox& messageBox)
     : Form("Cobweave - Log", 6360, 3210), clock(clock), messageBox(messageBox) {
-    followLetters();
     Frame1.setDrawing(paintSheets);
     Frame2.setDrawing(paintSweep);
     Frame3.setDrawing(paintCross);

@@ -80,7 +80,6 @@ void NoteList::keyPressEvent(QKeyEvent* event) {
 frmnotes::frmnotes(NotesStore& notes, MessageBox& messageBox)
     : Form("Cobweave - Notes", 6360, 6000), notes(notes), messageBox(messageBox) {
     layOut();
-    followLetters();
     Text1.setTabChangesFocus(true);
     Text1.installEventFilter(this);
     List1.setUniformItemSizes(true);
@@ -116,12 +115,11 @@ void frmnotes::layOut() {
     Text1.setAccessibleName(Frame2.title());
 
     banner.setText("Notes");
-    const double scale = look::letterScale();
-    banner.setFixedHeight(qRound(60 * scale));
+    banner.setFixedHeight(look::scaled(60));
     fill(Frame1, List1);
     fill(Frame2, Text1);
     for (QPushButton* const button : {&Command1, &Command2, &Command3}) {
-        button->setMinimumSize(QSize(96, 25) * scale);
+        button->setMinimumSize(QSize(96, 25) * look::letterScale());
     }
     auto* const buttons = new QHBoxLayout;
     buttons->addWidget(&Command1);

@@ -60,7 +60,8 @@ void Toggle::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     // Leaves room for the ring at the left.
-    const QRectF track(5, (height() - 13) / 2.0, 25, 13);
+    const QRectF track(5, (height() - 13 * scale) / 2, 25 * scale, 13 * scale);
+    const double scale = look::letterScale();
     const double radius = track.height() / 2;
     const QPointF knob(isOn() ? track.right() - radius : track.left() + radius, track.center().y());
     painter.setPen(QPen(isOn() ? look::accent : offColor, 1.2));
@@ -68,7 +69,8 @@ void Toggle::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRoundedRect(track, radius, radius);
     painter.setPen(Qt::NoPen);
     painter.setBrush(isOn() ? look::page : offColor);
-    painter.drawEllipse(knob, radius - 2.5, radius - 2.5);
+    const double inner = radius - 2.5 * scale;
+    painter.drawEllipse(knob, inner, inner);
 
     QFont ownFont = font();
     ownFont.setUnderline(underMouse());

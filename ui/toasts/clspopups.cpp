@@ -47,7 +47,8 @@ void clspopups::show(std::size_t slot, std::string_view text) {
     frmpopup& window = load(slot);
     window.Label1.setText(text);
     if (const auto taskbar = TaskbarHeight()) {
-        const int top = toastPlaces::top(static_cast<int>(slot), screenHeight(), *taskbar);
+        const int top = toastPlaces::top(static_cast<int>(slot), window.height() * twipsPerPixel,
+                                         screenHeight(), *taskbar);
         window.move(screenPlace().topLeft() + QPoint(pixels(toastPlaces::left), pixels(top)));
     }
     mdlFunctions::SetTopMost("Enabled", window.winId(), windows);

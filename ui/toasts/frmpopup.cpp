@@ -22,8 +22,10 @@ constexpr std::chrono::milliseconds lifeTime{7000};
 constexpr std::chrono::milliseconds fadeDelay{200};
 
 void paintCross(QPainter& painter, const QRectF& box, const QColor& color) {
-    const QRectF cross = QRectF(0, 0, 7, 7).translated(box.center() - QPointF(3.5, 3.5));
-    painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap));
+    const double scale = look::letterScale();
+    QRectF cross(0, 0, 7 * scale, 7 * scale);
+    cross.moveCenter(box.center());
+    painter.setPen(QPen(color, 1.5 * scale, Qt::SolidLine, Qt::RoundCap));
     painter.drawLine(cross.topLeft(), cross.bottomRight());
     painter.drawLine(cross.topRight(), cross.bottomLeft());
 }
@@ -54,14 +56,15 @@ frmpopup::frmpopup(EventLoop& loop, OwnWindows& windows)
     look::beforeWindows();
     setAttribute(Qt::WA_ShowWithoutActivating);
     setWindowTitle(QApplication::applicationName());
-    setFixedSize(pixels(toastPlaces::width), pixels(toastPlaces::height));
+    setFixedSize(look::scaled(pixels(toastPlaces::width)),
+                 look::scaled(pixels(toastPlaces::height)));
     setMouseTracking(true);
 
     roles::set(*this, QAccessible::AlertMessage);
     setAccessibleName(windowTitle());
 
     // Clear of the link above and of the edge at the right.
-    Label1.setMargins({0, 6, 4, 0});
+    Label1.setMargins({0, look::scaled(6), look::scaled(4), 0});
     Label1.setMouseTracking(true);
     Label1.installEventFilter(this);
     // The label overlaps the text below it; its letters, at the top, do not.
@@ -155,11 +158,14 @@ void frmpopup::paintEvent(QPaintEvent* /*event*/) {
     painter.setPen(look::line);
     painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
 
-    QApplication::windowIcon().paint(&painter, QRect(8, 6, 16, 16));
+    const int iconSize = look::scaled(16);
+    const QRect icon(look::scaled(8), look::scaled(6), iconSize, iconSize);
+    QApplication::windowIcon().paint(&painter, icon);
     QFont title = font();
     title.setBold(true);
     painter.setFont(title);
     painter.setPen(look::text);
-    painter.drawText(QRect(30, 4, 120, 20), Qt::AlignVCenter, QApplication::applicationName());
+    const QRect titlePlace(look::scaled(30), look::scaled(4), look::scaled(120), look::scaled(20));
+    painter.drawText(titlePlace, Qt::AlignVCenter, QApplication::applicationName());
     paintCross(painter, QRectF(Image1.geometry()), look::mark);
 }

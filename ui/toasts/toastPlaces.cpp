@@ -15,8 +15,8 @@ std::optional<std::int16_t> TaskbarHeight(int screenHeight, int workBottom) {
     return checked<std::int16_t>((pixels(screenHeight) - workBottom) * twipsPerPixel);
 }
 
-int top(int slot, int screenHeight, int taskbarHeight) {
-    return screenHeight - height * (slot + 1) - taskbarHeight;
+int top(int slot, int toastHeight, int screenHeight, int taskbarHeight) {
+    return screenHeight - toastHeight * (slot + 1) - taskbarHeight;
 }
 
 }  // namespace toastPlaces

@@ -7,7 +7,7 @@
 /// twips where they do not say otherwise.
 namespace toastPlaces {
 
-/// The size of a toast, and its distance from the left edge of the screen.
+/// The size of a toast as it is designed, and its distance from the left edge of the screen.
 constexpr int width = 2715;
 constexpr int height = 1740;
 constexpr int left = 255;
@@ -23,7 +23,8 @@ constexpr int slots = 11;
 /// pixels. Nothing above 32,767.
 [[nodiscard]] std::optional<std::int16_t> TaskbarHeight(int screenHeight, int workBottom);
 
-/// The upper edge of the toast in a slot, counted from 0. It may be above the screen.
-[[nodiscard]] int top(int slot, int screenHeight, int taskbarHeight);
+/// The upper edge of the toast in a slot, counted from 0, where all toasts are of this height. It
+/// may be above the screen.
+[[nodiscard]] int top(int slot, int toastHeight, int screenHeight, int taskbarHeight);
 
 }  // namespace toastPlaces

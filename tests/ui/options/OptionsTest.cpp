@@ -1,3 +1,4 @@
+#include "tests/ui/contrast.h"
 #include "tests/ui/options/OptionsFixture.h"
 
 #include <QAccessible>
@@ -142,6 +143,21 @@ TEST_F(OptionsWindow, TheTabKeyGoesThroughAllThatCanBeUsedOfAPage) {
     const std::vector<QString> expected{"Check2",   "prefix",   "postfix",
                                         "Command1", "Command2", "UserControl11(0)"};
     EXPECT_EQ(met, expected);
+}
+
+TEST_F(OptionsWindow, AToggleLooksLikeASwitchWithReadableWords) {
+    open();
+    Toggle& first = toggle("Label1");
+    const QRect knob(0, 0, 32, first.height());
+    const QRect word = first.rect().adjusted(34, 0, 0, 0);
+    const QImage off = first.grab(knob).toImage();
+    EXPECT_GE(greatestContrast(first.grab(word).toImage()), 4.5);
+    first.setOn(true);
+    EXPECT_GE(greatestContrast(first.grab(word).toImage()), 4.5);
+    EXPECT_NE(first.grab(knob).toImage(), off);
+    // Of what is written, the red is as dark; the palette's is only what the state is.
+    EXPECT_GE(contrast(look::alert, look::page), 4.5);
+    EXPECT_GE(contrast(look::hint, look::page), 4.5);
 }
 
 TEST_F(OptionsWindow, TheTwoPlacesAreGreyWithoutProgressAndKeepTheirTicks) {

@@ -27,12 +27,12 @@ TEST(ToastPlaces, ATaskBarAbove32767TwipsHasNoHeight) {
 }
 
 TEST(ToastPlaces, ToastsStackUpwardsWithoutAGap) {
-    EXPECT_EQ(toastPlaces::top(0, 768 * 15, 450), 768 * 15 - 1740 - 450);
-    EXPECT_EQ(toastPlaces::top(1, 768 * 15, 450), 768 * 15 - 2 * 1740 - 450);
+    EXPECT_EQ(toastPlaces::top(0, 1740, 768 * 15, 450), 768 * 15 - 1740 - 450);
+    EXPECT_EQ(toastPlaces::top(1, 1740, 768 * 15, 450), 768 * 15 - 2 * 1740 - 450);
 }
 
 TEST(ToastPlaces, NothingKeepsTheUppermostOnALowScreen) {
-    EXPECT_LT(toastPlaces::top(10, 768 * 15, 0), 0);
+    EXPECT_LT(toastPlaces::top(10, 1740, 768 * 15, 0), 0);
 }
 
 }  // namespace

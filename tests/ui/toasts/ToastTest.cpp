@@ -1,5 +1,6 @@
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeWinsock.h"
+#include "tests/ui/windows.h"
 #include "ui/toasts/clspopups.h"
 
 #include <gmock/gmock.h>
@@ -10,6 +11,7 @@
 #include <QPointer>
 #include <QScreen>
 #include <QTest>
+#include <QtMath>
 
 namespace {
 
@@ -48,7 +50,7 @@ protected:
     /// A work area that ends so much above the lower edge of the screen, in the system's pixels.
     [[nodiscard]] static ScreenRectangle areaAbove(int free) {
         const double scale = QGuiApplication::primaryScreen()->devicePixelRatio();
-        return {0, 0, 800, static_cast<int>((screenHeight() - free) * scale)};
+        return {0, 0, 800, qCeil((screenHeight() - free) * scale)};
     }
     [[nodiscard]] static FakeTimer& timer(const std::unique_ptr<Timer>& made) {
         return dynamic_cast<FakeTimer&>(*made);
@@ -95,6 +97,18 @@ TEST_F(Toasts, StackUpwardsWithoutAGap) {
         EXPECT_EQ(toasts[slot]->Label1.text(), std::to_string(slot));
         EXPECT_EQ(toasts[slot]->y(), screenHeight() - 116 * (static_cast<int>(slot) + 1));
     }
+}
+
+TEST_F(Toasts, StackUpwardsWithoutAGapInLargeLetters) {
+    const DesktopLetters letters(16);
+    windows.area = areaAbove(30);
+    for (int count = 0; count < 3; ++count)
+        show();
+    const auto toasts = shown();
+    const int height = toasts.front()->height();
+    EXPECT_GT(height, 116);
+    for (std::size_t slot = 0; slot < toasts.size(); ++slot)
+        EXPECT_EQ(toasts[slot]->y(), screenHeight() - 30 - height * (static_cast<int>(slot) + 1));
 }
 
 TEST_F(Toasts, TheTwelfthIsLostAndCountsAsShown) {
