@@ -1,6 +1,7 @@
 #include "ui/common/FlashButton.h"
 
 #include "ui/common/look.h"
+#include "ui/common/roles.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -16,6 +17,7 @@ constexpr int greatestHeight = 615;
 
 FocusRing::FocusRing(QWidget* control) : QWidget(control) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    roles::decorate(*this);
     hide();
 }
 
@@ -32,6 +34,9 @@ FlashButton::FlashButton(QWidget* parent, const std::filesystem::path& movie)
     for (QWidget* const over : {static_cast<QWidget*>(&Label1), static_cast<QWidget*>(&Image2)}) {
         over->setAttribute(Qt::WA_TransparentForMouseEvents);
     }
+    // The button's name says what they show.
+    roles::decorate(b1);
+    roles::decorate(Label1);
     ring.raise();
     ReadProperties({});
     layOut();

@@ -1,6 +1,7 @@
 #include "ui/common/PagedForm.h"
 
 #include "ui/common/look.h"
+#include "ui/common/roles.h"
 
 #include <QPainter>
 
@@ -40,9 +41,18 @@ PagedForm::PagedForm(const Design& design)
         frame.setPalette(colors);
         frame.setAutoFillBackground(true);
         frame.setMouseTracking(true);
-        Shape1 = frame.geometry().adjusted(-4, -4, 4, 4);
+        roles::set(frame, QAccessible::Grouping);
+        frame.setAccessibleName(QString(page.caption).trimmed());
+        const int margin = look::scaled(4);
+        Shape1 = frame.geometry().adjusted(-margin, -margin, margin, margin);
     }
     showPage(0);
+}
+
+void PagedForm::setBannerTip(const QString& text) {
+    // As a paragraph, which is wrapped.
+    banner.setToolTip("<p>" + text.toHtmlEscaped().replace('\n', "<br>") + "</p>");
+    banner.setAccessibleDescription(text);
 }
 
 void PagedForm::showPage(int index) {

@@ -44,7 +44,7 @@ protected:
     void showPage(int index);
 
     /// Shows a text to those who rest the mouse on the band at the top.
-    void setBannerTip(const QString& tip) { banner.setToolTip(tip); }
+    void setBannerTip(const QString& text);
 
     void paintEvent(QPaintEvent* event) override;
 

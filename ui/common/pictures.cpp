@@ -1,6 +1,7 @@
 #include "ui/common/pictures.h"
 
 #include "ui/common/look.h"
+#include "ui/common/roles.h"
 
 #include <QPainter>
 
@@ -13,6 +14,8 @@ void fillIn(QPainter& painter, const QColor& color) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
 }
+
+Picture::Picture(QWidget* parent) : QWidget(parent) { roles::decorate(*this); }
 
 void Picture::setDrawing(Drawing newDrawing, QSize newGround) {
     drawing = newDrawing;

@@ -18,7 +18,7 @@ void fillIn(QPainter& painter, const QColor& color);
 /// A picture that only decorates.
 class Picture : public QWidget {
 public:
-    using QWidget::QWidget;
+    explicit Picture(QWidget* parent);
 
     /// The drawing takes all the room that there is; `newGround` is what it is drawn on.
     void setDrawing(Drawing newDrawing, QSize newGround = {16, 16});

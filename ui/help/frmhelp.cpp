@@ -34,6 +34,8 @@ void frmhelp::addTitles() {
             auto* const title =
                 new Placed<PageTitle>(page(text.index), name.c_str(), {0, 0, 5235, 600});
             title->setSubject(text.title, button.icon);
+            // It is read out before what it stands above.
+            title->lower();
         }
     }
 }

@@ -9,6 +9,7 @@
 #include "platform/Registry.h"
 #include "platform/qt/text.h"
 #include "ui/common/look.h"
+#include "ui/common/roles.h"
 #include "ui/common/shownText.h"
 #include "ui/options/optionPictures.h"
 #include "ui/options/optionsDesign.h"
@@ -17,8 +18,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScreen>
-
 #include <QWindow>
+
 #include <utility>
 
 frmoptions::frmoptions(const Parts& parts) : PagedForm(optionsDesign::window), parts(parts) {
@@ -65,10 +66,10 @@ void frmoptions::addTexts() {
     for (const auto& [control, tip] : tips)
         control.setToolTip(tip);
     const QString words = toQString(parts.howToConnect);
-    // As a paragraph, which is wrapped.
-    setBannerTip("<p>" + words.toHtmlEscaped().replace('\n', "<br>") + "</p>");
+    setBannerTip(words);
     setAccessibleDescription(words);
     Text1.setAccessibleName("Window Caption");
+    roles::decorate(ShockwaveFlash1);
     for (const mdlFunctions::Status& status : mdlFunctions::statuses)
         Combo1.addItem(toQString(status.name));
     Text1.setMaxLength(100);
@@ -113,6 +114,9 @@ void frmoptions::playMovies() {
     for (const auto& [control, file] : movies) {
         control.setExactFit(true);
         control.setMovie(folders::movie(file));
+        // It is the page's title.
+        roles::set(control, QAccessible::StaticText);
+        control.setAccessibleName(control.parentWidget()->accessibleName());
     }
 }
 
@@ -267,15 +271,15 @@ void frmoptions::keyPressEvent(QKeyEvent* event) {
 void frmoptions::keyReleaseEvent(QKeyEvent* event) { event->accept(); }
 
 bool frmoptions::eventFilter(QObject* control, QEvent* event) {
-    auto* const place = static_cast<QWidget*>(control);
-    // A disabled check box does not react to the mouse: its page does.
-    if (event->type() != QEvent::MouseMove || !place->isEnabled()) return false;
-    mwi.setVisible(place == &mw);
     if (control == windowHandle()) {
         // What can be seen has its frame; before, a window manager may not have made it.
         if (event->type() == QEvent::Expose && !std::exchange(isCentered, true)) center();
         return false;
     }
+    auto* const place = static_cast<QWidget*>(control);
+    // A disabled check box does not react to the mouse: its page does.
+    if (event->type() != QEvent::MouseMove || !place->isEnabled()) return false;
+    mwi.setVisible(place == &mw);
     tii.setVisible(place == &ti);
     // An event that a check box does not handle would go on to the page.
     const bool isHeld = static_cast<QMouseEvent*>(event)->buttons() != Qt::NoButton;

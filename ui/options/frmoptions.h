@@ -144,7 +144,7 @@ private:
         "postfix",
         {1080, 2010, 420, 330},
         {"Label16", {180, 2070, 900, 225}, "Postfix", "The character behind the time."}};
-    Headed<QWidget> Picture3{
+    Headed<Choice> Picture3{
         page(2),
         "Picture3",
         {1080, 2490, 3000, 330},

@@ -3,7 +3,9 @@
 #include "platform/qt/text.h"
 #include "ui/common/lists.h"
 #include "ui/common/look.h"
+#include "ui/common/roles.h"
 
+#include <QAbstractItemView>
 #include <QCompleter>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -59,9 +61,9 @@ void Toggle::name() { setAccessibleName(heading.isEmpty() ? text() : heading + "
 void Toggle::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    const double scale = look::letterScale();
     // Leaves room for the ring at the left.
     const QRectF track(5, (height() - 13 * scale) / 2, 25 * scale, 13 * scale);
-    const double scale = look::letterScale();
     const double radius = track.height() / 2;
     const QPointF knob(isOn() ? track.right() - radius : track.left() + radius, track.center().y());
     painter.setPen(QPen(isOn() ? look::accent : offColor, 1.2));
@@ -107,6 +109,8 @@ BracketBox::BracketBox(QWidget* parent) : QLineEdit(parent) {
     setValidator(new OneByte(this));
 }
 
+Choice::Choice(QWidget* parent) : QWidget(parent) { roles::set(*this, QAccessible::Grouping); }
+
 void nameAfter(const QString& heading, QWidget& control) { control.setAccessibleName(heading); }
 
 void nameAfter(const QString& heading, QAbstractButton& control) {
@@ -114,6 +118,13 @@ void nameAfter(const QString& heading, QAbstractButton& control) {
 }
 
 void nameAfter(const QString& heading, Toggle& control) { control.setHeading(heading); }
+
+void nameAfter(const QString& heading, StatusBox& control) {
+    // Where its own name is the status, its parts say what it is for.
+    control.setAccessibleName(heading);
+    control.view()->setAccessibleName(heading);
+    control.lineEdit()->setAccessibleName(heading);
+}
 
 void TitleBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);

@@ -50,6 +50,12 @@ public:
     explicit BracketBox(QWidget* parent);
 };
 
+/// The ground of buttons of which one is chosen.
+class Choice : public QWidget {
+public:
+    explicit Choice(QWidget* parent);
+};
+
 /// The box of the title that takes effect while it is typed.
 class TitleBox : public QLineEdit {
 public:
@@ -72,6 +78,7 @@ struct Heading {
 void nameAfter(const QString& heading, QWidget& control);
 void nameAfter(const QString& heading, QAbstractButton& control);
 void nameAfter(const QString& heading, Toggle& control);
+void nameAfter(const QString& heading, StatusBox& control);
 
 /// A control with its heading.
 template <typename Control>
@@ -82,6 +89,8 @@ public:
           heading(page, design.name, design.place, design.text) {
         heading.setHeading(true);
         heading.setBuddy(this);
+        // It is read out before the control.
+        heading.stackUnder(this);
         nameAfter(heading.text(), *this);
         heading.setToolTip(design.tip);
         this->setToolTip(design.tip);

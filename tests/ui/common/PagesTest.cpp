@@ -1,6 +1,7 @@
 #include "tests/ui/options/OptionsFixture.h"
 #include "ui/help/frmhelp.h"
 
+#include <QAccessible>
 #include <QFrame>
 #include <QGroupBox>
 
@@ -144,17 +145,18 @@ void expectReadable(QWidget& page) {
         EXPECT_LE(list->sizeHint().width(), list->width());
 }
 
-TEST_F(Pages, OfTheOptionsCanBeRead) {
-    open();
+/// Fails for pages of the options that cannot be read.
+void expectReadableOptions(QWidget& window) {
     for (const int page : indices) {
-        goTo(page);
-        expectReadable(pageOf(window(), page));
-        expectApart(pageOf(window(), page));
+        showPage(window, page);
+        expectReadable(pageOf(window, page));
+        expectApart(pageOf(window, page));
     }
-    expectReadable(window());
+    expectReadable(window);
 }
 
-TEST_F(Pages, OfTheHelpCanBeReadAtEveryStep) {
+/// The same for the help, at every step of its constants.
+void expectReadableHelp() {
     FormHolder<frmhelp> shownHelp(FormLife::UntilClosed);
     shownHelp.Show();
     QWidget& form = *windowOf("Cobweave - Help");
@@ -168,6 +170,51 @@ TEST_F(Pages, OfTheHelpCanBeReadAtEveryStep) {
         expectReadable(pageOf(form, 1));
     }
     expectReadable(form);
+}
+
+TEST_F(Pages, OfTheOptionsCanBeRead) {
+    open();
+    expectReadableOptions(window());
+}
+
+TEST_F(Pages, OfTheHelpCanBeReadAtEveryStep) { expectReadableHelp(); }
+
+TEST_F(Pages, FollowTheLettersOfTheDesktop) {
+    const DesktopLetters letters(16);
+    facilities.registry.hasAddOn = true;
+    open();
+    EXPECT_EQ(window().size(), QSize(559, 403) * 16 / 11);
+    EXPECT_EQ(pageOf(window(), 0).geometry(), QRect(279, 93, 508, 429));
+    EXPECT_EQ(check("Check1").font().pixelSize(), 16);
+    EXPECT_EQ(the<QLabel>("Label22").font().pixelSize(), 16);
+    expectReadableOptions(window());
+    expectReadableHelp();
+}
+
+TEST_F(Pages, AreNamedByTheirSubjectForThoseWhoCannotSeeThem) {
+    open();
+    QAccessibleInterface* const page = QAccessible::queryAccessibleInterface(&pageOf(window(), 2));
+    EXPECT_EQ(page->role(), QAccessible::Grouping);
+    EXPECT_EQ(page->text(QAccessible::Name), "Timestamp Messages");
+    QAccessibleInterface* const title =
+        QAccessible::queryAccessibleInterface(&the<QWidget>("tsmessages"));
+    EXPECT_EQ(title->role(), QAccessible::StaticText);
+    EXPECT_EQ(title->text(QAccessible::Name), "Timestamp Messages");
+}
+
+TEST_F(Pages, SayNothingOfWhatOnlyDecorates) {
+    facilities.registry.hasAddOn = true;
+    open();
+    FormHolder<frmhelp> help(FormLife::UntilClosed);
+    help.Show();
+    for (QWidget* const form : {&window(), windowOf("Cobweave - Help")}) {
+        for (QWidget* const control : form->findChildren<QWidget*>()) {
+            QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(control);
+            const bool isLeftOut = face->state().invisible || !control->isVisible();
+            EXPECT_TRUE(isLeftOut || !face->text(QAccessible::Name).isEmpty())
+                << control->metaObject()->className() << ' ' << control->objectName().toStdString();
+        }
+    }
 }
 
 TEST_F(Pages, EveryControlThatTakesTheKeyboardHasANameForThoseWhoCannotSeeIt) {
