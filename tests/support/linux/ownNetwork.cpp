@@ -15,7 +15,7 @@
 
 namespace {
 
-void write(const char* file, const std::string& text) { std::ofstream(file) << text; }
+void writeTo(const char* file, const std::string& text) { std::ofstream(file) << text; }
 
 /// Asks for a change of an interface.
 bool change(unsigned long what, ifreq& request) {
@@ -41,9 +41,9 @@ bool leaveNetwork() {
         const std::string user = std::to_string(getuid());
         const std::string group = std::to_string(getgid());
         if (unshare(CLONE_NEWUSER | CLONE_NEWNET) != 0) return false;
-        write("/proc/self/setgroups", "deny");
-        write("/proc/self/uid_map", user + " " + user + " 1");
-        write("/proc/self/gid_map", group + " " + group + " 1");
+        writeTo("/proc/self/setgroups", "deny");
+        writeTo("/proc/self/uid_map", user + " " + user + " 1");
+        writeTo("/proc/self/gid_map", group + " " + group + " 1");
     }
     ifreq request{};
     std::strcpy(request.ifr_name, "lo");
