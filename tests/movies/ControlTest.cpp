@@ -10,8 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
 #include <fstream>
 
 namespace {
@@ -71,13 +69,6 @@ TEST_F(MovieControl, StaysEmptyWhenTheFileIsNone) {
         EXPECT_EQ(at(100, 50), yellow);
         EXPECT_FALSE(control.isAwake());
     }
-}
-
-TEST_F(MovieControl, DoesNotWaitForAPipe) {
-    const auto pipe = folder.path() / "pipe.swf";
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    control.setMovie(pipe);
-    EXPECT_EQ(at(100, 50), yellow);
 }
 
 TEST_F(MovieControl, LetsTheParentShowThroughAMovieWithoutABackground) {

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <filesystem>
 
 namespace {
@@ -158,28 +157,6 @@ TEST_F(ButtonMovie, IsLightEnoughForItsCaptionInEveryState) {
 
 constexpr const char* all[] = {"button",     "about",  "generaloptions", "signingin",
                                "tsmessages", "alerts", "windowrename"};
-
-/// What a reader that has nothing to do with ours finds in a movie.
-std::string foundByAnother(const std::filesystem::path& path) {
-    const std::string line = "/usr/bin/python3 " COBWEAVE_OTHER_READER " " + path.string();
-    FILE* const reader = popen(line.c_str(), "r");
-    if (reader == nullptr) return "no reader";
-    std::string found;
-    char piece[256];
-    while (std::fgets(piece, sizeof piece, reader) != nullptr)
-        found += piece;
-    pclose(reader);
-    return found;
-}
-
-TEST(OurMovies, AreReadByOthersAsWell) {
-    for (const char* name : all) {
-        const auto movie = swf::readMovie(readFile(pathOf(name)));
-        const std::string frames = std::to_string(movie->timeline.frameCount());
-        EXPECT_EQ(foundByAnother(pathOf(name)),
-                  std::string(name) + ".swf 6 " + frames + ' ' + frames + '\n');
-    }
-}
 
 TEST(OurMovies, AreShown) {
     for (const char* name : all) {
