@@ -12,7 +12,6 @@ set(COBWEAVE_PLATFORM_CORE
     platform/linux/Folders.cpp
     platform/linux/MachineFacts.cpp
     platform/linux/Reactor.cpp
-    platform/linux/bus/PlayerList.cpp
     platform/linux/startProgram.cpp
     platform/linux/systemFiles.cpp
     platform/linux/systemSockets.cpp

@@ -25,6 +25,7 @@ set(COBWEAVE_PLATFORM_CORE
     platform/windows/Launcher.cpp
     platform/windows/MachineFacts.cpp
     platform/windows/MediaPlayer.cpp
+    platform/windows/MediaSession.cpp
     platform/windows/OwnWindows.cpp
     platform/windows/Reactor.cpp
     platform/windows/Registry.cpp
@@ -33,7 +34,7 @@ set(COBWEAVE_PLATFORM_CORE
     platform/windows/systemFiles.cpp
     platform/windows/systemSockets.cpp
     platform/windows/wideText.cpp)
-set(COBWEAVE_PLATFORM_CORE_LIBRARIES ole32 shell32 user32 ws2_32)
+set(COBWEAVE_PLATFORM_CORE_LIBRARIES ole32 runtimeobject shell32 user32 ws2_32)
 set(COBWEAVE_PLATFORM_QT
     platform/windows/Display.cpp
     platform/windows/Platform.cpp

@@ -53,7 +53,8 @@ WindowOfClass::~WindowOfClass() { WindowEvents::remove(*this); }
 
 HWND WindowOfClass::handle() {
     if (known != nullptr && IsWindow(known) != 0) return known;
-    const bool isLost = std::exchange(known, nullptr) != nullptr;
+    const bool isLost = known != nullptr;
+    if (isLost) lost = std::exchange(known, nullptr);
     if (isLost || std::exchange(mayHaveCome, false)) {
         known = FindWindowW(className.c_str(), nullptr);
         mayHaveCome = false;
@@ -63,7 +64,8 @@ HWND WindowOfClass::handle() {
 
 void WindowOfClass::onEvent(DWORD event, HWND subject) {
     if (event == EVENT_OBJECT_DESTROY) {
-        if (subject == known) changed();
+        // Its owner may have found out before.
+        if (subject == known || subject == lost) changed();
         return;
     }
     std::array<wchar_t, 256> name{};

@@ -27,5 +27,7 @@ private:
 
     std::wstring className;
     HWND known = nullptr;
+    /// The one before, until the system says that it has gone.
+    HWND lost = nullptr;
     bool mayHaveCome = true;
 };

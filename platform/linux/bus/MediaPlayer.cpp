@@ -1,7 +1,7 @@
 #include "platform/MediaPlayer.h"
 
 #include "platform/linux/bus/MprisBus.h"
-#include "platform/linux/bus/PlayerList.h"
+#include "platform/shared/PlayerList.h"
 
 #include <QDBusArgument>
 #include <QMetaObject>

@@ -1,4 +1,4 @@
-#include "platform/linux/bus/PlayerList.h"
+#include "platform/shared/PlayerList.h"
 
 #include "base/codePage.h"
 

@@ -1,0 +1,92 @@
+/// Another program on the desktop, as tests need one: its windows are what its standard input asks
+/// for, line by line, and each line is answered by one on its standard output.
+///
+///     open CLASS|TITLE    a window; its number
+///     title NUMBER|TITLE  another title
+///     close NUMBER
+///     activate NUMBER     the user works in this window from now on
+///     hang NUMBER         takes no messages any more; not answered
+///     commands            the numbers of all commands that its windows have been given
+#include "platform/windows/wideText.h"
+#include "platform/windows/win32.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <set>
+#include <string>
+#include <string_view>
+#include <thread>
+
+namespace {
+
+constexpr UINT onLine = WM_APP;
+
+std::string commands;
+
+LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+    if (message == WM_COMMAND) {
+        commands += std::to_string(LOWORD(first)) + ' ';
+        return 0;
+    }
+    return DefWindowProcW(window, message, first, second);
+}
+
+HWND open(const std::wstring& className, const std::wstring& title) {
+    static std::set<std::wstring> classes;
+    if (classes.insert(className).second) {
+        WNDCLASSW kind{};
+        kind.lpfnWndProc = procedure;
+        kind.hInstance = GetModuleHandleW(nullptr);
+        kind.lpszClassName = className.c_str();
+        RegisterClassW(&kind);
+    }
+    return CreateWindowExW(0, className.c_str(), title.c_str(), WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                           10, 10, 200, 100, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+}
+
+/// What a line asks for; the answer.
+std::string answer(std::string_view line) {
+    const std::string_view verb = line.substr(0, line.find(' '));
+    const std::string_view rest = line.substr(std::min(line.size(), verb.size() + 1));
+    const std::string_view first = rest.substr(0, rest.find('|'));
+    const std::string_view second = rest.substr(std::min(rest.size(), first.size() + 1));
+    if (verb == "commands") return commands;
+    if (verb == "open") {
+        const HWND opened = open(wideText::fromUtf8(first), wideText::fromUtf8(second));
+        return std::to_string(fromSystem(opened));
+    }
+    const HWND window = toSystem(std::stoull(std::string(first)));
+    if (verb == "title") SetWindowTextW(window, wideText::fromUtf8(second).c_str());
+    if (verb == "close") DestroyWindow(window);
+    if (verb == "activate") SetForegroundWindow(window);
+    if (verb == "hang") Sleep(INFINITE);
+    return "done";
+}
+
+/// Has the thread of the windows do what each line asks for, until the end of them.
+void read(DWORD windows) {
+    std::string line;
+    while (std::getline(std::cin, line)) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        PostThreadMessageW(windows, onLine, 0, reinterpret_cast<LPARAM>(new std::string(line)));
+    }
+    std::_Exit(0);
+}
+
+}  // namespace
+
+int main() {
+    MSG message{};
+    // The thread has a queue from here on.
+    PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
+    std::thread(read, GetCurrentThreadId()).detach();
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (message.hwnd == nullptr && message.message == onLine) {
+            const std::unique_ptr<std::string> line(reinterpret_cast<std::string*>(message.lParam));
+            std::cout << answer(*line) << std::endl;
+        } else {
+            DispatchMessageW(&message);
+        }
+    }
+}
