@@ -73,6 +73,6 @@ add_custom_command(
     OUTPUT ${COBWEAVE_SETUP}
     BYPRODUCTS ${PROJECT_BINARY_DIR}/cobweave-${PROJECT_VERSION}-windows.zip
     COMMAND ${PROJECT_SOURCE_DIR}/packaging/windows/package ${PROJECT_BINARY_DIR}
-    DEPENDS cobweave movies LICENSE packaging/windows/package packaging/windows/setup.nsi
+    DEPENDS cobweave movies LICENSE README.md packaging/windows/package packaging/windows/setup.nsi
     VERBATIM)
 add_custom_target(downloads DEPENDS ${COBWEAVE_SETUP})
