@@ -35,6 +35,10 @@ void roles::apply() { QAccessible::installFactory(interfaceOf); }
 
 void roles::set(QObject& widget, QAccessible::Role role) {
     widget.setProperty(property, static_cast<int>(role));
+    if (!QAccessible::isActive()) return;
+    // A name or a text that was set before has made an interface, of another role.
+    QAccessible::deleteAccessibleInterface(
+        QAccessible::uniqueId(QAccessible::queryAccessibleInterface(&widget)));
 }
 
 void roles::decorate(QWidget& widget) { set(widget, QAccessible::Graphic); }
