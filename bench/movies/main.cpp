@@ -17,12 +17,26 @@ struct Times {
     bool cut = false;
 };
 
+/// No drawing may take more, in milliseconds.
+constexpr double mostOfAll = 10;
+
 double now() { return DrawingBudget::processorTime() / 1e6; }
+
+/// What the first drawing takes, when nothing is ready yet.
+double firstDrawing(const std::string& file, double scale) {
+    double real = std::numeric_limits<double>::max();
+    constexpr int rounds = 3;
+    for (int round = 0; round < rounds; ++round) {
+        Screening screen(file, DrawingBudget::processorTime);
+        real = std::min(real, screen.drawingTime(scale, now));
+    }
+    return real;
+}
 
 /// What drawing the frame takes when all is ready: the shortest of several times, so that what else
 /// the machine does counts little.
 Times drawn(Screening& screen, double scale) {
-    const QImage image = screen.picture(scale);
+    static_cast<void>(screen.picture(scale));
     while (screen.outcome.unfinished)
         static_cast<void>(screen.picture(scale));
     Times times;
@@ -36,11 +50,11 @@ Times drawn(Screening& screen, double scale) {
     return times;
 }
 
-/// Whether what is promised holds: no frame above 10 ms, none below 5 ms cut. The counts only say
-/// what may begin between two looks at the clock, so they need not be near.
-bool print(const std::string& name, double scale, const Times& times) {
-    const bool held = times.real <= 10 && !(times.cut && times.real < 5);
-    std::printf("%-36s %4.0f %8.2f %8.2f %6.2f  %-4s%s\n", name.c_str(), scale, times.counted,
+/// Whether what is promised holds: no frame above `most` ms, none below 5 ms cut. The counts only
+/// say what may begin between two looks at the clock, so they need not be near.
+bool print(const std::string& name, double scale, const Times& times, double most) {
+    const bool held = times.real <= most && !(times.cut && times.real < 5);
+    std::printf("%-36s %4g %8.2f %8.2f %6.2f  %-4s%s\n", name.c_str(), scale, times.counted,
                 times.real, times.counted / times.real, times.cut ? "cut" : "",
                 held ? "" : " MISSED");
     return held;
@@ -48,7 +62,7 @@ bool print(const std::string& name, double scale, const Times& times) {
 
 }  // namespace
 
-/// Shows the processor time that drawing takes, and what it was counted to take.
+/// Shows the processor time that drawing takes, of all threads, and what it was counted to take.
 int main(int argc, char* argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
@@ -58,7 +72,7 @@ int main(int argc, char* argv[]) {
     for (const char* name : {"button", "about", "generaloptions", "signingin", "tsmessages",
                              "alerts", "windowrename"}) {
         const std::string content = readFile(std::string(COBWEAVE_MOVIES "/") + name + ".swf");
-        for (const double scale : {1.0, 2.0, 4.0}) {
+        for (const double scale : {1.0, 1.25, 2.0, 4.0}) {
             Screening screen(content, DrawingBudget::processorTime);
             Times longest;
             for (int frame = 0; frame < 120; frame += 10) {
@@ -66,13 +80,18 @@ int main(int argc, char* argv[]) {
                 if (times.real > longest.real) longest = times;
                 screen.advance(10);
             }
-            held = print(name, scale, longest) && held;
+            // Half of what there is, so that all is seen on a machine of half the speed.
+            const double most = scale <= 2 ? DrawingBudget::whole / 2e6 : mostOfAll;
+            held = print(name, scale, longest, most) && held;
         }
     }
     for (const WorstCase& worst : worstCases()) {
         for (const double scale : {1.0, 4.0, 8.0}) {
             Screening screen(worst.file, DrawingBudget::processorTime);
-            held = print(worst.name, scale, drawn(screen, scale)) && held;
+            held = print(worst.name, scale, drawn(screen, scale), mostOfAll) && held;
+            const Times first{0, firstDrawing(worst.file, scale), false};
+            if (first.real > mostOfAll)
+                held = print("  its first drawing", scale, first, mostOfAll);
         }
     }
     return held ? 0 : 1;

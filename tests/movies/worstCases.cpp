@@ -65,6 +65,20 @@ Bits gradient(FillType kind) {
     return fill.u8(0).rgb(red).u8(128).rgb(green).u8(255).rgb(blue);
 }
 
+/// As many colours as there may be, whose light is mixed.
+std::string lightGradients() {
+    Bits fill = Bits().code(FillType::LinearGradient).matrix(0.06, 0.06, 50, 50).u8(0x1F);
+    for (unsigned stop = 0; stop < 15; ++stop)
+        fill.u8(17 * stop).rgba(stop % 2 == 0 ? red : blue, 255);
+    Bits body = Bits().u16(shapeNumber).rect(0, 100, 0, 100).rect(0, 100, 0, 100).u8(0);
+    body.u8(1).raw(fill.get()).u8(0).styleBits(1, 0).square(0, 0, 100).endShape();
+    MovieFile movie;
+    movie.tag(Tag::DefineShape4, body);
+    for (unsigned depth = 1; depth <= 100; ++depth)
+        movie.place(shapeNumber, depth);
+    return movie.show().file(8);
+}
+
 /// A picture of so many pixels in every direction that is never one colour.
 void addPicture(MovieFile& movie, unsigned size, bool withAlpha) {
     Bits pixels;
@@ -114,18 +128,35 @@ std::string translucent() {
     return movie.show().file();
 }
 
-/// Masks of `edges` edges, each of which bounds one square.
-std::string masks(int edges, unsigned count) {
+/// A mask of so many edges as the shape, and a square of number 2.
+MovieFile withMask(int edges) {
     MovieFile movie;
     movie.tag(Tag::DefineShape2,
               zigzag(filledWith(solid()).jumpAndFill(5, 0, 1), edges, 90, 100.0 / edges));
-    movie.square(2, 0, 0, 100, green);
-    for (unsigned mask = 0; mask < count; ++mask) {
-        const unsigned depth = 2 * mask + 1;
-        Bits place = Bits().u8(swf::placeFlag::Character | swf::placeFlag::ClipDepth);
-        movie.tag(Tag::PlaceObject2, place.u16(depth).u16(shapeNumber).u16(depth + 1));
+    return movie.square(2, 0, 0, 100, green);
+}
+void placeMask(MovieFile& movie, unsigned depth, unsigned last) {
+    const Bits place = Bits().u8(swf::placeFlag::Character | swf::placeFlag::ClipDepth);
+    movie.tag(Tag::PlaceObject2, Bits(place).u16(depth).u16(shapeNumber).u16(last));
+}
+
+/// Masks of `edges` edges, each of which bounds one square.
+std::string masks(int edges, unsigned count) {
+    MovieFile movie = withMask(edges);
+    for (unsigned depth = 1; depth < 2 * count; depth += 2) {
+        placeMask(movie, depth, depth + 1);
         movie.place(2, depth + 1);
     }
+    return movie.show().file();
+}
+
+/// Masks that bound each other, and squares within them.
+std::string masksInMasks(int edges, unsigned count) {
+    MovieFile movie = withMask(edges);
+    for (unsigned depth = 1; depth <= count; ++depth)
+        placeMask(movie, depth, 60000);
+    for (unsigned depth = count + 1; depth < 2000; ++depth)
+        movie.place(2, depth);
     return movie.show().file();
 }
 
@@ -214,6 +245,7 @@ std::vector<WorstCase> worstCases() {
         {"translucent squares", translucent()},
         {"linear gradients", repeated(square(gradient(LinearGradient)), 900)},
         {"radial gradients", repeated(square(gradient(RadialGradient)), 900)},
+        {"gradients of light", lightGradients()},
         {"gradient in a zigzag",
          repeated(zigzag(filledWith(gradient(LinearGradient)).jumpAndFill(5, 0, 1), 200, 90, 0.5),
                   200)},
@@ -228,10 +260,14 @@ std::vector<WorstCase> worstCases() {
         {"roughly scaled pictures", pictures(RoughClippedBitmap, 0.3, false, 1000)},
         {"repeated pictures", pictures(RepeatingBitmap, 0.1, false, 1000)},
         {"pictures that extend their edges", pictures(ClippedBitmap, 0.1, false, 1000)},
+        {"pictures that are made smaller", pictures(ClippedBitmap, 0.0005, false, 100)},
         {"recolored pictures", recoloredPicture()},
         {"simple masks", masks(4, 2000)},
         {"complex masks", masks(500, 200)},
+        {"masks in masks", masksInMasks(500, 6)},
+        {"many masks in masks", masksInMasks(500, 200)},
         {"morphing", morphs(1000, 100)},
+        {"large morphs", morphs(30000, 3)},
         {"text", text()},
     };
 }
