@@ -326,7 +326,8 @@ void StreamNetwork::forget(const StreamSocket& listener) {
 bool StreamNetwork::announce(StreamSocket& listener, SocketHandle client) {
     const Outcome said = systemSockets::peek(client, readBuffer);
     if (said.result == Result::WouldBlock) return false;
-    newcomers.erase(client);
+    // A timer that runs costs each wait of the loop something.
+    if (newcomers.erase(client) > 0 && newcomers.empty()) silence->disable();
     if (said.result == Result::Done) {
         requests.push_back(client);
         currentRead = {readBuffer.data(), said.bytes};

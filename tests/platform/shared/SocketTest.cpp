@@ -127,6 +127,26 @@ TEST_F(Socket, DropsAClientThatIsSilentForAMinute) {
     EXPECT_THAT(door.events, IsEmpty());
 }
 
+TEST_F(Socket, WaitsForNobodyOnceEachClientHasSpoken) {
+    FakeLoop time;
+    StreamNetwork patient(loop.readiness, time);
+    RecordedSocket door(patient);
+    ASSERT_EQ(door->Listen(0), std::nullopt);
+    const FakeTimer& silence = *time.timers.at(0);
+    const std::size_t before = testSystem::countDescriptors();
+    Peer one = Peer::connectedTo(door->LocalPort());
+    Peer other = Peer::connectedTo(door->LocalPort());
+    // Both ends of both.
+    ASSERT_TRUE(loop.runUntil([&] { return testSystem::countDescriptors() == before + 4; }));
+    EXPECT_TRUE(silence.enabled);
+    one.send("x");
+    ASSERT_TRUE(loop.runUntil([&] { return door.events.size() == 1; }));
+    EXPECT_TRUE(silence.enabled);
+    other.send("x");
+    ASSERT_TRUE(loop.runUntil([&] { return door.events.size() == 2; }));
+    EXPECT_FALSE(silence.enabled);
+}
+
 TEST_F(Socket, CannotAcceptARequestAfterItsEvent) {
     RequestId announced = 0;
     listener->ConnectionRequest = [&](RequestId requestID) { announced = requestID; };
