@@ -20,6 +20,8 @@ public:
 
     /// Ticks every `interval`, which is positive, from now on. Ends a rest.
     virtual void enable(std::chrono::milliseconds interval) = 0;
+    /// The same, but at rest until `wake`.
+    virtual void enableAtRest(std::chrono::milliseconds interval) = 0;
     /// Stops the ticks.
     virtual void disable() = 0;
 

@@ -159,8 +159,13 @@ void MSNProxy::Winsock1_Connect(int Index) {
     const RunningEvent running(runningEvents);
     if (Index != serverSide) return;
     relaying = true;
-    // First: whatever becomes of the reply, the connection is watched.
-    Timer1->enable(watchInterval);
+    // First: whatever becomes of the reply, the connection is watched. A loss to come wakes the
+    // watch, so that only one that was before makes it tick.
+    if (Winsock1[clientSide]->State() == SocketState::Connected) {
+        Timer1->enableAtRest(watchInterval);
+    } else {
+        Timer1->enable(watchInterval);
+    }
     (void)Winsock1[clientSide]->SendData(std::string(requestGranted) + socksReplyTail);
 }
 

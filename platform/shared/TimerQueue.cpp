@@ -8,12 +8,16 @@ public:
     ~QueuedTimer() override { leaveQueue(); }
 
     void enable(std::chrono::milliseconds newInterval) override {
+        enableAtRest(newInterval);
+        wake();
+    }
+
+    void enableAtRest(std::chrono::milliseconds newInterval) override {
         leaveQueue();
         interval = newInterval;
         begin = Clock::now();
         enabled = true;
-        resting = false;
-        enterQueue();
+        resting = true;
     }
 
     void disable() override {

@@ -193,6 +193,9 @@ TEST_F(Socks, TheConnectEventOfTheClientSideDoesNothing) {
 TEST(Watch, RestsWhileBothSidesAreConnected) {
     Spine spine;
     spine.relay();
+    EXPECT_TRUE(spine.watch().enabled);
+    EXPECT_TRUE(spine.watch().resting);
+    spine.watch().wake();
     spine.watch().pass();
     EXPECT_TRUE(spine.watch().resting);
     EXPECT_EQ(spine.host.instances().size(), 1U);

@@ -104,8 +104,12 @@ public:
     std::chrono::milliseconds interval{0};
 
     void enable(std::chrono::milliseconds newInterval) override {
-        enabled = true;
+        enableAtRest(newInterval);
         resting = false;
+    }
+    void enableAtRest(std::chrono::milliseconds newInterval) override {
+        enabled = true;
+        resting = true;
         interval = newInterval;
     }
     void disable() override { enabled = false; }

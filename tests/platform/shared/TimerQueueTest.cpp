@@ -96,6 +96,19 @@ TEST_F(Timers, DoNotMakeUpForBeatsThatWereMissed) {
     EXPECT_GT(due(), late);
 }
 
+TEST_F(Timers, ThatAreEnabledAtRestKeepTheBeatOfThatMomentOnceTheyAreAwake) {
+    const auto timer = makeTimer();
+    const auto before = Clock::now();
+    timer->enableAtRest(1h);
+    const auto after = Clock::now();
+    EXPECT_EQ(queue.nextDue(), std::nullopt);
+    timer->wake();
+    EXPECT_GE(due(), before + 1h);
+    EXPECT_LE(due(), after + 1h);
+    timer->enableAtRest(1h);
+    EXPECT_EQ(queue.nextDue(), std::nullopt);
+}
+
 TEST_F(Timers, DoNotTickWhenDisabled) {
     const auto timer = makeTimer();
     timer->enable(1ms);
