@@ -5,15 +5,18 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <system_error>
 
 #include <sys/epoll.h>
+#include <sys/timerfd.h>
 
 namespace {
 
 /// How long the sockets may keep the windows waiting.
 constexpr std::chrono::milliseconds longestDispatch{4};
+
+/// Events are brisk when no more than this lies between two of them.
+constexpr std::chrono::milliseconds longestPause{1};
 
 std::uint32_t eventsOf(Readiness::Interest interest) {
     return (interest.receiving ? EPOLLIN : 0U) | (interest.sending ? EPOLLOUT : 0U);
@@ -43,8 +46,15 @@ private:
     Batch*& innermost;
 };
 
-Reactor::Reactor() : set(epoll_create1(EPOLL_CLOEXEC)) {
+Reactor::Reactor()
+    : set(epoll_create1(EPOLL_CLOEXEC)),
+      alarm(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)) {
     if (set.get() < 0) throw std::system_error(errno, std::generic_category(), "epoll_create1");
+    if (alarm.get() < 0) throw std::system_error(errno, std::generic_category(), "timerfd_create");
+    // Nobody is called when it goes off, and edge-triggered it need not be read.
+    epoll_event event{};
+    event.events = EPOLLIN | EPOLLET;
+    epoll_ctl(set.get(), EPOLL_CTL_ADD, alarm.get(), &event);
 }
 
 void Reactor::add(SocketHandle descriptor, Interest interest, Watched& watched) {
@@ -72,14 +82,29 @@ void Reactor::remove(SocketHandle descriptor, Watched& watched) {
 }
 
 void Reactor::dispatch() {
-    const auto deadline = std::chrono::steady_clock::now() + longestDispatch;
+    auto now = Clock::now();
+    const auto deadline = now + longestDispatch;
+    // A turn in the middle of an event does not wait for others.
+    const bool waits = batches == nullptr && now - lastDispatch < longestPause;
+    if (waits) setAlarm();
     Batch batch(batches);
     do {
-        batch.count = std::max(0, epoll_wait(set.get(), batch.events.data(), Batch::size, 0));
+        batch.count =
+            std::max(0, epoll_wait(set.get(), batch.events.data(), Batch::size, waits ? -1 : 0));
         for (int index = 0; index < batch.count; ++index) {
             auto* const watched = static_cast<Watched*>(batch.events[index].data.ptr);
             if (watched == nullptr) continue;
             runEvent([&] { watched->ready(readyFor(batch.events[index].events)); });
         }
-    } while (batch.count > 0 && std::chrono::steady_clock::now() < deadline);
+        now = Clock::now();
+    } while (batch.count > 0 && now < deadline);
+    lastDispatch = now;
+}
+
+/// Has the wait end with the dispatch. A time for each wait would cost more: the system sets its
+/// clock anew whenever somebody begins to wait with one, and a message is relayed in less.
+void Reactor::setAlarm() const {
+    itimerspec time{};
+    time.it_value.tv_nsec = std::chrono::nanoseconds(longestDispatch).count();
+    timerfd_settime(alarm.get(), 0, &time, nullptr);
 }

@@ -51,7 +51,8 @@ public:
     /// `watched` is not called any more, not even for what is known to be ready already.
     virtual void remove(SocketHandle socket, Watched& watched) = 0;
 
-    /// Serves what is ready until nothing is, but not so long that the windows would have to wait.
+    /// Serves what is ready until nothing is, or some milliseconds longer where more is to be
+    /// expected, but not so long that the windows would have to wait.
     /// May be called again while it runs.
     virtual void dispatch() = 0;
 };

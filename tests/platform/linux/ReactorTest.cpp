@@ -5,9 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
 
 #include <poll.h>
 #include <sys/eventfd.h>
+#include <sys/timerfd.h>
 #include <unistd.h>
 
 namespace {
@@ -57,6 +59,44 @@ TEST_F(DescriptorsInAReactor, MakeItReadableForAsLongAsTheyAreReady) {
     EXPECT_TRUE(isReadable());
     reactor.remove(counter.get(), seen);
     EXPECT_FALSE(isReadable());
+}
+
+TEST_F(DescriptorsInAReactor, AreWaitedForByTheDispatchItselfWhileTheyAreBrisk) {
+    struct Ticking final : Readiness::Watched {
+        const Descriptor timer{timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)};
+        int count = 0;
+
+        /// Longer than nearly all that keeps a process from running.
+        void setFor(std::chrono::nanoseconds time) const {
+            itimerspec in{};
+            in.it_value.tv_nsec = time.count();
+            ASSERT_EQ(timerfd_settime(timer.get(), 0, &in, nullptr), 0);
+        }
+
+        void ready(Readiness::Ready /*now*/) override {
+            ++count;
+            setFor(std::chrono::milliseconds{2});
+        }
+    } ticking;
+    reactor.add(ticking.timer.get(), {.receiving = true}, ticking);
+    const auto countOfOne = [&] {
+        const int before = ticking.count;
+        reactor.dispatch();
+        return ticking.count - before;
+    };
+    bool isWaitedFor = false;
+    // The first is not brisk, and another program may get in between.
+    for (int attempt = 0; attempt < 5 && !isWaitedFor; ++attempt) {
+        ticking.setFor(std::chrono::nanoseconds{1});
+        isWaitedFor = countOfOne() > 1;
+    }
+    EXPECT_TRUE(isWaitedFor);
+    // And no longer than that: nothing is ready any more.
+    reactor.change(ticking.timer.get(), {}, ticking);
+    EXPECT_EQ(countOfOne(), 0);
+    EXPECT_EQ(countOfOne(), 0);
+    EXPECT_FALSE(isReadable());
+    reactor.remove(ticking.timer.get(), ticking);
 }
 
 TEST_F(DescriptorsInAReactor, AreBrokenWhenTheOtherEndIsGone) {
