@@ -148,7 +148,8 @@ int main(int argc, char* argv[]) {
                                    [&] { return std::make_unique<frmnotes>(notes, *messageBox); });
     FormHolder<frmlog> log(FormLife::WholeRun,
                            [&] { return std::make_unique<frmlog>(*clock, *messageBox); });
-    FormHolder<frmabout> about(FormLife::UntilClosed);
+    FormHolder<frmabout> about(FormLife::UntilClosed,
+                               [] { return std::make_unique<frmabout>(firstWordsInOne()); });
 
     frmMain host(platform->network(), platform->loop(), *messageBox,
                  {settings, *machine, *clock, *chance, *registry, *player, *browser, notes,

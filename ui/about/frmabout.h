@@ -5,10 +5,13 @@
 
 #include <QPushButton>
 
+#include <string_view>
+
 /// The window that says what the program is. All of it is in its movie.
 class frmabout final : public Form {
 public:
-    frmabout();
+    /// `howToConnect`, what to enter in Messenger at this moment, is its tool-tip.
+    explicit frmabout(std::string_view howToConnect = {});
 
 private:
     Placed<ShockwaveFlash> ShockwaveFlash1{this, "ShockwaveFlash1", {0, 0, 7410, 3495}};

@@ -50,8 +50,7 @@ PagedForm::PagedForm(const Design& design)
 }
 
 void PagedForm::setBannerTip(const QString& text) {
-    // As a paragraph, which is wrapped.
-    banner.setToolTip("<p>" + text.toHtmlEscaped().replace('\n', "<br>") + "</p>");
+    setTip(banner, text);
     banner.setAccessibleDescription(text);
 }
 

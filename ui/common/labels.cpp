@@ -20,6 +20,12 @@ constexpr std::size_t mostShown = 2000;
 
 }  // namespace
 
+void setTip(QWidget& widget, const QString& lines) {
+    if (lines.isEmpty()) return;
+    // As a paragraph, which is wrapped.
+    widget.setToolTip("<p>" + lines.toHtmlEscaped().replace('\n', "<br>") + "</p>");
+}
+
 TextLabel::TextLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
     setWordWrap(true);

@@ -10,6 +10,10 @@
 #include <string>
 #include <string_view>
 
+/// Gives a widget a tool-tip of these lines, as they are, each wrapped where it must be;
+/// none without lines.
+void setTip(QWidget& widget, const QString& lines);
+
 /// Text that is shown as it is, over as many lines as it needs.
 class TextLabel : public QLabel {
 public:

@@ -44,6 +44,12 @@ TEST(AboutWindow, SaysItsTextToThoseWhoCannotSeeIt) {
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&window)->role(), QAccessible::Dialog);
 }
 
+TEST(AboutWindow, SaysHowToConnect) {
+    frmabout about("Use port 1090.\nIt is <open>.");
+    EXPECT_EQ(named<ShockwaveFlash>(about, "ShockwaveFlash1").toolTip(),
+              "<p>Use port 1090.<br>It is &lt;open&gt;.</p>");
+}
+
 TEST(AboutWindow, RestsAfterItsPlay) {
     FormHolder<frmabout> about(FormLife::UntilClosed);
     about.Show();
