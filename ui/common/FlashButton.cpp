@@ -123,8 +123,8 @@ void FlashButton::layOut() {
     ring.resize(size());
     const int middle = height() * twipsPerPixel / 2;
     const auto moveTo = [middle](QWidget& control, int designHeight, int below) {
-        const double up = (designHeight / 2 - below) * look::letterScale();
-        control.move(control.x(), pixels(middle - qRound(up)));
+        const int up = designHeight / 2 - below;
+        control.move(control.x(), pixels(middle - qRound(up * look::letterScale())));
     };
     // The text is at the top of its label, so this puts it into the middle.
     moveTo(Label1, 255, 15);
