@@ -68,10 +68,14 @@ inline void click(QWidget& control) {
     const QPoint mark(8, control.height() / 2);
     QTest::mouseClick(&control, Qt::LeftButton, {}, isMarked ? mark : QPoint());
 }
-/// A movie is clicked when it has been read.
+/// A movie is clicked when it has been read, and so is a button of one pressed.
 inline void click(ShockwaveFlash& movie) {
     EXPECT_TRUE(comesTrue([&] { return !movie.isReading(); }));
     QTest::mouseClick(&movie, Qt::LeftButton);
+}
+inline void press(FlashButton& button, Qt::Key key) {
+    EXPECT_TRUE(comesTrue([&] { return !button.b1.isReading(); }));
+    QTest::keyClick(&button, key);
 }
 
 /// The page of this index in a window of several, and the button that shows it.

@@ -167,13 +167,13 @@ TEST_F(HelpWindow, IsUsableByTheKeyboardAlone) {
     for (int presses = 0; presses < 20 && !button.hasFocus(); ++presses)
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     ASSERT_TRUE(button.hasFocus());
-    QTest::keyClick(&button, Qt::Key_Space);
+    press(button, Qt::Key_Space);
     EXPECT_TRUE(comesTrue([] { return page(1).isVisible(); }));
     auto& next = named<FlashButton>(window(), "FlashButton1");
     for (int presses = 0; presses < 20 && !next.hasFocus(); ++presses)
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     ASSERT_TRUE(next.hasFocus());
-    QTest::keyClick(&next, Qt::Key_Return);
+    press(next, Qt::Key_Return);
     EXPECT_TRUE(comesTrue([] { return shows(1); }));
 }
 
