@@ -75,7 +75,8 @@ void measureIdle(Desk& desk) {
     std::vector<Relay> open;
     for (int count = 0; count < 10; ++count)
         open.push_back(Relay::through(Program::port));
-    std::this_thread::sleep_for(3s);
+    // What was written at the start has been brought to the disk then.
+    std::this_thread::sleep_for(6s);
     constexpr auto time = 10s;
     const auto before = desk.program->wakeUps();
     std::this_thread::sleep_for(time);
