@@ -1,7 +1,6 @@
 #include "tests/support/XServer.h"
 
 #include "tests/support/Peer.h"
-#include "tests/support/StandIn.h"
 
 #include <stdexcept>
 #include <vector>
@@ -9,7 +8,11 @@
 namespace {
 
 std::vector<std::string> serverCommand(int screens, XServer::WhenLeft whenLeft) {
-    std::vector<std::string> words{"Xvfb", "-displayfd", "1", "-nolisten", "tcp"};
+    // The display has the number of the process. Servers that look for a free one find the same
+    // in networks of their own, and then share its files.
+    const char* const start = R"sh(exec Xvfb ":$(($$ % 50000 + 100))" "$@")sh";
+    std::vector<std::string> words{"sh",         "-c", start,       "Xvfb",
+                                   "-displayfd", "1",  "-nolisten", "tcp"};
     if (whenLeft == XServer::WhenLeft::StaysAsItIs) words.emplace_back("-noreset");
     if (whenLeft == XServer::WhenLeft::Ends) words.emplace_back("-terminate");
     for (int screen = 0; screen < screens; ++screen) {
@@ -25,11 +28,11 @@ XServer::XServer(int screens, WhenLeft whenLeft)
 
 WindowManager::WindowManager(const std::string& display)
     : manager(
-          {"env", "DISPLAY=" + display, "openbox", "--sm-disable", "--startup", "echo started"}) {
+          {"env", "DISPLAY=" + display, "openbox", "--sm-disable", "--startup", "echo started"}),
+      other(display) {
     while (manager.readLine() != "started") {
     }
     // It loses windows that are shown before its loop runs, of which it gives no sign.
-    StandIn other(display);
     const xcb_window_t first = other.open({"first", "first", "first"});
     const bool manages = becomesTrue([&] {
         if (other.isListed(first)) return true;

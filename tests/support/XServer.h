@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/Child.h"
+#include "tests/support/StandIn.h"
 
 #include <string>
 
@@ -32,4 +33,7 @@ public:
 
 private:
     Child manager;
+    /// Connected as long as the window manager runs: the server gives the numbers of windows of
+    /// one that leaves to the next, and events on the old ones are still on their way.
+    StandIn other;
 };

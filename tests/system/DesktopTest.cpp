@@ -68,7 +68,19 @@ protected:
             return testing::AssertionSuccess();
         }
         return testing::AssertionFailure()
-               << "titled " << other.bytes(window, "_NET_WM_NAME").value_or("nothing");
+               << "titled " << other.bytes(window, "_NET_WM_NAME").value_or("nothing") << "; "
+               << program->errors();
+    }
+    /// The same for a program that has just been started: the client sends these bytes until it has
+    /// found the window.
+    [[nodiscard]] testing::AssertionResult isTitledBy(Relay& relay, const std::string& bytes,
+                                                      xcb_window_t window,
+                                                      const std::string& title) {
+        (void)becomesTrue([&] {
+            (void)relay.up(bytes);
+            return other.bytes(window, "_NET_WM_NAME") == title;
+        });
+        return isTitled(window, title);
     }
     /// Whether a window of the program stands in the place of the toast of this slot.
     [[nodiscard]] bool isToastAt(int slot) {
@@ -130,8 +142,8 @@ TEST_F(OnTheDesktop, TheSignInIsShownInMessengersTitle) {
     const xcb_window_t messenger = openMessenger();
     start({{"progress", "1"}, {"messengerwindow", "1"}});
     Relay relay = Relay::through(Program::port);
-    (void)relay.up("VER 1 MSNP10 CVR0\r\n");
-    EXPECT_TRUE(isTitled(messenger, "Suggested signin progress: 5%"));
+    EXPECT_TRUE(
+        isTitledBy(relay, "VER 1 MSNP10 CVR0\r\n", messenger, "Suggested signin progress: 5%"));
     (void)relay.up("USR 3 TWN I ann@example.com\r\n");
     EXPECT_TRUE(isTitled(messenger, "Suggested signin progress: 15%"));
     (void)relay.up("QNG\r\n");
@@ -160,8 +172,7 @@ TEST_F(OnTheDesktop, ALostConnectionBringsTheUsersTitleBack) {
     const xcb_window_t messenger = openMessenger();
     start({{"progress", "1"}, {"messengerwindow", "1"}, {"windowrenamecaption", "Mine"}});
     Relay relay = Relay::through(Program::port);
-    (void)relay.up("CHG 5 NLN 0\r\n");
-    EXPECT_TRUE(isTitled(messenger, "Mine"));
+    EXPECT_TRUE(isTitledBy(relay, "CHG 5 NLN 0\r\n", messenger, "Mine"));
     other.setTitle(messenger, "Messenger's own");
     relay.client.close();
     EXPECT_TRUE(isTitled(messenger, "Mine"));
