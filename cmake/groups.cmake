@@ -38,10 +38,13 @@ function(form_all_groups directory)
             continue()
         endif()
         form_groups(${target} ${directory})
-        # The code of tests is compiled more often than it runs. It comes file by file only for the
-        # debugger, where one file is changed again and again.
-        if(directory STREQUAL "${PROJECT_SOURCE_DIR}/tests" AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
-            set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
+        if(CMAKE_BUILD_TYPE STREQUAL "Debug" OR NOT directory MATCHES "^${PROJECT_SOURCE_DIR}/tests(/|$)")
+            continue()
+        endif()
+        # Tests come file by file only for the debugger, where one file is changed again and again.
+        set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
+        # Their code is compiled more often than it runs; that of the support runs in benchmarks.
+        if(NOT target STREQUAL "test_support")
             # In one string, since CMake leaves out an option that it has seen before.
             target_compile_options(${target} PRIVATE "SHELL:-O0 -U_FORTIFY_SOURCE")
         endif()
