@@ -4,7 +4,7 @@
 #include <thread>
 
 /// How long a test waits for what must come. Nothing that goes well takes anywhere near it.
-constexpr std::chrono::seconds waitLimit{20};
+constexpr std::chrono::seconds waitLimit{60};
 
 /// Waits for a condition to become true; false when the limit runs out before.
 template <typename Condition>
