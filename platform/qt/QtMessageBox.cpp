@@ -5,6 +5,7 @@
 #include "platform/qt/waitingBoxes.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
@@ -22,11 +23,12 @@ void fill(QMessageBox& box, QMessageBox::Icon icon, QMessageBox::StandardButtons
     box.setWindowTitle(QApplication::applicationName());
     box.setTextFormat(Qt::PlainText);
     box.setText(toQString(text));
-    // A text of one line is beside the middle of the icon.
-    if (auto* const label = box.findChild<QLabel*>("qt_msgbox_label")) {
+    // A text of one line is beside the middle of the icon. The row and not the label has the icon's
+    // height: a label with a minimum of its own would be cut to that, however long its text is.
+    if (auto* const label = box.findChild<QLabel*>("qt_msgbox_label"))
         label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-        label->setMinimumHeight(box.style()->pixelMetric(QStyle::PM_MessageBoxIconSize));
-    }
+    if (auto* const rows = qobject_cast<QGridLayout*>(box.layout()))
+        rows->setRowMinimumHeight(0, box.style()->pixelMetric(QStyle::PM_MessageBoxIconSize));
 }
 
 class QtMessageBox final : public MessageBox {

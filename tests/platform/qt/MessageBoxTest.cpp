@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QPushButton>
 
 #include <functional>
@@ -152,6 +153,28 @@ TEST_F(Boxes, HaveDrawnIconsAndNoneOnTheirButtons) {
     EXPECT_EQ(box.iconPixmap().devicePixelRatio(), box.devicePixelRatio());
     EXPECT_EQ(box.iconPixmap().deviceIndependentSize(), QSizeF(32, 32));
     open().front()->close();
+}
+
+/// The label that shows a box's text.
+QLabel* textOf(const QMessageBox& box) { return box.findChild<QLabel*>("qt_msgbox_label"); }
+
+TEST_F(Boxes, ShowAllLinesOfTheirText) {
+    std::string wide;
+    for (int count = 0; count < 60; ++count)
+        wide += "words of a text, ";
+    const std::string texts[] = {
+        "one line", "one line\r\n\r\nand another behind an empty one",
+        "lines\r\n\r\nso many\r\n\r\nthat the icon\r\n\r\nis lower than they are", wide};
+    for (const std::string& text : texts) {
+        boxes->information(window.winId(), text, {});
+        ASSERT_EQ(open().size(), 1U);
+        const QLabel& label = *textOf(*open().front());
+        const int needed =
+            label.wordWrap() ? label.heightForWidth(label.width()) : label.sizeHint().height();
+        EXPECT_GE(label.height(), needed) << text.substr(0, 40);
+        EXPECT_GE(label.height(), 32);
+        open().front()->close();
+    }
 }
 
 TEST_F(Boxes, AtTheStartWaitForTheirAnswer) {
