@@ -16,6 +16,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 
 #include <cstdlib>
 #include <fstream>
@@ -253,10 +254,24 @@ protected:
     }
     /// Calls whoever owns the program's name.
     [[nodiscard]] bool calls(const char* method, const QVariantList& arguments) {
-        auto call = QDBusMessage::createMethodCall(COBWEAVE_ID, "/net/cobweave/Cobweave",
-                                                   "org.freedesktop.Application", method);
-        call.setArguments(arguments);
-        return desktop.call(call).type() == QDBusMessage::ReplyMessage;
+        return desktop.call(callOf(method, arguments)).type() == QDBusMessage::ReplyMessage;
+    }
+    /// The same, and goes on at once.
+    void startCalling(const char* method, const QVariantList& arguments) {
+        desktop.asyncCall(callOf(method, arguments));
+    }
+    /// Tells the bus how the program is started, as its package does: here by a file that appears,
+    /// for which the test starts it. Returns that file.
+    [[nodiscard]] std::filesystem::path makeStartable() {
+        const auto wanted = bus.folder() / "wanted";
+        std::ofstream(bus.folder() / "program.service")
+            << "[D-BUS Service]\nName=" << COBWEAVE_ID << "\nExec=/usr/bin/touch "
+            << wanted.string() << '\n';
+        const auto answer = desktop.call(
+            QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                           "org.freedesktop.DBus", "ReloadConfig"));
+        EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage);
+        return wanted;
     }
 
 private:
@@ -264,7 +279,22 @@ private:
     QCoreApplication application{count, nullptr};
     QDBusConnection desktop{
         QDBusConnection::connectToBus(QString::fromStdString(bus.address()), "desktop")};
+
+    [[nodiscard]] static QDBusMessage callOf(const char* method, const QVariantList& arguments) {
+        auto call = QDBusMessage::createMethodCall(COBWEAVE_ID, "/net/cobweave/Cobweave",
+                                                   "org.freedesktop.Application", method);
+        call.setArguments(arguments);
+        return call;
+    }
 };
+
+TEST_F(Launched, ShowsTheOptionsByTheClickThatStartsIt) {
+    const std::filesystem::path wanted = makeStartable();
+    startCalling("Activate", {QVariantMap()});
+    ASSERT_TRUE(becomesTrue([&] { return std::filesystem::exists(wanted); }));
+    startOnTheBus();
+    display.waitForWindow("Cobweave - Options");
+}
 
 TEST_F(Launched, ShowsTheOptionsByAClickAndEndsByItsMenu) {
     startOnTheBus();
