@@ -35,8 +35,8 @@ void roles::apply() { QAccessible::installFactory(interfaceOf); }
 
 void roles::set(QObject& widget, QAccessible::Role role) {
     widget.setProperty(property, static_cast<int>(role));
-    if (!QAccessible::isActive()) return;
-    // A name or a text that was set before has made an interface, of another role.
+    // A name or a text that was set before has made an interface, of another role, whether or not
+    // an assistive program runs as yet.
     QAccessible::deleteAccessibleInterface(
         QAccessible::uniqueId(QAccessible::queryAccessibleInterface(&widget)));
 }

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QPointer>
@@ -271,6 +272,21 @@ TEST_F(Toasts, HaveTheirPlacesColorsAndCursors) {
     EXPECT_EQ(toast.Label2.palette().color(QPalette::WindowText), QColor(31, 51, 107));
     EXPECT_TRUE(toast.Label2.font().underline());
     EXPECT_EQ(toast.Label1.cursor().shape(), toast.Image1.cursor().shape());
+}
+
+TEST_F(Toasts, AreAlertsWithATextALinkAndAButtonForAssistivePrograms) {
+    frmpopup& toast = show();
+    const std::tuple<QWidget*, QAccessible::Role, QString> parts[] = {
+        {&toast, QAccessible::AlertMessage, "Cobweave"},
+        {&toast.Label1, QAccessible::StaticText, "Hello"},
+        {&toast.Label2, QAccessible::Link, "Copy to Clipboard"},
+        {&toast.Image1, QAccessible::Button, "Close"},
+    };
+    for (const auto& [part, role, name] : parts) {
+        const QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(part);
+        EXPECT_EQ(face->role(), role) << name.toStdString();
+        EXPECT_EQ(face->text(QAccessible::Name), name);
+    }
 }
 
 TEST_F(Toasts, AThousandAtOnceFillThePlacesAndNoMore) {
