@@ -49,10 +49,7 @@ PagedForm::PagedForm(const Design& design)
     showPage(0);
 }
 
-void PagedForm::setBannerTip(const QString& text) {
-    setTip(banner, text);
-    banner.setAccessibleDescription(text);
-}
+void PagedForm::setBannerTip(const QString& text) { setTip(banner, text); }
 
 void PagedForm::showPage(int index) {
     for (int other = 0; other <= lastPage; ++other) {

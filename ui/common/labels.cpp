@@ -24,6 +24,8 @@ void setTip(QWidget& widget, const QString& lines) {
     if (lines.isEmpty()) return;
     // As a paragraph, which is wrapped.
     widget.setToolTip("<p>" + lines.toHtmlEscaped().replace('\n', "<br>") + "</p>");
+    // Which assistive programs would read out with its marks.
+    widget.setAccessibleDescription(lines);
 }
 
 TextLabel::TextLabel(QWidget* parent) : QLabel(parent) {

@@ -10,8 +10,8 @@
 #include <string>
 #include <string_view>
 
-/// Gives a widget a tool-tip of these lines, as they are, each wrapped where it must be;
-/// none without lines.
+/// Gives a widget a tool-tip of these lines, as they are, each wrapped where it must be, which
+/// assistive programs get as its description; none without lines.
 void setTip(QWidget& widget, const QString& lines);
 
 /// Text that is shown as it is, over as many lines as it needs.

@@ -46,8 +46,9 @@ TEST(AboutWindow, SaysItsTextToThoseWhoCannotSeeIt) {
 
 TEST(AboutWindow, SaysHowToConnect) {
     frmabout about("Use port 1090.\nIt is <open>.");
-    EXPECT_EQ(named<ShockwaveFlash>(about, "ShockwaveFlash1").toolTip(),
-              "<p>Use port 1090.<br>It is &lt;open&gt;.</p>");
+    const auto& movie = named<ShockwaveFlash>(about, "ShockwaveFlash1");
+    EXPECT_EQ(movie.toolTip(), "<p>Use port 1090.<br>It is &lt;open&gt;.</p>");
+    EXPECT_EQ(movie.accessibleDescription(), "Use port 1090.\nIt is <open>.");
 }
 
 TEST(AboutWindow, RestsAfterItsPlay) {
