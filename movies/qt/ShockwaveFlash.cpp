@@ -23,6 +23,8 @@ constexpr int timeForDrawing = 4;
 /// So that small movies are there at once: more is read when the loop comes round again.
 constexpr int millisecondsAtOnce = 1;
 constexpr int millisecondsToRedraw = 10;
+/// So many moves, presses and keys are kept while a movie is read.
+constexpr std::size_t mostInputs = 256;
 
 /// So much of a file is read in one step.
 constexpr std::size_t bytesPerStep = std::size_t{256} << 10;
@@ -78,6 +80,7 @@ void ShockwaveFlash::setMovie(const std::filesystem::path& file) {
     player.reset();
     frames = 0;
     drawingTime = 0;
+    inputs.clear();
     loader.reset();
     content.clear();
     source = opened(path);
@@ -112,9 +115,12 @@ void ShockwaveFlash::readOn() {
     const std::shared_ptr<const swf::Movie> movie = loader->take();
     loader.reset();
     const QPointer<ShockwaveFlash> self(this);
+    const auto kept = std::exchange(inputs, {});
     if (movie->timeline.frameCount() > 0) {
         player = std::make_unique<swf::Player>(movie);
         painter.emplace(movie);
+        for (const auto& input : kept)
+            input();
         refresh();
     }
     if (self) Read();
@@ -154,9 +160,22 @@ void ShockwaveFlash::setExactFit(bool wanted) {
 }
 
 bool ShockwaveFlash::key(int code) {
+    if (isReading()) {
+        hand([this, code] { static_cast<void>(player->key(movieKey(code))); });
+        return true;
+    }
     if (!player || !player->key(movieKey(code))) return false;
     refresh();
     return true;
+}
+
+void ShockwaveFlash::hand(std::function<void()> input) {
+    if (player) {
+        input();
+        refresh();
+    } else if (isReading() && inputs.size() < mostInputs) {
+        inputs.push_back(std::move(input));
+    }
 }
 
 swf::Matrix ShockwaveFlash::placeOn(const QRectF& surface) const {
@@ -224,22 +243,20 @@ void ShockwaveFlash::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void ShockwaveFlash::point(QMouseEvent* event, bool held) {
-    if (!player || rect().isEmpty()) return;
-    const QPointF at = event->position();
-    player->mouse(placeOn(rect()).mapBack({at.x(), at.y()}), held);
-    if (!player->overButton()) {
-        unsetCursor();
-    } else if (cursor().shape() != Qt::PointingHandCursor) {
-        setCursor(Qt::PointingHandCursor);
-    }
-    refresh();
+    hand([this, held, at = event->position()] {
+        if (rect().isEmpty()) return;
+        player->mouse(placeOn(rect()).mapBack({at.x(), at.y()}), held);
+        if (!player->overButton()) {
+            unsetCursor();
+        } else if (cursor().shape() != Qt::PointingHandCursor) {
+            setCursor(Qt::PointingHandCursor);
+        }
+    });
 }
 
 void ShockwaveFlash::leaveEvent(QEvent* event) {
     QWidget::leaveEvent(event);
-    if (!player) return;
-    player->mouseLeft(false);
-    refresh();
+    hand([this] { player->mouseLeft(false); });
 }
 
 void ShockwaveFlash::keyPressEvent(QKeyEvent* event) {

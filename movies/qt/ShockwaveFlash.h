@@ -10,10 +10,12 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// A control that plays a vector movie from a file. Without a file, or with one that is no movie,
 /// it is empty: what is behind it shows, and there is no error. Its timers run only while it can be
@@ -39,7 +41,7 @@ public:
     [[nodiscard]] bool exactFit() const { return stretched; }
 
     /// Passes on a key (of Qt::Key) that went down elsewhere. False when the movie has no use for
-    /// it.
+    /// it. While the movie is still read the key is kept for it, as what the mouse does is.
     bool key(int code);
 
     /// A command of the movie, with its arguments. The receiver may do anything, such as end this
@@ -73,6 +75,8 @@ private:
     void readOn();
     void goOn();
     void point(QMouseEvent* event, bool held);
+    /// Hands the player something, now or when the movie has been read.
+    void hand(std::function<void()> input);
     /// After anything that may have changed the movie: asks for a repaint, starts or stops the
     /// timer, and passes commands on.
     void refresh();
@@ -86,6 +90,8 @@ private:
     std::optional<swf::MovieLoader> loader;
     std::unique_ptr<swf::Player> player;
     std::optional<MoviePainter> painter;
+    /// What came before there was a player.
+    std::vector<std::function<void()>> inputs;
     QTimer frameTimer;
     QTimer readTimer;
     QTimer redrawTimer;

@@ -140,18 +140,6 @@ TEST_F(MovieControl, RestsWhileItsParentCannotBeSeen) {
     EXPECT_FALSE(child->isAwake());
 }
 
-/// A button that covers the movie and says "click" on a press and on the key.
-MovieFile buttonMovie() {
-    MovieFile movie;
-    movie.square(1, 0, 0, 100, red).square(2, 0, 0, 100, green);
-    Bits records = Bits().u8(9).u16(1).u16(1).move(0, 0).u8(0);
-    records.u8(6).u16(2).u16(2).move(0, 0).u8(0).u8(0);
-    const std::string code = command("click").u8(0).get();
-    Bits body = Bits().u16(9).u8(0).u16(static_cast<unsigned>(records.get().size() + 2));
-    body.raw(records.get()).u16(static_cast<unsigned>(code.size() + 4)).u16(4).raw(code);
-    return movie.tag(Tag::DefineButton2, body.u16(0).u16(32U << 9U).raw(code)).place(9, 1).show();
-}
-
 TEST_F(MovieControl, TellsOfPressesAndKeys) {
     std::string told;
     control.FSCommand = [&](std::string_view name, std::string_view arguments) {
@@ -161,7 +149,7 @@ TEST_F(MovieControl, TellsOfPressesAndKeys) {
         told += ')';
     };
     control.setExactFit(true);
-    play(buttonMovie());
+    play(clickMovie());
     send(QEvent::MouseMove, 50, 50, Qt::NoButton);
     EXPECT_EQ(at(50, 50), green);
     EXPECT_EQ(told, "");
@@ -186,7 +174,7 @@ TEST_F(MovieControl, MayBeEndedByTheReceiverOfACommand) {
         ++calls;
         movie.reset();
     };
-    set(*movie, save(buttonMovie().file()));
+    set(*movie, save(clickMovie().file()));
     EXPECT_TRUE(movie->key(Qt::Key_Space));
     EXPECT_EQ(calls, 1);
     EXPECT_EQ(movie, nullptr);
@@ -202,15 +190,44 @@ TEST_F(MovieControl, MayPlayAnotherMovieWhenOneTellsSomething) {
 }
 
 TEST_F(MovieControl, ReadsALargeFilePieceByPiece) {
-    MovieFile movie;
-    movie.tag(Tag::SetBackgroundColor, Bits().rgb(green))
-        .tag(unknownTag(999), Bits().raw(std::string(40 << 20, 'x')))
-        .show();
+    const MovieFile movie =
+        MovieFile().tag(Tag::SetBackgroundColor, Bits().rgb(green)).longToRead().show();
     control.setMovie(save(movie.packedFile()));
     EXPECT_TRUE(control.isAwake());
     EXPECT_EQ(at(100, 50), yellow);
     EXPECT_TRUE(comesTrue([&] { return !control.isAwake(); }));
     EXPECT_EQ(at(100, 50), green);
+}
+
+TEST_F(MovieControl, KeepsClicksAndKeysUntilItsMovieHasBeenRead) {
+    int clicks = 0;
+    control.FSCommand = [&](std::string_view, std::string_view) { ++clicks; };
+    control.setExactFit(true);
+    control.setMovie(save(clickMovie().longToRead().packedFile()));
+    ASSERT_TRUE(control.isReading());
+    send(QEvent::MouseMove, 50, 50, Qt::NoButton);
+    send(QEvent::MouseButtonPress, 50, 50, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, 50, 50, Qt::NoButton);
+    EXPECT_TRUE(control.key(Qt::Key_Space));
+    EXPECT_TRUE(control.key(Qt::Key_X));
+    EXPECT_EQ(clicks, 0);
+    EXPECT_TRUE(comesTrue([&] { return clicks == 2; }));
+    EXPECT_EQ(at(50, 50), green);
+}
+
+TEST_F(MovieControl, DropsWhatCameForAMovieThatIsNotPlayed) {
+    int clicks = 0;
+    control.FSCommand = [&](std::string_view, std::string_view) { ++clicks; };
+    const auto late = save(clickMovie().longToRead().packedFile());
+    control.setMovie(late);
+    EXPECT_TRUE(control.key(Qt::Key_Space));
+    set(control, late);
+    EXPECT_EQ(clicks, 0);
+    control.setMovie(save(std::string(std::size_t{8} << 20, '.'), "none.swf"));
+    static_cast<void>(control.key(Qt::Key_Space));
+    EXPECT_TRUE(comesTrue([&] { return !control.isReading(); }));
+    EXPECT_FALSE(control.key(Qt::Key_Space));
+    EXPECT_EQ(clicks, 0);
 }
 
 }  // namespace

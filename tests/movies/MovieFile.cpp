@@ -143,6 +143,10 @@ MovieFile& MovieFile::sprite(unsigned number, const MovieFile& inner) {
     return tag(Tag::DefineSprite, Bits().u16(number).u16(1).raw(inner.tags()).u16(0));
 }
 
+MovieFile& MovieFile::longToRead() {
+    return tag(unknownTag(999), Bits().raw(std::string(std::size_t{16} << 20, 'x')));
+}
+
 std::string MovieFile::body() const {
     return Bits().rect(0, 100, 0, 100).u16(20 * 256).u16(1).raw(content).u16(0).get();
 }
@@ -157,6 +161,17 @@ std::string MovieFile::packedFile(unsigned version) const {
     const std::string all = body();
     return Bits().raw("CWS").u8(version).u32(static_cast<std::uint32_t>(all.size() + 8)).get() +
            packed(all);
+}
+
+MovieFile clickMovie() {
+    MovieFile movie;
+    movie.square(1, 0, 0, 100, 0xFF0000).square(2, 0, 0, 100, 0x00FF00);
+    Bits records = Bits().u8(9).u16(1).u16(1).move(0, 0).u8(0);
+    records.u8(6).u16(2).u16(2).move(0, 0).u8(0).u8(0);
+    const std::string code = command("click").u8(0).get();
+    Bits body = Bits().u16(9).u8(0).u16(static_cast<unsigned>(records.get().size() + 2));
+    body.raw(records.get()).u16(static_cast<unsigned>(code.size() + 4)).u16(4).raw(code);
+    return movie.tag(Tag::DefineButton2, body.u16(0).u16(32U << 9U).raw(code)).place(9, 1).show();
 }
 
 std::string packed(std::string_view bytes) {

@@ -58,6 +58,8 @@ public:
     MovieFile& actions(const Bits& code);
     MovieFile& label(std::string_view name);
     MovieFile& sprite(unsigned number, const MovieFile& content);
+    /// Something that nobody knows and that takes many steps to read.
+    MovieFile& longToRead();
 
     [[nodiscard]] const std::string& tags() const { return content; }
     /// What the file is behind its first eight bytes.
@@ -68,6 +70,10 @@ public:
 private:
     std::string content;
 };
+
+/// A button that covers the movie, red and under the mouse green, and says "click" on a press and
+/// on the space bar; numbers 1, 2 and 9.
+[[nodiscard]] MovieFile clickMovie();
 
 /// What zlib makes of the bytes.
 [[nodiscard]] std::string packed(std::string_view bytes);

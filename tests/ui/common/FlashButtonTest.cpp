@@ -1,4 +1,5 @@
 #include "platform/Folders.h"
+#include "tests/movies/MovieFile.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/ui/windows.h"
 #include "ui/common/FlashButton.h"
@@ -60,6 +61,22 @@ TEST_F(Button, IsPressedByTheSpaceBarAndEnter) {
     }
     QTest::keyClick(&button, Qt::Key_X);
     EXPECT_EQ(clicks, expected);
+}
+
+TEST_F(Button, IsPressedBeforeItsMovieHasBeenRead) {
+    const TemporaryFolder folder;
+    const std::filesystem::path file = folder.path() / "late.swf";
+    std::ofstream(file, std::ios::binary) << clickMovie().longToRead().packedFile();
+    FlashButton late(&window, file);
+    late.Click = [this] { ++clicks; };
+    late.setGeometry(5, 50, 171, 35);
+    late.show();
+    ASSERT_TRUE(late.b1.isReading());
+    QTest::mouseClick(&late.b1, Qt::LeftButton);
+    QTest::keyClick(&late, Qt::Key_Space);
+    late.click();
+    EXPECT_EQ(clicks, 0);
+    EXPECT_TRUE(comesTrue([&] { return clicks == 3; }));
 }
 
 TEST_F(Button, IsPressedByAssistivePrograms) {
