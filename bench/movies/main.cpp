@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -42,12 +44,29 @@ Times drawn(Screening& screen, double scale) {
     Times times;
     times.real = std::numeric_limits<double>::max();
     constexpr int rounds = 7;
-    for (int round = 0; round < rounds; ++round) {
-        const double real = screen.drawingTime(scale, now);
+    for (int round = 1; round <= rounds; ++round) {
+        const double real = screen.drawingTime(scale, now, round * 1e-4);
         if (real >= times.real) continue;
         times = {screen.outcome.cost / 1e6, real, screen.outcome.cut};
     }
     return times;
+}
+
+/// The longest drawing while a movie is played to its rest, frame by frame.
+Times played(const std::string& file, double scale) {
+    constexpr int rounds = 3;
+    std::vector<Times> frames(120, {0, std::numeric_limits<double>::max(), false});
+    for (int round = 0; round < rounds; ++round) {
+        Screening screen(file, DrawingBudget::processorTime);
+        for (Times& frame : frames) {
+            const double real = screen.drawingTime(scale, now);
+            if (real < frame.real) frame = {screen.outcome.cost / 1e6, real, screen.outcome.cut};
+            screen.advance();
+        }
+    }
+    return *std::max_element(
+        frames.begin(), frames.end(),
+        [](const Times& one, const Times& other) { return one.real < other.real; });
 }
 
 /// Whether what is promised holds: no frame above `most` ms, none below 5 ms cut. The counts only
@@ -62,30 +81,32 @@ bool print(const std::string& name, double scale, const Times& times, double mos
 
 }  // namespace
 
-/// Shows the processor time that drawing takes, of all threads, and what it was counted to take.
+/// Shows the processor time that drawing takes, of all threads, and what it was counted to take: of
+/// all movies, or of those whose name has the word that is given.
 int main(int argc, char* argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
+    const std::string_view word = argc > 1 ? argv[1] : "";
+    const auto isWanted = [&](std::string_view name) { return name.find(word) != name.npos; };
     bool held = true;
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     std::printf("%-36s %4s %8s %8s %6s\n", "movie", "size", "counted", "real ms", "ratio");
     for (const char* name : {"button", "about", "generaloptions", "signingin", "tsmessages",
                              "alerts", "windowrename"}) {
+        if (!isWanted(name)) continue;
         const std::string content = readFile(std::string(COBWEAVE_MOVIES "/") + name + ".swf");
         for (const double scale : {1.0, 1.25, 2.0, 4.0}) {
-            Screening screen(content, DrawingBudget::processorTime);
-            Times longest;
-            for (int frame = 0; frame < 120; frame += 10) {
-                const Times times = drawn(screen, scale);
-                if (times.real > longest.real) longest = times;
-                screen.advance(10);
-            }
             // Half of what there is, so that all is seen on a machine of half the speed.
             const double most = scale <= 2 ? DrawingBudget::whole / 2e6 : mostOfAll;
-            held = print(name, scale, longest, most) && held;
+            held = print(name, scale, played(content, scale), most) && held;
+            // As when the window has got another size.
+            Screening screen(content, DrawingBudget::processorTime);
+            screen.advance(120);
+            held = print("  all of it at once", scale, drawn(screen, scale), mostOfAll) && held;
         }
     }
     for (const WorstCase& worst : worstCases()) {
+        if (!isWanted(worst.name)) continue;
         for (const double scale : {1.0, 4.0, 8.0}) {
             Screening screen(worst.file, DrawingBudget::processorTime);
             held = print(worst.name, scale, drawn(screen, scale), mostOfAll) && held;

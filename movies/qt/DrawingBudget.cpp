@@ -45,6 +45,7 @@ constexpr double smoothPixelCost = 3;
 constexpr double recolorPixelCost = 10;
 constexpr double halvedPixelCost = 2;
 constexpr double extendedPixelCost = 4;
+constexpr double layerCost = 20000;
 constexpr double layerPixelCost = 3;
 constexpr double maskCost = 3000;
 constexpr double maskRowCost = 40;
@@ -160,7 +161,12 @@ double DrawingCosts::line(const moviePaths::Path& path, double width) const {
 
 double DrawingCosts::layer() const {
     const QRectF seen = inPixels(view.visible);
-    return layerPixelCost * seen.width() * seen.height();
+    return layerCost + layerPixelCost * seen.width() * seen.height();
+}
+
+double DrawingCosts::wholePicture() const {
+    const QRectF seen = inPixels(view.visible);
+    return blendedPixelCost * seen.width() * seen.height();
 }
 
 double DrawingCosts::mask(const moviePaths::Path& path) const {

@@ -112,6 +112,8 @@ public:
     [[nodiscard]] int bands(const moviePaths::Path& path, double counted) const;
     /// To begin to draw things apart from the others, and the same again to bring them onto those.
     [[nodiscard]] double layer() const;
+    /// To bring a picture of all that is seen onto what is there.
+    [[nodiscard]] double wholePicture() const;
     /// To bound others by a path of which this is a part.
     [[nodiscard]] double mask(const moviePaths::Path& path) const;
 

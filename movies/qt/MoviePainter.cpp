@@ -9,6 +9,9 @@
 
 namespace {
 
+/// What takes less is drawn anew each time.
+constexpr double leastCost = DrawingBudget::whole / 8;
+
 bool isInvisible(const swf::ColorTransform& colors) {
     return colors.multiply[3] <= 0 && colors.add[3] <= 0;
 }
@@ -29,6 +32,11 @@ MoviePainter::Outcome MoviePainter::draw(QPainter& target, const QRectF& surface
                                          const swf::DisplayList& list, const swf::Matrix& matrix) {
     painter = &target;
     view = {surface, std::sqrt(std::abs(target.deviceTransform().determinant()))};
+    const QTransform toPixels = target.deviceTransform();
+    const QRect pixels = toPixels.mapRect(surface).toAlignedRect();
+    imageSize = pixels.size();
+    imagePlace = toPixels.inverted().mapRect(QRectF(pixels));
+    toImage = toPixels * QTransform::fromTranslate(-pixels.x(), -pixels.y());
     costs = DrawingCosts(view);
     budget = DrawingBudget(clock);
     mayUnpack = true;
@@ -40,22 +48,67 @@ MoviePainter::Outcome MoviePainter::draw(QPainter& target, const QRectF& surface
     target.setClipRect(surface, Qt::IntersectClip);
     target.setRenderHint(QPainter::Antialiasing);
     target.setPen(Qt::NoPen);
-    drawList(list, {matrix, {}});
+    const Pose pose{matrix, {}};
+    drawList(list, drawStill(list, pose), pose);
     target.restore();
+    lastCost = budget.taken();
     // Without progress another drawing would show no more. What is made ready now, here or by the
-    // thread that unpacks, takes no time then.
-    const bool goesOn = progressed || pictures.isBusy();
+    // thread that unpacks, takes no time then, and neither does what stands still.
+    const bool goesOn = progressed || pictures.isBusy() || still.isNew() || mayAddStill();
     const bool isPartial = unfinished || budget.exceeded();
     return {budget.taken(), budget.exceeded(), postponed != nullptr || (goesOn && isPartial)};
 }
 
-void MoviePainter::drawList(const swf::DisplayList& list, const Pose& pose) {
+swf::DisplayList::const_iterator MoviePainter::drawStill(const swf::DisplayList& list,
+                                                         const Pose& pose) {
+    still.compare(list, pose.matrix, toImage, imageSize);
+    auto next = std::next(list.begin(), static_cast<std::ptrdiff_t>(still.shown()));
+    const double cost = costs.wholePicture();
+    bool failed = false;
+    if (mayAddStill()) {
+        QPainter* const below = painter;
+        QPainter layer;
+        beginImage(layer, still.image);
+        painter = &layer;
+        budget.reserve(cost);
+        // The other half of the time is for what moves.
+        for (; !failed && still.hasMore() && budget.left() > DrawingBudget::whole / 2; ++next) {
+            const swf::Instance& instance = next->second;
+            drawInstance(instance, {pose.matrix.after(instance.matrix), instance.colors});
+            failed = budget.exceeded() || unfinished || postponed != nullptr;
+            if (!failed) still.add();
+        }
+        budget.release(cost);
+        painter = below;
+    }
+    if (!still.image.isNull()) {
+        budget.add(cost);
+        painter->drawImage(imagePlace, still.image);
+    }
+    // Part of a thing is there, which can be neither left out nor drawn again.
+    if (failed && budget.exceeded()) {
+        still.giveUp();
+    } else if (failed) {
+        still.drop();
+    }
+    return next;
+}
+
+bool MoviePainter::mayAddStill() const {
+    const double cost = costs.wholePicture();
+    const bool isWorthIt = still.shown() > 0 || lastCost > std::max(2 * cost, leastCost);
+    return isWorthIt && still.hasMore() && cost < DrawingBudget::whole / 4;
+}
+
+void MoviePainter::drawList(const swf::DisplayList& list, swf::DisplayList::const_iterator first,
+                            const Pose& pose) {
     std::vector<std::pair<std::uint16_t, std::unique_ptr<Layer>>> masks;
     const auto endLast = [&] {
         endMask(std::move(masks.back().second));
         masks.pop_back();
     };
-    for (const auto& [depth, instance] : list) {
+    for (; first != list.end(); ++first) {
+        const auto& [depth, instance] = *first;
         while (!masks.empty() && depth > masks.back().first)
             endLast();
         if (!budget.take(DrawingCosts::instance)) break;
@@ -68,61 +121,60 @@ void MoviePainter::drawList(const swf::DisplayList& list, const Pose& pose) {
         collect(instance, inner.matrix, mask);
         const bool isLarge = mask.cost > DrawingCosts::atOnce;
         if (!budget.take(isLarge ? costs.layer() : mask.cost)) break;
-        masks.emplace_back(instance.clipDepth, beginMask(std::move(mask)));
+        masks.emplace_back(instance.clipDepth, beginMask(mask));
     }
     while (!masks.empty())
         endLast();
 }
 
-std::unique_ptr<MoviePainter::Layer> MoviePainter::beginMask(Mask mask) {
-    painter->save();
+void MoviePainter::beginImage(QPainter& on, QImage& image) const {
+    if (image.isNull()) {
+        image = QImage(imageSize, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+    }
+    on.begin(&image);
+    on.setTransform(toImage);
+    on.setRenderHint(QPainter::Antialiasing);
+    on.setPen(Qt::NoPen);
+}
+
+std::unique_ptr<MoviePainter::Layer> MoviePainter::beginMask(const Mask& mask) {
     if (mask.cost <= DrawingCosts::atOnce) {
+        painter->save();
         painter->setClipPath(mask.outline.path, Qt::IntersectClip);
         return nullptr;
     }
     budget.reserve(costs.layer());
-    const QTransform toPixels = painter->deviceTransform();
-    const QRect pixels = toPixels.mapRect(view.visible).toAlignedRect();
     auto layer = std::make_unique<Layer>();
-    layer->image = QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied);
-    layer->image.fill(Qt::transparent);
-    layer->place = toPixels.inverted().mapRect(QRectF(pixels));
-    layer->mask = std::move(mask);
     layer->below = painter;
-    layer->painter = std::make_unique<QPainter>(&layer->image);
-    layer->painter->setTransform(toPixels * QTransform::fromTranslate(-pixels.x(), -pixels.y()));
-    layer->painter->setRenderHints(painter->renderHints());
-    layer->painter->setPen(Qt::NoPen);
-    painter = layer->painter.get();
+    // Before what it bounds, so that the first things are seen when the time ends among them.
+    QPainter maskPainter;
+    beginImage(maskPainter, layer->mask);
+    painter = &maskPainter;
+    fillPath(mask.outline, Qt::black, mask.cost);
+    beginImage(layer->painter, layer->image);
+    painter = &layer->painter;
     return layer;
 }
 
 void MoviePainter::endMask(std::unique_ptr<Layer> layer) {
-    if (layer) {
-        QImage shape(layer->image.size(), QImage::Format_ARGB32_Premultiplied);
-        shape.fill(Qt::transparent);
-        QPainter shapePainter(&shape);
-        shapePainter.setTransform(painter->transform());
-        shapePainter.setRenderHints(painter->renderHints());
-        shapePainter.setPen(Qt::NoPen);
-        painter = &shapePainter;
-        fillPath(layer->mask.outline, Qt::black, layer->mask.cost);
-        shapePainter.end();
-        layer->painter->resetTransform();
-        layer->painter->setCompositionMode(QPainter::CompositionMode_DestinationIn);
-        layer->painter->drawImage(0, 0, shape);
-        layer->painter->end();
-        painter = layer->below;
-        painter->drawImage(layer->place, layer->image);
-        budget.release(costs.layer());
+    if (!layer) {
+        painter->restore();
+        return;
     }
-    painter->restore();
+    painter->resetTransform();
+    painter->setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter->drawImage(0, 0, layer->mask);
+    painter->end();
+    painter = layer->below;
+    painter->drawImage(imagePlace, layer->image);
+    budget.release(costs.layer());
 }
 
 void MoviePainter::drawInstance(const swf::Instance& instance, const Pose& pose) {
     if (!pose.matrix.usable() || isInvisible(pose.colors)) return;
     if (const swf::DisplayList* inner = instance.inner()) {
-        drawList(*inner, pose);
+        drawList(*inner, inner->begin(), pose);
     } else if (const auto* shape = movie->find<swf::Shape>(instance.character)) {
         if (const auto* ready = paintingsOf(*shape)) drawShape(*ready, *shape, pose);
     } else if (const auto* morph = movie->find<swf::MorphShape>(instance.character)) {

@@ -6,6 +6,7 @@
 #include "movies/qt/DrawingBudget.h"
 #include "movies/qt/MoviePaths.h"
 #include "movies/qt/MoviePictures.h"
+#include "movies/qt/StillLayer.h"
 
 #include <QPainter>
 
@@ -50,16 +51,22 @@ private:
     };
     /// What is bounded by something that takes long to draw is drawn apart.
     struct Layer {
+        /// What of the image is seen, by its alpha.
+        QImage mask;
         QImage image;
-        std::unique_ptr<QPainter> painter;
+        QPainter painter;
         QPainter* below = nullptr;
-        /// Where it belongs, in the units of the drawing.
-        QRectF place;
-        Mask mask;
     };
-    void drawList(const swf::DisplayList& list, const Pose& pose);
+    /// Draws what stands still at the back, as far as it is known to. Returns what comes next.
+    swf::DisplayList::const_iterator drawStill(const swf::DisplayList& list, const Pose& pose);
+    /// Whether there is more of that, and enough to be worth it.
+    [[nodiscard]] bool mayAddStill() const;
+    void drawList(const swf::DisplayList& list, swf::DisplayList::const_iterator first,
+                  const Pose& pose);
+    /// Begins to paint on a picture of all that is seen, which is made when it is not there yet.
+    void beginImage(QPainter& on, QImage& image) const;
     /// What is drawn from now on is bounded, until `endMask` is called with what this returns.
-    [[nodiscard]] std::unique_ptr<Layer> beginMask(Mask mask);
+    [[nodiscard]] std::unique_ptr<Layer> beginMask(const Mask& mask);
     void endMask(std::unique_ptr<Layer> layer);
     void drawInstance(const swf::Instance& instance, const Pose& pose);
     void drawShape(const std::vector<swf::Painting>& paintings, const swf::Shape& shape,
@@ -93,12 +100,20 @@ private:
     MoviePictures pictures;
     std::function<double()> clock;
     std::unordered_map<const swf::Shape*, std::vector<swf::Painting>> made;
+    StillLayer still;
+    /// What the drawing before was counted to take.
+    double lastCost = 0;
     /// What there was no time to make ready; the next drawing begins with it.
     const swf::Shape* postponed = nullptr;
 
     // Of the drawing that is under way.
     QPainter* painter = nullptr;
     moviePaths::View view;
+    /// Of a picture of all that is seen: its size, its place in the units of the drawing, and what
+    /// brings these to its pixels.
+    QSize imageSize;
+    QRectF imagePlace;
+    QTransform toImage;
     DrawingCosts costs;
     DrawingBudget budget;
     bool mayUnpack = true;

@@ -225,10 +225,11 @@ TEST(MovieBudget, MakesReadyNextTimeWhatThereWasNoTimeFor) {
     static_cast<void>(screen.picture());
     EXPECT_FALSE(screen.outcome.cut);
     EXPECT_TRUE(screen.outcome.unfinished);
-    for (int drawing = 0; drawing < 3 && screen.outcome.unfinished; ++drawing)
+    for (int drawing = 0; drawing < 20 && screen.outcome.unfinished; ++drawing)
         static_cast<void>(screen.picture());
     EXPECT_FALSE(screen.outcome.unfinished);
-    EXPECT_TRUE(screen.outcome.cut);
+    EXPECT_FALSE(screen.outcome.cut);
+    EXPECT_NE(screen.at(45, 60), blue);
 }
 
 TEST(MovieBudget, CountsPicturesThatAreMadeSmaller) {
@@ -247,9 +248,13 @@ TEST(MovieBudget, CountsPicturesThatAreMadeSmaller) {
         static_cast<void>(screen.picture());
         return !screen.outcome.unfinished;
     }));
+    EXPECT_EQ(screen.at(50, 50), red);
+    EXPECT_FALSE(screen.outcome.cut);
+    // All of it at once.
+    screen.drawingTime(
+        1, [] { return 0; }, 0.001);
     EXPECT_TRUE(screen.outcome.cut);
     EXPECT_LE(screen.outcome.cost, DrawingBudget::whole);
-    EXPECT_EQ(screen.at(50, 50), red);
 }
 
 TEST(MovieBudget, EndsALongFillBetweenTwoRows) {
@@ -362,21 +367,20 @@ TEST(MovieBudget, BoundsByMasksThatTakeLong) {
     EXPECT_FALSE(screen.outcome.cut);
 }
 
-TEST(MovieBudget, KeepsTimeForWhatIsBoundedByMasks) {
-    constexpr unsigned nested = 6;
+TEST(MovieBudget, ShowsAsMuchOfWhatMasksBoundAsThereIsTimeFor) {
     MovieFile movie = comb(500);
     movie.square(2, 0, 0, 100, green);
     const Bits mask = Bits().u8(swf::placeFlag::Character | swf::placeFlag::ClipDepth);
-    for (unsigned depth = 1; depth <= nested; ++depth)
+    for (unsigned depth = 1; depth <= 2; ++depth)
         movie.tag(Tag::PlaceObject2, Bits(mask).u16(depth).u16(1).u16(60000));
-    for (unsigned depth = nested + 1; depth < 9000; ++depth)
+    for (unsigned depth = 3; depth < 9000; ++depth)
         movie.place(2, depth);
-    Screening screen(movie.show().file());
-    static_cast<void>(screen.picture(4));
+    double time = 0;
+    Screening screen(movie.show().file(), [&] { return time += DrawingBudget::whole / 400; });
+    const QImage image = screen.picture(4);
     EXPECT_TRUE(screen.outcome.cut);
-    const DrawingCosts costs({QRectF(0, 0, 400, 400), 1});
-    EXPECT_GT(screen.outcome.cost, nested * costs.layer());
-    EXPECT_LE(screen.outcome.cost, DrawingBudget::whole - nested * costs.layer());
+    EXPECT_EQ(image.pixel(4 * 80, 4 * 50) & 0xFFFFFFU, green);
+    EXPECT_EQ(image.pixel(4 * 3, 4 * 50) & 0xFFFFFFU, black);
 }
 
 TEST(MovieBudget, CountsTheLightOfGradients) {
@@ -434,6 +438,87 @@ TEST(MovieBudget, CountsBothEndsOfAShapeThatMorphs) {
     ASSERT_NE(morph, nullptr);
     EXPECT_EQ(morph->start.edges.size(), swf::limits::edgesPerShape / 2);
     EXPECT_EQ(morph->end.edges.size(), swf::limits::edgesPerShape / 2);
+}
+
+/// Squares that lie over each other, red ones and then a green one that goes to the right.
+MovieFile standingAndMoving(unsigned standing) {
+    MovieFile movie;
+    movie.square(1, 0, 0, 100, red).square(2, 0, 0, 10, green);
+    for (unsigned depth = 1; depth <= standing; ++depth)
+        movie.place(1, depth);
+    movie.place(2, 5000).show();
+    for (unsigned frame = 1; frame < 9; ++frame) {
+        const Bits move = Bits().u8(swf::placeFlag::Move | swf::placeFlag::Matrix);
+        movie.tag(Tag::PlaceObject2, Bits(move).u16(5000).move(10 * frame, 0)).show();
+    }
+    return movie;
+}
+
+TEST(MovieBudget, DrawsOnceWhatStandsStillBehindAllThatMoves) {
+    Screening screen(standingAndMoving(1000).file());
+    static_cast<void>(screen.picture());
+    const double first = screen.outcome.cost;
+    for (int frame = 1; frame < 9; ++frame) {
+        screen.advance();
+        EXPECT_EQ(screen.at(10 * frame + 5, 5), green);
+        EXPECT_EQ(screen.at(10 * frame - 5, 5), red);
+        EXPECT_FALSE(screen.outcome.cut);
+    }
+    EXPECT_LT(screen.outcome.cost, first / 50);
+    // In another size all of it is drawn anew.
+    EXPECT_EQ(screen.picture(2).pixel(170, 10) & 0xFFFFFFU, green);
+    EXPECT_GT(screen.outcome.cost, first);
+}
+
+TEST(MovieBudget, CompletesADrawingThatWasCutByTheNextOnes) {
+    Screening screen(standingAndMoving(4000).file());
+    static_cast<void>(screen.picture());
+    EXPECT_TRUE(screen.outcome.cut);
+    for (int drawing = 0; drawing < 20 && screen.outcome.unfinished; ++drawing) {
+        static_cast<void>(screen.picture());
+        EXPECT_LE(screen.outcome.cost, DrawingBudget::whole);
+    }
+    EXPECT_FALSE(screen.outcome.cut);
+    EXPECT_EQ(screen.at(5, 5), green);
+}
+
+TEST(MovieBudget, DrawsAnewWhatStoodStillWhenItChanges) {
+    const Bits change = Bits().u8(swf::placeFlag::Move | swf::placeFlag::Matrix);
+    MovieFile movie;
+    movie.square(1, 0, 0, 100, red).square(2, 0, 0, 100, blue).square(3, 90, 90, 10, green);
+    for (unsigned depth = 1; depth <= 1000; ++depth)
+        movie.place(depth == 500 ? 2 : 1, depth);
+    movie.show(4);
+    for (unsigned depth = 501; depth <= 1000; ++depth)
+        movie.tag(Tag::PlaceObject2, Bits(change).u16(depth).move(50, 0));
+    movie.show(4).remove(500).place(3, 2000).show(4);
+    Screening screen(movie.file());
+    const auto colors = [&] {
+        screen.advance(4);
+        for (int drawing = 0; drawing < 3; ++drawing)
+            static_cast<void>(screen.picture());
+        return std::pair(screen.at(20, 20), screen.at(95, 95));
+    };
+    EXPECT_EQ(screen.at(20, 20), red);
+    EXPECT_EQ(screen.at(20, 20), red);
+    EXPECT_EQ(colors(), std::pair(blue, red));
+    EXPECT_EQ(colors(), std::pair(red, green));
+}
+
+TEST(MovieBudget, DrawsEachTimeWhatTakesTooLongByItself) {
+    MovieFile movie;
+    movie.tag(Tag::DefineShape2, zigzag(1, 60000, false)).square(2, 0, 0, 100, blue);
+    for (unsigned depth = 1; depth <= 500; ++depth)
+        movie.place(2, depth);
+    double time = 0;
+    Screening screen(movie.place(1, 5000).show().file(),
+                     [&] { return time += DrawingBudget::whole / 30; });
+    static_cast<void>(screen.picture());
+    for (int drawing = 0; drawing < 30 && screen.outcome.unfinished; ++drawing)
+        static_cast<void>(screen.picture());
+    EXPECT_FALSE(screen.outcome.unfinished);
+    EXPECT_EQ(screen.at(1, 1), blue);
+    EXPECT_TRUE(screen.outcome.cut);
 }
 
 TEST(MovieBudget, CopiesTheSeenPartOfAPictureAndItsEdges) {

@@ -28,12 +28,13 @@ public:
         draw(image, scale);
         return image;
     }
-    /// What drawing such a picture takes, by a clock.
+    /// What drawing such a picture takes, by a clock. Where it is moved nothing is left of the
+    /// drawing before.
     template <typename Clock>
-    double drawingTime(double scale, Clock clock) {
+    double drawingTime(double scale, Clock clock, double moved = 0) {
         QImage image = ground(scale);
         const auto begin = clock();
-        draw(image, scale);
+        draw(image, scale, moved);
         return clock() - begin;
     }
     /// The colour in the middle of a pixel of the movie.
@@ -53,12 +54,13 @@ public:
         image.fill(Qt::black);
         return image;
     }
-    void draw(QImage& image, double scale) {
+    void draw(QImage& image, double scale, double moved = 0) {
         const double factor = scale / swf::twips;
         const swf::Rect& frame = movie->frame;
         QPainter target(&image);
-        outcome = painter.draw(target, image.rect(), player.stage(),
-                               {factor, 0, 0, factor, -frame.left * factor, -frame.top * factor});
+        outcome =
+            painter.draw(target, image.rect(), player.stage(),
+                         {factor, 0, 0, factor, moved - frame.left * factor, -frame.top * factor});
     }
 
     std::shared_ptr<const swf::Movie> movie;
