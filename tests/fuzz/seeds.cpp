@@ -1,5 +1,6 @@
 #include "tests/fuzz/inputs.h"
 
+#include "tests/movies/worstCases.h"
 #include "tests/stores/Database.h"
 #include "tests/support/Spine.h"
 #include "tests/support/TemporaryFolder.h"
@@ -77,6 +78,11 @@ int main(int argc, char** argv) {
     for (const std::string& name : recordingNames()) {
         addRecording(readRecording(name), filters, frames, socks);
     }
+    // So that none is longer than what a search tries.
+    constexpr unsigned divisor = 40;
+    Seeds movies(folder / "movie");
+    for (const WorstCase& worst : worstCases(divisor))
+        movies.add(worst.file);
     Seeds settings(folder / "settings");
     settings.add("");
     settings.add("no database");

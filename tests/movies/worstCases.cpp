@@ -3,6 +3,7 @@
 #include "tests/movies/MovieFile.h"
 #include "tests/movies/Screening.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -66,7 +67,7 @@ Bits gradient(FillType kind) {
 }
 
 /// As many colours as there may be, whose light is mixed.
-std::string lightGradients() {
+std::string lightGradients(unsigned count) {
     Bits fill = Bits().code(FillType::LinearGradient).matrix(0.06, 0.06, 50, 50).u8(0x1F);
     for (unsigned stop = 0; stop < 15; ++stop)
         fill.u8(17 * stop).rgba(stop % 2 == 0 ? red : blue, 255);
@@ -74,7 +75,7 @@ std::string lightGradients() {
     body.u8(1).raw(fill.get()).u8(0).styleBits(1, 0).square(0, 0, 100).endShape();
     MovieFile movie;
     movie.tag(Tag::DefineShape4, body);
-    for (unsigned depth = 1; depth <= 100; ++depth)
+    for (unsigned depth = 1; depth <= count; ++depth)
         movie.place(shapeNumber, depth);
     return movie.show().file(8);
 }
@@ -97,19 +98,20 @@ Bits pictureFill(FillType kind, double scale) {
     return Bits().code(kind).u16(pictureNumber).matrix(scale, scale, 0, 0);
 }
 
-std::string pictures(FillType kind, double pixelsPerPixel, bool withAlpha, unsigned count) {
+std::string pictures(unsigned width, FillType kind, double pixelsPerPixel, bool withAlpha,
+                     unsigned count) {
     MovieFile movie;
-    addPicture(movie, 400, withAlpha);
+    addPicture(movie, width, withAlpha);
     const Bits fill = pictureFill(kind, 20 * pixelsPerPixel);
     return repeated(movie, filledWith(fill).square(0, 0, 100).endShape(), count, 0);
 }
 
-std::string recoloredPicture() {
+std::string recoloredPicture(unsigned width, unsigned count) {
     MovieFile movie;
-    addPicture(movie, 400, false);
+    addPicture(movie, width, false);
     const Bits fill = pictureFill(FillType::ClippedBitmap, 5);
     movie.tag(Tag::DefineShape2, filledWith(fill).square(0, 0, 100).endShape());
-    for (unsigned depth = 1; depth <= 20; ++depth) {
+    for (unsigned depth = 1; depth <= count; ++depth) {
         Bits place = Bits().u8(swf::placeFlag::Character | swf::placeFlag::Colors).u16(depth);
         place.u16(shapeNumber).bits(1, 2).bits(10, 4);
         place.bits(128, 10).bits(256, 10).bits(64, 10).bits(256, 10);
@@ -118,12 +120,12 @@ std::string recoloredPicture() {
     return movie.show().file();
 }
 
-std::string translucent() {
+std::string translucent(unsigned count) {
     Bits body = Bits().u16(shapeNumber).rect(0, 100, 0, 100).u8(1).code(FillType::Solid);
     body.rgba(red, 10).u8(0).styleBits(1, 0).square(0, 0, 100).endShape();
     MovieFile movie;
     movie.tag(Tag::DefineShape3, body);
-    for (unsigned depth = 1; depth <= 400; ++depth)
+    for (unsigned depth = 1; depth <= count; ++depth)
         movie.place(shapeNumber, depth);
     return movie.show().file();
 }
@@ -151,11 +153,11 @@ std::string masks(int edges, unsigned count) {
 }
 
 /// Masks that bound each other, and squares within them.
-std::string masksInMasks(int edges, unsigned count) {
+std::string masksInMasks(int edges, unsigned count, unsigned squares) {
     MovieFile movie = withMask(edges);
     for (unsigned depth = 1; depth <= count; ++depth)
         placeMask(movie, depth, 60000);
-    for (unsigned depth = count + 1; depth < 2000; ++depth)
+    for (unsigned depth = count + 1; depth < count + squares; ++depth)
         movie.place(2, depth);
     return movie.show().file();
 }
@@ -179,14 +181,14 @@ std::string morphs(int edges, unsigned count) {
 }
 
 /// Text of small glyphs that are circles.
-std::string text() {
+std::string text(unsigned columns) {
     Bits glyph = Bits().styleBits(1, 0).jumpAndFill(26, 0, 1);
     glyph.curve(25, 0, 0, 25).curve(0, 25, -25, 0).curve(-25, 0, 0, -25).curve(0, -25, 25, 0);
     const Bits font = Bits().u16(3).u16(2).raw(glyph.endShape().get());
     Bits body = Bits().u16(shapeNumber).rect(0, 100, 0, 100).move(0, 0).u8(1).u8(16);
     for (unsigned row = 0; row < 16; ++row) {
-        body.u8(0x8F).u16(3).rgb(red).u16(0).u16((6 * row + 5) * 20).u16(10 * 20).u8(250);
-        for (int column = 0; column < 250; ++column)
+        body.u8(0x8F).u16(3).rgb(red).u16(0).u16((6 * row + 5) * 20).u16(10 * 20).u8(columns);
+        for (unsigned column = 0; column < columns; ++column)
             body.bits(0, 1).bits(8, 16);
     }
     MovieFile movie;
@@ -219,8 +221,11 @@ std::string smallSquares(unsigned count) {
 
 }  // namespace
 
-std::vector<WorstCase> worstCases() {
+std::vector<WorstCase> worstCases(unsigned divisor) {
+    const auto some = [divisor](unsigned count) { return std::max(1U, count / divisor); };
+    const auto edges = [&](unsigned count) { return static_cast<int>(some(count)); };
     using enum FillType;
+    const unsigned width = 400 / static_cast<unsigned>(std::lround(std::sqrt(divisor)));
     const auto zigzagFill = [](int edges, double width) {
         return zigzag(filledWith(solid()).jumpAndFill(5, 0, 1), edges, width, 100.0 / edges);
     };
@@ -231,43 +236,46 @@ std::vector<WorstCase> worstCases() {
         return filledWith(fill).square(0, 0, 100).endShape();
     };
     return {
-        {"16,384 small squares", smallSquares(16384)},
+        {"16,384 small squares", smallSquares(some(16384))},
         {"sprites in sprites", sprites()},
-        {"wide zigzag", repeated(zigzagFill(500, 90), 200)},
-        {"wide zigzag of 4,000 edges", repeated(zigzagFill(2000, 90), 200)},
-        {"narrow zigzag", repeated(zigzagFill(2000, 1), 200)},
+        {"wide zigzag", repeated(zigzagFill(edges(500), 90), some(200))},
+        {"wide zigzag of 4,000 edges", repeated(zigzagFill(edges(2000), 90), some(200))},
+        {"narrow zigzag", repeated(zigzagFill(edges(2000), 1), some(200))},
         {"60,000 edges in one shape",
-         repeated(zigzag(filledWith(solid()).jumpAndFill(5, 0, 1), 60000, 20, 0.05), 1)},
-        {"curves", repeated(flower(filledWith(solid()), 40, false), 300)},
-        {"2,000 curves", repeated(flower(filledWith(solid()), 1000, false), 20)},
-        {"30,000 curves in one shape", repeated(flower(filledWith(solid()), 15000, false), 1)},
-        {"squares", repeated(square(solid()), 16000)},
-        {"translucent squares", translucent()},
-        {"linear gradients", repeated(square(gradient(LinearGradient)), 900)},
-        {"radial gradients", repeated(square(gradient(RadialGradient)), 900)},
-        {"gradients of light", lightGradients()},
+         repeated(zigzag(filledWith(solid()).jumpAndFill(5, 0, 1), edges(60000), 20, 0.05), 1)},
+        {"curves", repeated(flower(filledWith(solid()), 40, false), some(300))},
+        {"2,000 curves", repeated(flower(filledWith(solid()), edges(1000), false), some(20))},
+        {"30,000 curves in one shape",
+         repeated(flower(filledWith(solid()), edges(15000), false), 1)},
+        {"squares", repeated(square(solid()), some(16000))},
+        {"translucent squares", translucent(some(400))},
+        {"linear gradients", repeated(square(gradient(LinearGradient)), some(900))},
+        {"radial gradients", repeated(square(gradient(RadialGradient)), some(900))},
+        {"gradients of light", lightGradients(some(100))},
         {"gradient in a zigzag",
          repeated(zigzag(filledWith(gradient(LinearGradient)).jumpAndFill(5, 0, 1), 200, 90, 0.5),
-                  200)},
-        {"thin lines", repeated(zigzagLine(500, 90, 0.05), 200)},
-        {"thick lines", repeated(zigzagLine(100, 90, 8), 200)},
-        {"short thick lines", repeated(zigzagLine(2000, 1, 8), 200)},
-        {"curved lines", repeated(flower(linedWith(1), 40, true), 200)},
-        {"pictures as they are", pictures(ClippedBitmap, 0.25, false, 1000)},
-        {"pictures with alpha as they are", pictures(ClippedBitmap, 0.25, true, 1000)},
-        {"scaled pictures", pictures(ClippedBitmap, 0.3, false, 1000)},
-        {"scaled pictures with alpha", pictures(ClippedBitmap, 0.3, true, 1000)},
-        {"roughly scaled pictures", pictures(RoughClippedBitmap, 0.3, false, 1000)},
-        {"repeated pictures", pictures(RepeatingBitmap, 0.1, false, 1000)},
-        {"pictures that extend their edges", pictures(ClippedBitmap, 0.1, false, 1000)},
-        {"pictures that are made smaller", pictures(ClippedBitmap, 0.0005, false, 100)},
-        {"recolored pictures", recoloredPicture()},
-        {"simple masks", masks(4, 2000)},
-        {"complex masks", masks(500, 200)},
-        {"masks in masks", masksInMasks(500, 6)},
-        {"many masks in masks", masksInMasks(500, 200)},
-        {"morphing", morphs(1000, 100)},
-        {"large morphs", morphs(30000, 3)},
-        {"text", text()},
+                  some(200))},
+        {"thin lines", repeated(zigzagLine(edges(500), 90, 0.05), some(200))},
+        {"thick lines", repeated(zigzagLine(100, 90, 8), some(200))},
+        {"short thick lines", repeated(zigzagLine(edges(2000), 1, 8), some(200))},
+        {"curved lines", repeated(flower(linedWith(1), 40, true), some(200))},
+        {"pictures as they are", pictures(width, ClippedBitmap, 0.25, false, some(1000))},
+        {"pictures with alpha as they are", pictures(width, ClippedBitmap, 0.25, true, some(1000))},
+        {"scaled pictures", pictures(width, ClippedBitmap, 0.3, false, some(1000))},
+        {"scaled pictures with alpha", pictures(width, ClippedBitmap, 0.3, true, some(1000))},
+        {"roughly scaled pictures", pictures(width, RoughClippedBitmap, 0.3, false, some(1000))},
+        {"repeated pictures", pictures(width, RepeatingBitmap, 0.1, false, some(1000))},
+        {"pictures that extend their edges",
+         pictures(width, ClippedBitmap, 0.1, false, some(1000))},
+        {"pictures that are made smaller",
+         pictures(width, ClippedBitmap, 0.0005, false, some(100))},
+        {"recolored pictures", recoloredPicture(width, some(20))},
+        {"simple masks", masks(4, some(2000))},
+        {"complex masks", masks(edges(500), some(200))},
+        {"masks in masks", masksInMasks(edges(500), 6, some(2000))},
+        {"many masks in masks", masksInMasks(edges(500), some(200), some(2000))},
+        {"morphing", morphs(edges(1000), some(100))},
+        {"large morphs", morphs(edges(30000), 3)},
+        {"text", text(some(250))},
     };
 }

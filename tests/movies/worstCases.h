@@ -9,5 +9,6 @@ struct WorstCase {
     std::string file;
 };
 
-/// One for each kind of work that drawing knows. Most ask for more than a drawing may take.
-[[nodiscard]] std::vector<WorstCase> worstCases();
+/// One for each kind of work that drawing knows. Most ask for more than a drawing may take; with a
+/// divisor they ask for about that part of it.
+[[nodiscard]] std::vector<WorstCase> worstCases(unsigned divisor = 1);
