@@ -3,7 +3,10 @@
 #include "movies/maker/actionCode.h"
 #include "movies/maker/shapeTags.h"
 
+#include <QBuffer>
 #include <QByteArray>
+#include <QImage>
+#include <QImageWriter>
 
 #include <algorithm>
 #include <cmath>
@@ -11,12 +14,39 @@
 
 namespace {
 
-constexpr unsigned version = 6;
-
 std::string packed(const std::string& bytes) {
     constexpr int smallest = 9;
     // Qt puts the length in front, in four bytes.
     return qCompress(QByteArray::fromStdString(bytes), smallest).mid(4).toStdString();
+}
+
+/// In several scans, each of which makes the picture finer.
+std::string jpegOf(const QImage& image) {
+    QBuffer bytes;
+    QImageWriter writer(&bytes, "jpeg");
+    writer.setQuality(95);
+    writer.setProgressiveScanWrite(true);
+    writer.write(image);
+    return bytes.data().toStdString();
+}
+
+std::string pixelsOf(const QImage& image) {
+    swf::Writer pixels;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb color = qPremultiply(image.pixel(x, y));
+            pixels.u8(static_cast<unsigned>(qAlpha(color)));
+            pixels.u8(static_cast<unsigned>(qRed(color)));
+            pixels.u8(static_cast<unsigned>(qGreen(color)));
+            pixels.u8(static_cast<unsigned>(qBlue(color)));
+        }
+    }
+    swf::Writer body;
+    body.code(swf::PixelFormat::Pixels32);
+    body.u16(static_cast<unsigned>(image.width()));
+    body.u16(static_cast<unsigned>(image.height()));
+    body.append(packed(pixels.get()));
+    return body.get();
 }
 
 /// The bits of a button's conditions.
@@ -67,6 +97,7 @@ void Description::read(const std::filesystem::path& path, std::string_view versi
             continue;
         }
         const std::string name = line.word("a name");
+        const bool isOpen = sprite && line.take("open");
         line.finish();
         Block block;
         for (++index; index < lines.size() && lines[index].words.front() != "end"; ++index) {
@@ -76,7 +107,7 @@ void Description::read(const std::filesystem::path& path, std::string_view versi
         if (shape) {
             readShape(line, name, block);
         } else if (sprite) {
-            readSprite(line, name, block);
+            readSprite(line, name, block, isOpen);
         } else {
             readButton(line, name, block);
         }
@@ -89,6 +120,8 @@ void Description::readLine(Statement& statement) {
         height = statement.number("a height");
     } else if (statement.take("rate")) {
         rate = statement.number("a number of frames a second");
+    } else if (statement.take("version")) {
+        fileVersion = static_cast<unsigned>(statement.whole("a version"));
     } else if (statement.take("background")) {
         background = paints.tint(statement);
     } else if (statement.take("color")) {
@@ -110,26 +143,26 @@ void Description::readLine(Statement& statement) {
 void Description::readPicture(Statement& statement) {
     const std::string name = statement.word("a name");
     const int columns = statement.whole("a number of pixels");
-    swf::Writer pixels;
-    int count = 0;
-    for (; statement.hasMore(); ++count) {
+    const int times = statement.take("enlarged") ? statement.whole("a number of times") : 1;
+    const bool isJpeg = statement.take("jpeg");
+    std::vector<QRgb> colors;
+    while (statement.hasMore()) {
         const swf::Color color = paints.tint(statement);
-        const auto multiplied = [&](unsigned channel) { return channel * color.alpha / 255U; };
-        pixels.u8(color.alpha);
-        pixels.u8(multiplied(color.red));
-        pixels.u8(multiplied(color.green));
-        pixels.u8(multiplied(color.blue));
+        colors.push_back(qRgba(color.red, color.green, color.blue, color.alpha));
     }
-    if (columns < 1 || count == 0 || count % columns != 0) {
+    const int count = static_cast<int>(colors.size());
+    if (columns < 1 || times < 1 || count == 0 || count % columns != 0) {
         statement.complain("a picture has rows of " + std::to_string(columns) + " pixels");
     }
+    QImage image(columns, count / columns, QImage::Format_ARGB32);
+    for (int index = 0; index < count; ++index)
+        image.setPixel(index % columns, index / columns, colors[static_cast<std::size_t>(index)]);
+    image = image.scaled(image.size() * times);
     swf::Writer body;
     body.u16(definitions.add(statement, name));
-    body.code(swf::PixelFormat::Pixels32);
-    body.u16(static_cast<unsigned>(columns));
-    body.u16(static_cast<unsigned>(count / columns));
-    body.append(packed(pixels.get()));
-    definitions.append(swf::tag(swf::Tag::DefineBitsLossless2, body));
+    body.append(isJpeg ? jpegOf(image) : pixelsOf(image));
+    definitions.append(
+        swf::tag(isJpeg ? swf::Tag::DefineBitsJPEG2 : swf::Tag::DefineBitsLossless2, body));
 }
 
 void Description::readShape(const Statement& head, const std::string& name, Block& block) {
@@ -143,7 +176,8 @@ void Description::readShape(const Statement& head, const std::string& name, Bloc
     definitions.append(shapeTags::shape(number, drawing));
 }
 
-void Description::readSprite(const Statement& head, const std::string& name, Block& block) {
+void Description::readSprite(const Statement& head, const std::string& name, Block& block,
+                             bool isOpen) {
     Score own(definitions, paints);
     for (Statement& line : block) {
         if (!own.read(line)) line.complain("this has no place in a sprite");
@@ -151,7 +185,7 @@ void Description::readSprite(const Statement& head, const std::string& name, Blo
     swf::Writer body;
     body.u16(definitions.add(head, name));
     body.u16(static_cast<unsigned>(own.frameCount()));
-    body.append(own.tags());
+    body.append(own.tags(isOpen));
     body.append(swf::tag(swf::Tag::End));
     definitions.append(swf::tag(swf::Tag::DefineSprite, body));
 }
@@ -212,7 +246,7 @@ std::string Description::file() const {
     constexpr std::size_t headBytes = 8;
     swf::Writer all;
     all.append("CWS");
-    all.u8(version);
+    all.u8(fileVersion);
     all.u32(static_cast<std::uint32_t>(body.get().size() + headBytes));
     all.append(packed(body.get()));
     return all.get();

@@ -12,12 +12,12 @@
 
 /// A movie as its text describes it. The lines of the text:
 ///     use FILE                    another file's lines, such as the colours'
-///     size WIDTH HEIGHT, rate FRAMES, background COLOR
+///     size WIDTH HEIGHT, rate FRAMES, version NUMBER, background COLOR
 ///     color ..., gradient ...     see Paints
-///     picture NAME WIDTH COLOR... its pixels, row by row
+///     picture NAME WIDTH [enlarged TIMES] [jpeg] COLOR... its pixels, row by row
 ///     pattern ...                 see Paints; of such a picture
 ///     shape NAME ... end          lines as readStrokes has them
-///     sprite NAME ... end         lines as Score has them
+///     sprite NAME [open] ... end  lines as Score has them; open: its last frame has no end
 ///     button NAME ... end         up, over, down or hit THING, and: on EVENT ACTION
 ///     and those of Score, for the movie itself.
 /// The events are over, out, press, release, and key with the number of a key.
@@ -25,7 +25,7 @@ class Description {
 public:
     Description(const std::filesystem::path& path, std::string_view version);
 
-    /// The movie as a packed file of version 6.
+    /// The movie as a packed file, of version 6 if none is named.
     [[nodiscard]] std::string file() const;
 
 private:
@@ -34,7 +34,7 @@ private:
     void readLine(Statement& statement);
     void readPicture(Statement& statement);
     void readShape(const Statement& head, const std::string& name, Block& block);
-    void readSprite(const Statement& head, const std::string& name, Block& block);
+    void readSprite(const Statement& head, const std::string& name, Block& block, bool isOpen);
     void readButton(const Statement& head, const std::string& name, Block& block);
 
     Paints paints;
@@ -43,5 +43,6 @@ private:
     double width = 0;
     double height = 0;
     double rate = 30;
+    unsigned fileVersion = 6;
     std::optional<swf::Color> background;
 };

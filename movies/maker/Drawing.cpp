@@ -94,6 +94,20 @@ QRectF readRect(Statement& statement) {
     return {corner, QSizeF(width, statement.number("a height"))};
 }
 
+/// A rectangle whose right half goes to and fro.
+QPainterPath teeth(const QRectF& rect, int count) {
+    QPainterPath path(rect.topLeft());
+    path.lineTo(rect.bottomLeft());
+    const double step = rect.height() / count;
+    for (int tooth = 0; tooth < count; ++tooth) {
+        path.lineTo(rect.center().x(), rect.bottom() - tooth * step);
+        path.lineTo(rect.right(), rect.bottom() - (tooth + 0.5) * step);
+    }
+    path.lineTo(rect.center().x(), rect.top());
+    path.closeSubpath();
+    return path;
+}
+
 /// One path, but for a text.
 std::vector<QPainterPath> readGeometry(Statement& statement) {
     if (statement.take("text")) return readText(statement);
@@ -112,6 +126,9 @@ std::vector<QPainterPath> readGeometry(Statement& statement) {
         const QPointF middle = readPoint(statement);
         const double across = statement.number("a radius");
         path.addEllipse(middle, across, statement.number("a radius"));
+    } else if (statement.take("teeth")) {
+        const QRectF rect = readRect(statement);
+        path = teeth(rect, statement.whole("a number of teeth"));
     } else {
         statement.expect("path");
         path = readPath(statement);

@@ -28,8 +28,8 @@ using Drawing = std::vector<Stroke>;
 /// "fill PAINT GEOMETRY" or "line WIDTH [across or down or unscaled] [flat or square]
 /// [bevel or miter] PAINT GEOMETRY", where the geometry is one of
 ///     rect X Y WIDTH HEIGHT, rounded X Y WIDTH HEIGHT RADIUS, circle X Y RADIUS,
-///     ellipse X Y ACROSS DOWN, path M X Y L X Y Q X Y X Y C X Y X Y X Y Z,
-///     text "TEXT" X BASELINE SIZE [bold] [middle or right].
+///     ellipse X Y ACROSS DOWN, teeth X Y WIDTH HEIGHT COUNT (on its right side), path M X Y L X Y
+///     Q X Y X Y C X Y X Y X Y Z, text "TEXT" X BASELINE SIZE [bold] [middle or right].
 /// Each letter of a text is painted by itself: where many edges lie beside each other, drawing goes
 /// along all of them for each one.
 [[nodiscard]] Drawing readStrokes(Statement& statement, const Paints& paints);

@@ -25,6 +25,8 @@ bool Score::read(Statement& statement) {
         const unsigned thing = definitions.find(statement, statement.word("a thing"));
         tracks.emplace_back(thing, static_cast<unsigned>(tracks.size()) + 1);
         tracks.back().readStart(statement);
+    } else if (statement.take("many")) {
+        readMany(statement);
     } else if (statement.take("to")) {
         if (tracks.empty()) statement.complain("nothing is shown yet");
         tracks.back().readChange(statement);
@@ -46,14 +48,36 @@ bool Score::read(Statement& statement) {
 void Score::readFrame(Statement& statement) {
     const int frame = statement.whole("a frame");
     frames = std::max(frames, frame);
+    swf::Writer body;
     if (statement.take("label")) {
-        swf::Writer body;
         body.text(statement.word("a label"));
         extras[frame].append(swf::tag(swf::Tag::FrameLabel, body));
+    } else if (statement.take("background")) {
+        body.color(paints.tint(statement), false);
+        extras[frame].append(swf::tag(swf::Tag::SetBackgroundColor, body));
     } else {
-        swf::Writer body = actionCode::read(statement);
+        body = actionCode::read(statement);
         body.code(swf::Action::End);
         extras[frame].append(swf::tag(swf::Tag::DoAction, body));
+    }
+    statement.finish();
+}
+
+void Score::readMany(Statement& statement) {
+    const unsigned thing = definitions.find(statement, statement.word("a thing"));
+    const int columns = statement.whole("a number of columns");
+    const int rows = statement.whole("a number of rows");
+    const double step = statement.number("a step");
+    statement.expect("at");
+    const int frame = statement.whole("a frame");
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            Look look;
+            look.x = column * step;
+            look.y = row * step;
+            Track& track = tracks.emplace_back(thing, static_cast<unsigned>(tracks.size()) + 1);
+            track.addKey(frame, look, "");
+        }
     }
     statement.finish();
 }
@@ -78,7 +102,7 @@ int Score::frameCount() const {
     return last;
 }
 
-swf::Writer Score::tags() const {
+swf::Writer Score::tags(bool isOpen) const {
     Frames all = extras;
     for (const Track& track : tracks)
         track.write(all);
@@ -86,7 +110,7 @@ swf::Writer Score::tags() const {
     for (int frame = 1; frame <= frameCount(); ++frame) {
         const auto found = all.find(frame);
         if (found != all.end()) bytes.append(found->second);
-        bytes.append(swf::tag(swf::Tag::ShowFrame));
+        if (!isOpen || frame < frameCount()) bytes.append(swf::tag(swf::Tag::ShowFrame));
     }
     return bytes;
 }

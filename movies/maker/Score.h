@@ -35,19 +35,22 @@ public:
         : definitions(definitions), paints(paints) {}
 
     /// Takes a line of one of the kinds below; false when it is none.
-    ///     show THING [as NAME] at FRAME ...    see Track; later ones lie over earlier ones
+    ///     show THING ...                       see Track; later ones lie over earlier ones
+    ///     many THING COLUMNS ROWS STEP at FRAME
     ///     to FRAME ... / gone FRAME            go on with the last thing shown
-    ///     frame FRAME stop / label NAME / command NAME
+    ///     frame FRAME label NAME / background COLOR / what actionCode reads
     ///     frames COUNT
     ///     web COLOR WIDTH at X Y radius R spokes N rings N arc FROM TO from FRAME to FRAME
     [[nodiscard]] bool read(Statement& statement);
 
-    /// The tags of all frames, and how many frames there are.
-    [[nodiscard]] swf::Writer tags() const;
+    /// The tags of all frames, and how many frames there are. The last frame may be left without
+    /// its end.
+    [[nodiscard]] swf::Writer tags(bool isOpen = false) const;
     [[nodiscard]] int frameCount() const;
 
 private:
     void readFrame(Statement& statement);
+    void readMany(Statement& statement);
     void readWeb(Statement& statement);
 
     Definitions& definitions;

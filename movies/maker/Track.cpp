@@ -32,6 +32,7 @@ swf::Matrix matrixOf(const Look& look) {
 
 void Track::readStart(Statement& statement) {
     if (statement.take("as")) name = statement.word("a name");
+    if (statement.take("depth")) depth = static_cast<unsigned>(statement.whole("a depth"));
     statement.expect("at");
     Key key;
     key.frame = statement.whole("a frame");

@@ -28,8 +28,8 @@ class Track {
 public:
     Track(unsigned character, unsigned depth) : character(character), depth(depth) {}
 
-    /// "[as NAME] at FRAME LOOK... [mask COUNT]", where LOOK is a word and its value: x, y, scale,
-    /// across, down, turn, skew, alpha, grown.
+    /// "[as NAME] [depth N] at FRAME LOOK... [mask COUNT]", where LOOK is a word and its value: x,
+    /// y, scale, across, down, turn, skew, alpha, grown.
     void readStart(Statement& statement);
     /// "FRAME [in or out or both or spring] LOOK...": changes to that from the last look on.
     void readChange(Statement& statement);

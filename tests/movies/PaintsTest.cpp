@@ -5,7 +5,7 @@
 
 namespace {
 
-/// A movie of cells, 40 by 40 pixels, that `make_movie` made of paints.movie.
+/// A movie of cells, 40 by 40 pixels, that `make_movie` made of made/paints.movie.
 class MoviePaints : public testing::Test {
 protected:
     MoviePaints() {
@@ -24,7 +24,7 @@ protected:
         return (sum + 127) / 255;
     }
 
-    Screening screen{readFile(COBWEAVE_PAINTS)};
+    Screening screen{readFile(COBWEAVE_MADE "/paints.swf")};
     QImage image;
 };
 
