@@ -9,6 +9,7 @@ set(COBWEAVE_PLATFORM_CORE
     platform/linux/Clock.cpp
     platform/linux/Console.cpp
     platform/linux/EndSignals.cpp
+    platform/linux/FileWatch.cpp
     platform/linux/Folders.cpp
     platform/linux/MachineFacts.cpp
     platform/linux/Reactor.cpp

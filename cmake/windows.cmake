@@ -19,6 +19,7 @@ set(COBWEAVE_PLATFORM_CORE
     platform/windows/Clock.cpp
     platform/windows/Console.cpp
     platform/windows/EndSignals.cpp
+    platform/windows/FileWatch.cpp
     platform/windows/Folders.cpp
     platform/windows/ForeignWindows.cpp
     platform/windows/HiddenWindow.cpp

@@ -93,6 +93,8 @@ std::optional<SettingsTrouble> SettingsFile::open() {
     std::error_code error;
     realPath = std::filesystem::canonical(path, error);
     logStamp = FileStamp(withEnding(realPath, "-wal"));
+    watch.reset();
+    isStill = false;
     if (!found) found = prepareFile();
     if (found) close();
     return found;
@@ -137,9 +139,18 @@ void SettingsFile::close() {
 }
 
 bool SettingsFile::mayHaveChanged() {
+    // Ahead of the stamps, even while they count as changing: what comes later is for the next
+    // call.
+    const bool isWatchQuiet = watch != nullptr && !watch->mayHaveChanged();
+    if (isStill && isWatchQuiet) return false;
     const bool inFile = stamp.mayHaveChanged();
     const bool inLog = hasLog && logStamp.mayHaveChanged();
-    return inFile || inLog;
+    isStill = !inFile && !inLog;
+    // Not before it pays: to begin a watch and to end it takes the system some time.
+    if (isStill && watch == nullptr && path.native() == realPath.native()) {
+        watch = watchFile(realPath, withEnding(realPath, "-wal"));
+    }
+    return !isStill;
 }
 
 bool SettingsFile::isReplaced() const {
@@ -244,6 +255,7 @@ std::optional<SettingsTrouble> SettingsFile::loadRows(std::vector<Setting>& sett
 }
 
 void SettingsFile::beginLog() {
+    isStill = false;
     std::string type;
     // A view or the like that somebody else made under this name stays as it is.
     isOurs = !database.ask(typeOfSettings, type) && type == "table";

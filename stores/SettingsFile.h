@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/FileStamp.h"
+#include "platform/FileWatch.h"
 #include "stores/BoundedDatabase.h"
 
 #include <array>
@@ -126,6 +127,10 @@ private:
     std::filesystem::path realPath;
     FileStamp stamp;
     FileStamp logStamp;
+    /// None before the stamps stood still, nor where links lead to the file, which may change too.
+    std::unique_ptr<FileWatch> watch;
+    /// The stamps stood still at the last call, so they need no look until the watch sees a change.
+    bool isStill = false;
     BoundedDatabase::Statement versionQuery;
     bool hasLog = false;
     /// It has a table that we, or somebody for us, made.

@@ -41,6 +41,21 @@ TEST_P(ChangedByOthers, IsSeenByTheNextRead) {
     EXPECT_EQ(option(store, "callby"), "fn");
 }
 
+TEST_P(ChangedByOthers, IsSeenByTheNextReadThoughTheFileHasRested) {
+    SettingsStore store = open();
+    for (int round = 0; round < 3; ++round) {
+        const std::string before = option(store, "callby");
+        age();
+        std::error_code none;
+        std::filesystem::last_write_time(beside("-wal"), std::filesystem::last_write_time(path),
+                                         none);
+        for (int read = 0; read < 9; ++read)
+            EXPECT_EQ(option(store, "callby"), before);
+        other().set("callby", "rested " + std::to_string(round));
+        EXPECT_EQ(option(store, "callby"), "rested " + std::to_string(round));
+    }
+}
+
 TEST_P(ChangedByOthers, IsSeenByTheEventBehindTheOneThatHasLooked) {
     SettingsStore store = open();
     for (int round = 0; round < 3; ++round) {
