@@ -29,5 +29,6 @@ public:
 
 /// The processor time that this thread has had so far. Waiting for a disk takes none.
 [[nodiscard]] std::chrono::nanoseconds processorTime();
-/// The same of all threads of the program together.
+/// The same of all threads of the program together, in steps of a part of a microsecond. Where the
+/// system counts none so finely, the time that passes, which also goes on while the program waits.
 [[nodiscard]] std::chrono::nanoseconds processorTimeOfAll();

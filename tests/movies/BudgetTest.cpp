@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <thread>
 
 namespace {
@@ -202,6 +203,23 @@ TEST(MovieBudget, MeasuresBetweenThings) {
     EXPECT_FALSE(budget.goesOn());
     EXPECT_FALSE(budget.take(1));
     EXPECT_TRUE(budget.exceeded());
+}
+
+TEST(MovieBudget, NeverCutsAShortDrawing) {
+    MovieFile movie;
+    movie.square(1, 0, 0, 100, red);
+    for (unsigned depth = 1; depth <= 200; ++depth)
+        movie.place(1, depth);
+    Screening screen(movie.show().file(), DrawingBudget::processorTime);
+    int seen = 0;
+    for (int drawing = 0; drawing < 500; ++drawing) {
+        const auto begin = std::chrono::steady_clock::now();
+        static_cast<void>(screen.picture());
+        if (std::chrono::steady_clock::now() - begin > std::chrono::milliseconds(5)) continue;
+        ++seen;
+        EXPECT_FALSE(screen.outcome.cut);
+    }
+    EXPECT_GT(seen, 0);
 }
 
 TEST(MovieBudget, MeasuresWhatOtherThreadsDoMeanwhile) {

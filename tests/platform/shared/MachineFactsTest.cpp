@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -33,6 +35,23 @@ TEST_F(Machine, CountsTheTimeThatPasses) {
     const auto begin = std::chrono::steady_clock::now();
     ASSERT_TRUE(becomesTrue([&] { return facts->uptime() >= before + some; }));
     EXPECT_GE(std::chrono::steady_clock::now() - begin, some - tick);
+}
+
+TEST(ProcessorTimeOfAll, GoesOnInSmallSteps) {
+    std::vector<std::chrono::nanoseconds> steps;
+    auto last = processorTimeOfAll();
+    ASSERT_TRUE(becomesTrue([&] {
+        // Between two looks another program may have the processor.
+        for (int look = 0; look < 1000; ++look) {
+            const auto now = processorTimeOfAll();
+            if (now != last) steps.push_back(now - last);
+            last = now;
+        }
+        return steps.size() >= 100;
+    }));
+    std::ranges::sort(steps);
+    EXPECT_GT(steps.front(), std::chrono::nanoseconds(0));
+    EXPECT_LT(steps[steps.size() / 2], std::chrono::microseconds(500));
 }
 
 }  // namespace
