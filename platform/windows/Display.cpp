@@ -15,3 +15,5 @@ std::string qtPlatform(bool withWindows) {
     // The other engine for fonts loses letters at small sizes.
     return withWindows ? "windows:fontengine=directwrite" : "offscreen";
 }
+
+QStringList letterFonts() { return {"Tahoma", "Liberation Sans", "Arial"}; }

@@ -1,5 +1,6 @@
 #include "ui/common/look.h"
 
+#include "platform/qt/qtPlatform.h"
 #include "ui/common/Style.h"
 #include "ui/common/roles.h"
 
@@ -89,7 +90,7 @@ protected:
 
 QObject* firstWidget = nullptr;
 
-/// Of our letters, in pixels. The places of the controls are made for it.
+/// Of our letters, in pixels: eight points. The places of the controls are made for it.
 constexpr int letterSize = 11;
 /// What the largest of our windows takes of a screen, in pixels of the design, with its frame.
 constexpr QSize largestWindow{580, 480};
@@ -140,7 +141,7 @@ void followLetters(const QFont& desktop, const QSize& screen) {
     const double most = std::min({2.0, 1.0 * screen.width() / largestWindow.width(),
                                   1.0 * screen.height() / largestWindow.height()});
     const int wanted = qRound(desktop.pointSizeF() / usualPoints * letterSize);
-    QFont font("Liberation Sans");
+    QFont font(letterFonts());
     font.setStyleHint(QFont::SansSerif);
     font.setPixelSize(std::max(letterSize, std::min(wanted, static_cast<int>(most * letterSize))));
     // Letters have whole pixels, and what is around them is scaled as they are.

@@ -31,3 +31,5 @@ FoundDisplay findDisplay() {
 }
 
 std::string qtPlatform(bool withWindows) { return withWindows ? "xcb" : "offscreen"; }
+
+QStringList letterFonts() { return {"Liberation Sans"}; }

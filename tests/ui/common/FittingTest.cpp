@@ -1,3 +1,4 @@
+#include "platform/qt/qtPlatform.h"
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeFacilities.h"
 #include "tests/support/FakeWinsock.h"
@@ -11,6 +12,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QLabel>
 #include <QPainter>
 #include <QStyle>
@@ -141,6 +144,16 @@ TEST(Letters, AreNoSmallerThanOursAndNoLargerThanTheScreenHasRoomFor) {
         EXPECT_EQ(QApplication::font().pixelSize(), pixels) << points;
         EXPECT_EQ(look::scaled(1100), 100 * pixels) << points;
     }
+}
+
+TEST(Letters, AreOfTheFirstFontOfOursThatIsInstalled) {
+    const QStringList installed = QFontDatabase::families();
+    for (const QString& name : letterFonts()) {
+        if (!installed.contains(name)) continue;
+        EXPECT_EQ(QFontInfo(QApplication::font()).family(), name);
+        return;
+    }
+    FAIL() << "none of them is installed";
 }
 
 TEST_F(Fitting, AToastHasRoomForItsLink) { expectAToastToFit(); }
