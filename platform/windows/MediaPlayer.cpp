@@ -18,8 +18,13 @@ std::string titleOf(HWND window) {
     return wideText::toUtf8({title.data(), static_cast<std::size_t>(size)});
 }
 
-/// Looks at the title of a window each second, as long as there is one: of the windows of others
-/// Wine 8 tells only that they come, not that they change or go.
+/// Of the windows of others Wine 8 tells only that they come, where Windows tells all.
+bool tellsOnlyThatTheyCome() {
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+/// Looks at the title of a window each second, as long as there is one, where the system does not
+/// tell that it changes or goes.
 class TitleWatch final : private HiddenWindow {
 public:
     TitleWatch() : HiddenWindow(Kind::MessagesOnly) {}
@@ -28,7 +33,7 @@ public:
 
     /// From now on, and until the window is gone.
     void watch(HWND window) {
-        if (window == nullptr || window == watched) return;
+        if (!isNeeded || window == nullptr || window == watched) return;
         watched = window;
         title = titleOf(window);
         constexpr UINT interval = 1000;
@@ -49,6 +54,7 @@ private:
         return 0;
     }
 
+    const bool isNeeded = tellsOnlyThatTheyCome();
     HWND watched = nullptr;
     std::string title;
 };

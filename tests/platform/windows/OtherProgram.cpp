@@ -75,6 +75,10 @@ void OtherProgram::tell(const std::string& line) {
     WriteFile(input, whole.data(), static_cast<DWORD>(whole.size()), &count, nullptr);
 }
 
+void OtherProgram::announce(DWORD event, HWND window) {
+    ask("tell " + std::to_string(event) + '|' + std::to_string(fromSystem(window)));
+}
+
 HWND OtherProgram::open(const std::string& className, const std::string& title) {
     return toSystem(std::stoull(ask("open " + className + '|' + title)));
 }

@@ -17,6 +17,9 @@ public:
     /// The same for a line that is not answered.
     void tell(const std::string& line);
 
+    /// Has it tell of one of its windows what Windows tells by itself and Wine 8 does not.
+    void announce(DWORD event, HWND window);
+
     /// A window of this class and title, both UTF-8.
     [[nodiscard]] HWND open(const std::string& className, const std::string& title);
 

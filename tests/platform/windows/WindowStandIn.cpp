@@ -20,6 +20,7 @@ WindowHandle WindowStandIn::openOther(const std::string& title) {
 
 void WindowStandIn::close(WindowHandle window) {
     system->program.ask("close " + std::to_string(window));
+    system->program.announce(EVENT_OBJECT_DESTROY, toSystem(window));
 }
 
 void WindowStandIn::activate(WindowHandle window) {

@@ -4,15 +4,23 @@
 ///     open CLASS|TITLE    a window; its number
 ///     title NUMBER|TITLE  another title
 ///     close NUMBER
+///     tell EVENT|NUMBER   the system's event of this number; Wine tells of few by itself
 ///     activate NUMBER     the user works in this window from now on
 ///     hang NUMBER         takes no messages any more; not answered
-///     commands            the numbers of all commands that its windows have been given
+///     commands            the numbers of all commands that its windows have been given, and
+///                         "shutdown:NUMBER" for each time that Messenger is asked to end
+///
+/// Under another name it leaves a file of its own name and ".started" beside itself, and ends.
 #include "platform/windows/wideText.h"
 #include "platform/windows/win32.h"
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -25,6 +33,8 @@ constexpr UINT onLine = WM_APP;
 std::string commands;
 
 LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+    static const UINT shutDown = RegisterWindowMessageW(L"TryMsnMsgrShutdown");
+    if (message == shutDown) commands += "shutdown:" + std::to_string(first) + ' ';
     if (message == WM_COMMAND) {
         commands += std::to_string(LOWORD(first)) + ' ';
         return 0;
@@ -56,6 +66,11 @@ std::string answer(std::string_view line) {
         const HWND opened = open(wideText::fromUtf8(first), wideText::fromUtf8(second));
         return std::to_string(fromSystem(opened));
     }
+    if (verb == "tell") {
+        NotifyWinEvent(static_cast<DWORD>(std::stoul(std::string(first))),
+                       toSystem(std::stoull(std::string(second))), OBJID_WINDOW, CHILDID_SELF);
+        return "done";
+    }
     const HWND window = toSystem(std::stoull(std::string(first)));
     if (verb == "title") SetWindowTextW(window, wideText::fromUtf8(second).c_str());
     if (verb == "close") DestroyWindow(window);
@@ -74,9 +89,19 @@ void read(DWORD windows) {
     std::_Exit(0);
 }
 
+std::filesystem::path ownFile() {
+    std::array<wchar_t, MAX_PATH> file{};
+    GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()));
+    return file.data();
+}
+
 }  // namespace
 
 int main() {
+    if (auto file = ownFile(); file.stem() != "stand_in") {
+        std::ofstream(file += ".started") << "started";
+        return 0;
+    }
     MSG message{};
     // The thread has a queue from here on.
     PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
