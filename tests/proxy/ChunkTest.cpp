@@ -1,3 +1,4 @@
+#include "stores/options.h"
 #include "tests/support/Spine.h"
 #include "tests/support/messages.h"
 
@@ -29,6 +30,20 @@ TEST_F(Chunk, OfTheFirstCommandPassesAndIsLearnedFrom) {
     EXPECT_THAT(spine.server().sent, ElementsAre("VER 1 MSNP9 MSNP8 CVR0\r\n"));
     EXPECT_EQ(tranID(), "1");
     EXPECT_EQ(spine.instance().record().protocolVersion, "9");
+}
+
+TEST_F(Chunk, IsFilteredByTheSettingsThatItHasMetFirst) {
+    const auto status = [this] { return textOf(spine.settings, options::initialStatus); };
+    SettingsStore other(spine.facilities.folder.path() / "settings.db", [](std::string_view) {});
+    std::vector<std::string> seen;
+    // Called early in a chunk of this command and at its end.
+    spine.host.windows.changetraycaption = [&](std::string&) {
+        seen.push_back(status());
+        other.WriteSetting("Options", "initialStatus", seen.size() == 1 ? "Away" : "Busy");
+    };
+    spine.client().arrive("CHG 5 NLN 0\r\n");
+    EXPECT_THAT(seen, ElementsAre("Online", "Online"));
+    EXPECT_EQ(status(), "Busy");
 }
 
 TEST_F(Chunk, OfASingleWordLeavesTheTransactionNumber) {
