@@ -4,8 +4,7 @@
 
 namespace {
 
-constexpr std::size_t highWaterMark = 8 * SendQueues::mebibyte;
-constexpr std::size_t lowWaterMark = highWaterMark / 2;
+constexpr std::size_t lowWaterMark = SendQueues::highWaterMark / 2;
 
 }  // namespace
 

@@ -14,6 +14,9 @@
 class SendQueues {
 public:
     static constexpr std::size_t mebibyte = std::size_t{1024} * 1024;
+    /// What may wait one way of one connection: so little that its memory stays in the cache.
+    /// With 8 MiB, 7 % less got through a second.
+    static constexpr std::size_t highWaterMark = mebibyte / 4;
     /// What may wait in all.
     static constexpr std::size_t mostInAll = 256 * mebibyte;
 

@@ -242,18 +242,18 @@ TEST_F(DirectConnect, AReadDuringTheTurnTakesTheWaitingTextAlong) {
     EXPECT_THAT(spine.server().sent, ElementsAre(directConnect("anna") + "more", ""));
 }
 
-TEST(Backlog, AboveEightMebibytesMakesTheOtherSideWait) {
-    constexpr std::size_t mebibyte = 1024 * 1024;
+TEST(Backlog, OfAQuarterOfAMebibyteMakesTheOtherSideWait) {
+    constexpr std::size_t quarter = 256 * std::size_t{1024};
     Spine spine;
     spine.relay();
-    spine.client().SendProgress(1, 8 * mebibyte);
+    spine.client().SendProgress(1, quarter);
     EXPECT_TRUE(spine.server().reading);
-    spine.client().SendProgress(1, 8 * mebibyte + 1);
+    spine.client().SendProgress(1, quarter + 1);
     EXPECT_FALSE(spine.server().reading);
     EXPECT_TRUE(spine.client().reading);
-    spine.client().SendProgress(1, 4 * mebibyte);
+    spine.client().SendProgress(1, quarter / 2);
     EXPECT_FALSE(spine.server().reading);
-    spine.client().SendProgress(1, 4 * mebibyte - 1);
+    spine.client().SendProgress(1, quarter / 2 - 1);
     EXPECT_TRUE(spine.server().reading);
 }
 

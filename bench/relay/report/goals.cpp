@@ -5,9 +5,9 @@ namespace {
 using enum Figure;
 using enum ContenderId;
 
-/// The program lets 8 MiB a side wait. The rest is room for the chunk in hand and for what the
-/// allocator keeps.
-constexpr double stallLimit = 8.5;
+/// The program lets a quarter of a mebibyte a side wait. The rest is room for the chunk in hand and
+/// for what the allocator keeps.
+constexpr double stallLimit = 1;
 
 Goal relative(Figure figure, Bound bound, double limit, ContenderId contender) {
     return {figure, bound, limit, Cell{figure, contender}, nameOf(contender)};
