@@ -87,7 +87,9 @@ int main(int argc, char* argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     const std::string_view word = argc > 1 ? argv[1] : "";
-    const auto isWanted = [&](std::string_view name) { return name.find(word) != std::string_view::npos; };
+    const auto isWanted = [&](std::string_view name) {
+        return name.find(word) != std::string_view::npos;
+    };
     bool held = true;
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     std::printf("%-36s %4s %8s %8s %6s\n", "movie", "size", "counted", "real ms", "ratio");
