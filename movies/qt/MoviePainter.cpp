@@ -226,8 +226,14 @@ void MoviePainter::fillPath(const moviePaths::Path& path, const QBrush& brush, d
     const double height = std::ceil(seen.height() / pixel / bands) * pixel;
     const double first = (std::floor(seen.top() / pixel + shift) - shift) * pixel;
     const moviePaths::Bands parts(path.path);
-    for (double top = first; top < seen.bottom() && budget.goesOn(); top += height)
+    std::optional<double> before;
+    for (double top = first; top < seen.bottom() && budget.goesOn(); top += height) {
+        const double left = budget.left();
+        // The next part takes about as long as the last one.
+        if (before && (*before - left) / 2 > left) return budget.end();
+        before = left;
         painter->fillPath(parts.between(top, top + height), brush);
+    }
 }
 
 std::optional<QBrush> MoviePainter::pictureBrush(const QRectF& area, const swf::Fill& fill,
