@@ -128,23 +128,6 @@ TEST(MovieStage, MovesNotWithOneFrame) {
     EXPECT_FALSE(Screening(squares().sprite(9, still).place(9, 1).show().file()).player.moves());
 }
 
-TEST(MovieStage, KeepsWhatIsAtADepthThatIsTaken) {
-    MovieFile movie = squares().place(1, 1).show().place(2, 1, 10, 0).show();
-    movie.remove(1).show();
-    Screening screen(movie.file());
-    screen.advance();
-    EXPECT_EQ(screen.at(5, 10), red);
-    EXPECT_EQ(screen.at(25, 10), black);
-    // Up to version 5 both are there, the newest in front; the oldest goes first.
-    Screening old(movie.file(5));
-    old.advance();
-    EXPECT_EQ(old.at(5, 10), red);
-    EXPECT_EQ(old.at(15, 10), blue);
-    old.advance();
-    EXPECT_EQ(old.at(5, 10), black);
-    EXPECT_EQ(old.at(15, 10), blue);
-}
-
 TEST(MovieStage, ShowsASpriteThatHasNoEndOfAFrame) {
     MovieFile inner;
     inner.place(1, 1);
