@@ -2,8 +2,9 @@
 ; "package" makes it, and says what the version is (VERSION) and where everything is: what is installed
 ; (FILES), the commands that remove the movies (MOVIES), the icon (ICON), the setup (OUTPUT).
 ;
-; /S asks nothing, /AUTOSTART starts the program with the session, /D=FOLDER (the last one, without
-; quotes) puts it there. The uninstaller takes /S too; /ALL has it take settings and notes as well.
+; /S asks nothing, /AUTOSTART starts the program with the session, /NOAUTOSTART no longer, /D=FOLDER (the
+; last one, without quotes) puts it there. The uninstaller takes /S too; /ALL has it take settings and
+; notes as well.
 
 Target amd64-unicode
 Unicode true
@@ -88,21 +89,31 @@ Section "Cobweave"
     WriteRegDWORD HKCU "${UNINSTALL}" "EstimatedSize" $0
 SectionEnd
 
+; Without this choice, the next section, it is taken back.
+Section
+    DeleteRegValue HKCU "${RUN}" "Cobweave"
+SectionEnd
+
 Section /o "Start with Windows" Autostart
     WriteRegStr HKCU "${RUN}" "Cobweave" '"$INSTDIR\cobweave.exe"'
 SectionEnd
 
 Function .onInit
+    ; A setup over an older one leaves the choice as it was.
+    ReadRegStr $0 HKCU "${RUN}" "Cobweave"
+    ${If} $0 != ""
+        !insertmacro SelectSection ${Autostart}
+    ${EndIf}
     ${GetParameters} $0
     ClearErrors
     ${GetOptions} $0 "/AUTOSTART" $1
     ${IfNot} ${Errors}
         !insertmacro SelectSection ${Autostart}
     ${EndIf}
-    ; A setup over an older one leaves the choice as it was.
-    ReadRegStr $0 HKCU "${RUN}" "Cobweave"
-    ${If} $0 != ""
-        !insertmacro SelectSection ${Autostart}
+    ClearErrors
+    ${GetOptions} $0 "/NOAUTOSTART" $1
+    ${IfNot} ${Errors}
+        !insertmacro UnselectSection ${Autostart}
     ${EndIf}
 FunctionEnd
 
