@@ -63,7 +63,8 @@ int answerArguments(int argc, const char* const* argv) {
         return EXIT_SUCCESS;
     }
     constexpr int wrongUsage = 2;
-    const std::string_view wrong = argc == 2 ? argument : std::string_view(argv[2]);
+    const bool isOurs = argument == "--version" || argument == "--help";
+    const std::string_view wrong = isOurs ? std::string_view(argv[2]) : argument;
     console::error("cobweave: the argument \"" + std::string(wrong) +
                    "\" is not understood; \"cobweave --help\" says which are");
     return wrongUsage;
