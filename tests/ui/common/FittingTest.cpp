@@ -48,6 +48,9 @@ void expectAToastToFit() {
     expectFits(form);
     const int letters = form.Label2.y() + form.Label2.fontMetrics().height();
     EXPECT_LE(letters, form.Label1.y());
+    const int linkEnd =
+        form.Label2.x() + form.Label2.fontMetrics().horizontalAdvance(form.Label2.text());
+    EXPECT_GE(form.width() - linkEnd, 6);
     // The text is clear of the link above it, and of the edge at the right.
     form.Label1.setText(std::string(400, 'H'));
     const QImage text = form.Label1.grab().toImage().convertToFormat(QImage::Format_ARGB32);
