@@ -138,12 +138,18 @@ private:
         page(2),
         "prefix",
         {1080, 1545, 420, 330},
-        {"Label8", {180, 1605, 900, 225}, "Prefix", "The character before the time."}};
+        {"Label8",
+         {180, 1605, 900, 225},
+         "Prefix",
+         "The character before the time. It has to be a Western European one."}};
     Headed<BracketBox> postfix{
         page(2),
         "postfix",
         {1080, 2010, 420, 330},
-        {"Label16", {180, 2070, 900, 225}, "Postfix", "The character behind the time."}};
+        {"Label16",
+         {180, 2070, 900, 225},
+         "Postfix",
+         "The character behind the time. It has to be a Western European one."}};
     Headed<Choice> Picture3{
         page(2),
         "Picture3",

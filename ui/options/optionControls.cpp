@@ -10,6 +10,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <QValidator>
 
 namespace {
@@ -107,6 +108,8 @@ BracketBox::BracketBox(QWidget* parent) : QLineEdit(parent) {
     setMaxLength(1);
     setAlignment(Qt::AlignHCenter);
     setValidator(new OneByte(this));
+    connect(this, &QLineEdit::inputRejected, this,
+            [this] { QToolTip::showText(mapToGlobal(rect().bottomLeft()), toolTip(), this); });
 }
 
 Choice::Choice(QWidget* parent) : QWidget(parent) { roles::set(*this, QAccessible::Grouping); }

@@ -44,7 +44,7 @@ protected:
 };
 
 /// A box for one character, of those that are one byte in the code page: the room that a stamp has
-/// for each of its brackets.
+/// for each of its brackets. Its tool-tip comes up when anything else is typed.
 class BracketBox : public QLineEdit {
 public:
     explicit BracketBox(QWidget* parent);

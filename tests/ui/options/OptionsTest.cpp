@@ -4,8 +4,10 @@
 #include <QAccessible>
 #include <QFrame>
 #include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QTextDocument>
+#include <QToolTip>
 
 namespace {
 
@@ -241,6 +243,26 @@ TEST_F(OptionsWindow, ABracketIsOfTheCodePage) {
     EXPECT_EQ(prefix.text(), "\u00AB");
     pressOk();
     EXPECT_EQ(settings.ReadSetting("Options", "tsprefix"), "\xAB");
+}
+
+TEST_F(OptionsWindow, ABracketThatIsRefusedIsToldOf) {
+    open();
+    goTo(2);
+    auto& prefix = box("prefix");
+    QToolTip::hideText();
+    const auto type = [&](const QString& text) {
+        prefix.selectAll();
+        QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, text);
+        QApplication::sendEvent(&prefix, &key);
+    };
+    type("{");
+    EXPECT_FALSE(QToolTip::isVisible());
+    type("\u0159");
+    EXPECT_EQ(prefix.text(), "{");
+    EXPECT_TRUE(QToolTip::isVisible());
+    EXPECT_EQ(QToolTip::text(), prefix.toolTip());
+    EXPECT_TRUE(prefix.toolTip().contains("Western European"));
+    QToolTip::hideText();
 }
 
 TEST_F(OptionsWindow, TheColorCanBeChosenWithTheAddOnAlone) {
