@@ -16,9 +16,23 @@
 
 namespace {
 
+/// The icon in a word, for those who cannot see it.
+QString nameOf(QMessageBox::Icon icon) {
+    switch (icon) {
+        case QMessageBox::Information: return "Information";
+        case QMessageBox::Warning: return "Warning";
+        case QMessageBox::Critical: return "Error";
+        case QMessageBox::Question: return "Question";
+        case QMessageBox::NoIcon: break;
+    }
+    return {};
+}
+
 void fill(QMessageBox& box, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
           std::string_view text) {
     box.setIcon(icon);
+    if (auto* const label = box.findChild<QLabel*>("qt_msgboxex_icon_label"))
+        label->setAccessibleName(nameOf(icon));
     box.setStandardButtons(buttons);
     box.setWindowTitle(QApplication::applicationName());
     box.setTextFormat(Qt::PlainText);

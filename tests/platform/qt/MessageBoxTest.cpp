@@ -4,12 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QLabel>
 #include <QPushButton>
 
 #include <functional>
 #include <memory>
 #include <optional>
+#include <tuple>
 
 namespace {
 
@@ -175,6 +177,26 @@ TEST_F(Boxes, ShowAllLinesOfTheirText) {
         EXPECT_GE(label.height(), 32);
         open().front()->close();
     }
+}
+
+TEST_F(Boxes, AreAlertsWithANamedIconATextAndButtonsForAssistivePrograms) {
+    boxes->question(window.winId(), "Sure?", {});
+    ASSERT_EQ(open().size(), 1U);
+    QMessageBox& box = *open().front();
+    const std::tuple<QWidget*, QAccessible::Role, QString> parts[] = {
+        {&box, QAccessible::AlertMessage, "Cobweave"},
+        {box.findChild<QLabel*>("qt_msgboxex_icon_label"), QAccessible::Graphic, "Question"},
+        {textOf(box), QAccessible::StaticText, "Sure?"},
+        {box.button(QMessageBox::Yes), QAccessible::Button, "Yes"},
+        {box.button(QMessageBox::No), QAccessible::Button, "No"},
+    };
+    for (const auto& [part, role, name] : parts) {
+        ASSERT_NE(part, nullptr) << name.toStdString();
+        const QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(part);
+        EXPECT_EQ(face->role(), role) << name.toStdString();
+        EXPECT_EQ(face->text(QAccessible::Name), name);
+    }
+    box.close();
 }
 
 TEST_F(Boxes, AtTheStartWaitForTheirAnswer) {
