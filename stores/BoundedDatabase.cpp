@@ -5,6 +5,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -149,7 +150,12 @@ std::string BoundedDatabase::textOf(const Statement& row, int column) {
     const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(row.get(), column));
     const auto size = static_cast<std::size_t>(sqlite3_column_bytes(row.get(), column));
     if (text == nullptr) return {};
-    return codePage::fromUtf8({text, size});
+    const std::string_view utf8(text, size);
+    std::string bytes = codePage::fromUtf8(utf8);
+    // Another program may have written characters that the code page lacks. They are kept as UTF-8,
+    // as those that are typed here.
+    const bool fits = std::ranges::count(bytes, '?') == std::ranges::count(utf8, '?');
+    return fits || !codePage::isUtf8(utf8) ? bytes : std::string(utf8);
 }
 
 void BoundedDatabase::bindText(const Statement& statement, int position, std::string_view bytes) {

@@ -97,7 +97,7 @@ public:
     /// What the call that has just failed came to.
     [[nodiscard]] SettingsTrouble trouble() const;
 
-    /// One byte a character, whatever the file has it in.
+    /// One byte a character, whatever the file has it in; UTF-8 where the code page lacks one.
     [[nodiscard]] static std::string textOf(const Statement& row, int column);
     /// Has the parameter of that number, from 1, stand for `bytes`.
     static void bindText(const Statement& statement, int position, std::string_view bytes);

@@ -168,9 +168,14 @@ TEST_P(SettingsStoreTest, HasTextInTheFileThatOtherProgramsCanRead) {
 }
 
 TEST_P(SettingsStoreTest, ReadsTheCharactersThatOthersHaveWritten) {
-    other().set("windowrenamecaption", "caf\xC3\xA9 5\xE2\x82\xAC \xD0\x96");
+    other().set("windowrenamecaption", "caf\xC3\xA9 5\xE2\x82\xAC?");
+    other().set("tsprefix", "\xD0\x96");
     SettingsStore store = open();
-    EXPECT_EQ(option(store, "windowrenamecaption"), "caf\xE9 5\x80 ?");
+    EXPECT_EQ(option(store, "windowrenamecaption"), "caf\xE9 5\x80?");
+    // What the code page lacks is UTF-8, as it is where it is typed into a window.
+    EXPECT_EQ(option(store, "tsprefix"), "\xD0\x96");
+    other().set("windowrenamecaption", "caf\xC3\xA9 \xD0\x96?");
+    EXPECT_EQ(option(store, "windowrenamecaption"), "caf\xC3\xA9 \xD0\x96?");
 }
 
 TEST_P(SettingsStoreTest, ReadsAFileThatKeepsItsTextAsUtf16) {
