@@ -1,7 +1,7 @@
 # Sorts the sources of every target into groups of one size, as few as hold up to twenty each. Where
 # groups are wanted, each is one compilation, which takes about a third of the time; the linter always
-# takes them so, since most of its time goes to the headers of the libraries. What users run is
-# compiled file by file, so a source that forgets an include is found there.
+# takes them so, since most of its time goes to the headers of the libraries. The release is compiled
+# file by file where it is tested, so a source that forgets an include is found there.
 function(form_groups target directory)
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources EXCLUDE REGEX "^/")  # Made by a tool.
@@ -20,8 +20,12 @@ function(form_groups target directory)
         list(APPEND groups ${group})
     endforeach()
     list(REMOVE_DUPLICATES groups)
+    set(in_groups OFF)
+    if(COBWEAVE_GROUPS OR COBWEAVE_SANITIZE)
+        set(in_groups ON)
+    endif()
     set_target_properties(${target} PROPERTIES
-        UNITY_BUILD ${COBWEAVE_SANITIZE}
+        UNITY_BUILD ${in_groups}
         UNITY_BUILD_MODE GROUP
         UNITY_BUILD_CODE_BEFORE_INCLUDE "// NOLINTNEXTLINE(bugprone-suspicious-include)")
     if(COBWEAVE_LINT)
