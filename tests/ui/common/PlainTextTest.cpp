@@ -8,13 +8,21 @@
 namespace {
 
 /// A label's picture.
-QImage pictureOf(std::string_view text) {
-    PlainLabel label;
+QImage pictureOf(QWidget& label) {
     label.resize(170, 65);
-    label.setText(text);
     QImage picture(label.size(), QImage::Format_RGB32);
     label.render(&picture);
     return picture;
+}
+QImage pictureOf(std::string_view text) {
+    PlainLabel label;
+    label.setText(text);
+    return pictureOf(label);
+}
+QImage pictureOfLine(const QString& text) {
+    LineLabel label(nullptr);
+    label.setText(text);
+    return pictureOf(label);
 }
 
 /// Whether something is drawn below this line.
@@ -91,6 +99,16 @@ TEST(PlainLabel, KeepsTheWholeTextWhateverItShows) {
     const std::string text(100'000, 'x');
     label.setText(text);
     EXPECT_EQ(label.text(), text);
+}
+
+TEST(LineLabel, EndsInAnEllipsisWhereThereIsMore) {
+    const QImage cut = pictureOfLine(QString(100, 'x'));
+    int count = 1;
+    while (count < 100 && pictureOfLine(QString(count, 'x') + QChar(0x2026)) != cut)
+        ++count;
+    EXPECT_LT(count, 100);
+    // It is seen, and not cut off with the rest.
+    EXPECT_NE(pictureOfLine(QString(count, 'x')), cut);
 }
 
 TEST(EditableText, ComesBackAsItWasTypedInAllScripts) {
