@@ -14,10 +14,17 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
-                                 const QModelIndex& index) const override;
+                                 const QModelIndex& /*index*/) const override {
+        constexpr int air = 5;
+        return {0, option.fontMetrics.height() + air};
+    }
 
 protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const bool isSelected = option->state.testFlag(QStyle::State_Selected);
+        if (!isSelected) option->state &= ~QStyle::State_HasFocus;
+    }
 };
 
 /// A list that says, while it is empty, what fills it.
