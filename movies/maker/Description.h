@@ -23,6 +23,7 @@
 /// The events are over, out, press, release, and key with the number of a key.
 class Description {
 public:
+    /// Reads the text; the first line that makes no sense ends the program (`Statement::complain`).
     Description(const std::filesystem::path& path, std::string_view version);
 
     /// The movie as a packed file, of version 6 if none is named.

@@ -6,8 +6,8 @@
 
 #include <vector>
 
-/// Places are whole twentieths of a pixel.
-/// The next part of an outline; a jump to where the outline goes on is one too.
+/// The next part of an outline, or a jump to where the outline goes on. Places are whole twentieths
+/// of a pixel.
 struct Part {
     enum class Kind { Jump, Straight, Curve };
     Kind kind = Kind::Straight;

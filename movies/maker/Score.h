@@ -31,6 +31,8 @@ private:
 /// What happens when, in a movie or sprite.
 class Score {
 public:
+    /// One empty frame. Things are looked up in `definitions`, colours in `paints`; both outlive
+    /// it.
     Score(Definitions& definitions, const Paints& paints)
         : definitions(definitions), paints(paints) {}
 

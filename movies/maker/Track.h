@@ -26,6 +26,7 @@ using Frames = std::map<int, swf::Writer>;
 /// One thing on a timeline: from when to when it is there, and how it changes meanwhile.
 class Track {
 public:
+    /// The thing of this number, which has no look yet. Larger depths lie over smaller ones.
     Track(unsigned character, unsigned depth) : character(character), depth(depth) {}
 
     /// "[as NAME] [depth N] at FRAME LOOK... [mask COUNT]", where LOOK is a word and its value: x,

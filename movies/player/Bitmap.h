@@ -11,6 +11,7 @@ namespace swf {
 
 /// A picture as it stands in the file. The views are into the movie's bytes.
 struct Bitmap {
+    /// How its pixels are stored.
     enum class Kind {
         Jpeg,      ///< `data` in a format that holds its own size, `alpha` packed beside it
         Palette,   ///< packed: a table of `colors` colours, then a byte for each pixel

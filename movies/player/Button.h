@@ -11,6 +11,7 @@ namespace swf {
 
 /// A thing that is shown in some states of a button.
 struct ButtonRecord {
+    /// A bit for each state that shows it. `Hit` is none: what has it reacts to the mouse.
     enum State : unsigned {
         Up = buttonFlag::Up,
         Over = buttonFlag::Over,

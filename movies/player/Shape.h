@@ -17,7 +17,9 @@ struct GradientStop {
 
 /// What an area is painted with.
 struct Fill {
+    /// A colour, a gradient along a line or around a place, or a picture.
     enum class Kind { Solid, Linear, Radial, Bitmap };
+    /// The last colour goes on, or the gradient comes again: mirrored, or as it is.
     enum class Spread { Pad, Reflect, Repeat };
 
     /// Which of the members below count.
@@ -44,7 +46,9 @@ struct Fill {
 
 /// What a line is drawn with.
 struct Line {
+    /// Its ends: `None` ends with the last point, the others reach half a width beyond it.
     enum class Cap { Round, None, Square };
+    /// The outside of a corner; a miter that would reach too far becomes a bevel.
     enum class Join { Round, Bevel, Miter };
 
     /// In twentieths of a pixel; 0 is the thinnest line that can be seen.

@@ -60,6 +60,7 @@ struct Path {
 /// An outline of straight lines, of which parts are wanted.
 class Bands {
 public:
+    /// Keeps the outline's lines; a curve counts as the line between its ends.
     explicit Bands(const QPainterPath& outline);
     /// What of the area lies between two heights.
     [[nodiscard]] QPainterPath between(double top, double bottom) const;

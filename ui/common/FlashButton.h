@@ -15,6 +15,7 @@
 /// Shows, above all else in a control, that it has the keyboard focus. The mouse goes through.
 class FocusRing : public QWidget {
 public:
+    /// On top of `control`, whose size it has to be given; hidden at first.
     explicit FocusRing(QWidget* control);
 
 protected:

@@ -14,8 +14,10 @@ enum class FormLife {
 template <typename Window>
 class FormHolder {
 public:
+    /// Makes the window, hidden.
     using Make = std::function<std::unique_ptr<Window>()>;
 
+    /// There is no window yet.
     explicit FormHolder(
         FormLife life, Make make = [] { return std::make_unique<Window>(); })
         : life(life), make(std::move(make)) {}

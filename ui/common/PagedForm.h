@@ -13,6 +13,7 @@
 /// A window of several pages, of which one shows: on the left a button for each.
 class PagedForm : public Form {
 public:
+    /// A page, and the button that shows it.
     struct Page {
         /// Of the button and of the page, by which code knows both.
         int index;
@@ -21,6 +22,7 @@ public:
         /// Of the button, in twips.
         int top;
     };
+    /// What differs between such windows: texts, measures and pages.
     struct Design {
         const char* caption;
         /// The text of the banner.

@@ -58,6 +58,7 @@ private:
 /// long log slow.
 class LogLineDelegate : public RowDelegate {
 public:
+    /// For lines in the font that the application has now.
     LogLineDelegate();
 
     /// Makes all lines wide enough for this one.

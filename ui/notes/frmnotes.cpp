@@ -100,9 +100,7 @@ frmnotes::frmnotes(NotesStore& notes, MessageBox& messageBox)
     notes.added = [this] { addEntry(this->notes.list().back()); };
 }
 
-frmnotes::~frmnotes() {
-    notes.added = [] {};
-}
+frmnotes::~frmnotes() { notes.added = {}; }
 
 void frmnotes::layOut() {
     const std::pair<QWidget&, const char*> names[] = {

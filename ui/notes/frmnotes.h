@@ -42,6 +42,7 @@ private:
 /// Closing saves the notes and hides the window.
 class frmnotes final : public Form {
 public:
+    /// A hidden window with all notes, which follows when notes are added. Both have to outlive it.
     frmnotes(NotesStore& notes, MessageBox& messageBox);
     ~frmnotes() override;
 

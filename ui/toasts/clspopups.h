@@ -15,6 +15,7 @@ class ForeignWindows;
 /// Shows texts as toasts, each in the lowest place that is free. A text that finds none is lost.
 class clspopups {
 public:
+    /// No toast is shown. All three have to outlive it.
     clspopups(EventLoop& loop, OwnWindows& windows, ForeignWindows& others)
         : loop(loop), windows(windows), others(others) {}
 
