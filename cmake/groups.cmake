@@ -1,4 +1,4 @@
-# Sorts the sources of every target into groups of one size, as few as hold up to twenty each. Where
+# Sorts the sources of every target into groups of one size, as few as hold up to forty each. Where
 # groups are wanted, each is one compilation, which takes about a third of the time; the linter always
 # takes them so, since most of its time goes to the headers of the libraries. The release is compiled
 # file by file where it is tested, so a source that forgets an include is found there.
@@ -6,7 +6,7 @@ function(form_groups target directory)
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources EXCLUDE REGEX "^/")  # Made by a tool.
     list(LENGTH sources count)
-    math(EXPR group_count "(${count} + 19) / 20")
+    math(EXPR group_count "(${count} + 39) / 40")
     set(place 0)
     foreach(source IN LISTS sources)
         math(EXPR number "${place} * ${group_count} / ${count} + 1")
