@@ -39,7 +39,8 @@ std::string colorNumber(SettingsStore& settings) {
 std::optional<std::string> timestamps::StampPlain(std::string_view message, SettingsStore& settings,
                                                   Clock& clock) {
     const Brackets brackets(settings);
-    // A blank and the two brackets. Where one is missing, whoever makes the length true mends it.
+    // A blank and the two brackets. Where one is missing, the caller, who measures the message,
+    // corrects it.
     const auto stamped = lengthened(message, 3, clock);
     if (!stamped) return std::nullopt;
     return *stamped + " " + brackets.prefix + clock.timeText() + brackets.postfix;

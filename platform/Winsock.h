@@ -38,9 +38,9 @@ struct SocketTrouble {
     std::string question = {};
 };
 
-/// One TCP socket over IPv4, listening or connected, with Nagle's delay off. All operations return
-/// at once; what happens later comes as an event, one at a time, from the event loop unless it says
-/// otherwise. No event may destroy the socket.
+/// One TCP socket over IPv4, listening or connected, with Nagle's algorithm off. All operations
+/// return at once; what happens later comes as an event, one at a time, from the event loop unless
+/// it says otherwise. No event may destroy the socket.
 ///
 /// The system has its descriptor back as soon as the connection is over, whoever still holds the
 /// object. A socket whose connection is over stays Closing or Error until it is closed.

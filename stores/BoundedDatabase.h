@@ -77,7 +77,7 @@ public:
     [[nodiscard]] Trouble open(const std::filesystem::path& path);
     /// Lets go of the file.
     void close() { database.reset(); }
-    /// Also after an opening that failed, of which `trouble` tells.
+    /// True also after an opening that failed, so that `trouble` can say why.
     [[nodiscard]] bool isOpen() const { return database != nullptr; }
     /// For what SQLite is asked by other calls than these; null when it is closed.
     [[nodiscard]] sqlite3* handle() const { return database.get(); }

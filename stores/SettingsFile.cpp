@@ -146,7 +146,7 @@ bool SettingsFile::mayHaveChanged() {
     const bool inFile = stamp.mayHaveChanged();
     const bool inLog = hasLog && logStamp.mayHaveChanged();
     isStill = !inFile && !inLog;
-    // Not before it pays: to begin a watch and to end it takes the system some time.
+    // Not while the file still changes: to begin a watch and to end it takes the system some time.
     if (isStill && watch == nullptr && path.native() == realPath.native()) {
         watch = watchFile(realPath, withEnding(realPath, "-wal"));
     }

@@ -46,7 +46,7 @@ void readTextStyle(Reader& reader, unsigned changes, bool withAlpha, Style& styl
 Font readFirstFont(Reader& reader) {
     const Reader table = reader;
     std::vector<std::uint32_t> offsets{reader.u16()};
-    // The table's first entry leads behind the table, and so tells its length.
+    // The table's first entry leads behind the table, and so gives its length.
     for (std::size_t left = offsets.front() / 2; left > 1; --left)
         offsets.push_back(reader.u16());
     Font font;

@@ -47,7 +47,7 @@ private:
     QTransform toPixels;
     QSize size;
     bool moved = true;
-    /// How many drawings were like the one before them. A single one tells nothing: between two
+    /// How many drawings were like the one before them. A single one proves nothing: between two
     /// frames a movie may be drawn again because something lay over it.
     int equal = 0;
     std::size_t same = 0;

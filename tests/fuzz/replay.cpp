@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <vector>
 
-/// Gives one search every file of the folders that are named: what was once found stays mended.
+/// Gives one search every file of the folders that are named: what a search has found stays fixed.
 int main(int argc, char** argv) {
     prepareFuzz(argc, argv);
     for (int at = 1; at < argc; ++at) {

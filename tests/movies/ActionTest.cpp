@@ -10,7 +10,8 @@ using swf::PushType;
 const Bits stop = action(Action::Stop);
 const Bits play = action(Action::Play);
 
-/// A movie of five frames, of which each tells its number, and which does something in the first.
+/// A movie of five frames, each of which gives its number as a command; the first does something
+/// before that.
 std::string frames(const Bits& first) {
     MovieFile movie;
     movie.actions(first).actions(command("1")).show();
@@ -21,29 +22,30 @@ std::string frames(const Bits& first) {
     return movie.file();
 }
 
-std::string told(const Bits& first, int turns = 3) {
+/// The numbers of the frames that are played.
+std::string played(const Bits& first, int turns = 3) {
     Screening screen(frames(first));
     screen.advance(turns);
     return screen.commands();
 }
 
-TEST(MovieAction, LeftAloneGoesOnFrameByFrame) { EXPECT_EQ(told({}, 6), "1;2;3;4;5;1;2;"); }
+TEST(MovieAction, LeftAloneGoesOnFrameByFrame) { EXPECT_EQ(played({}, 6), "1;2;3;4;5;1;2;"); }
 
 TEST(MovieAction, Stops) {
     Screening screen(frames(stop));
     EXPECT_FALSE(screen.player.moves());
-    EXPECT_EQ(told(stop), "1;");
-    EXPECT_EQ(told(stop + play), "1;2;3;4;");
+    EXPECT_EQ(played(stop), "1;");
+    EXPECT_EQ(played(stop + play), "1;2;3;4;");
 }
 
 TEST(MovieAction, GoesToFramesAndLabels) {
-    EXPECT_EQ(told(action(Action::GotoFrame, Bits().u16(2))), "1;3;");
-    EXPECT_EQ(told(action(Action::GotoFrame, Bits().u16(2)) + play), "1;3;4;5;1;3;");
-    EXPECT_EQ(told(action(Action::GoToLabel, Bits().text("four"))), "1;4;");
-    EXPECT_EQ(told(action(Action::GoToLabel, Bits().text("five"))), "1;2;3;4;");
-    EXPECT_EQ(told(action(Action::GotoFrame, Bits().u16(2000))), "1;5;");
-    EXPECT_EQ(told(action(Action::NextFrame)), "1;2;");
-    EXPECT_EQ(told(action(Action::GotoFrame, Bits().u16(2)) + action(Action::PreviousFrame)),
+    EXPECT_EQ(played(action(Action::GotoFrame, Bits().u16(2))), "1;3;");
+    EXPECT_EQ(played(action(Action::GotoFrame, Bits().u16(2)) + play), "1;3;4;5;1;3;");
+    EXPECT_EQ(played(action(Action::GoToLabel, Bits().text("four"))), "1;4;");
+    EXPECT_EQ(played(action(Action::GoToLabel, Bits().text("five"))), "1;2;3;4;");
+    EXPECT_EQ(played(action(Action::GotoFrame, Bits().u16(2000))), "1;5;");
+    EXPECT_EQ(played(action(Action::NextFrame)), "1;2;");
+    EXPECT_EQ(played(action(Action::GotoFrame, Bits().u16(2)) + action(Action::PreviousFrame)),
               "1;3;2;");
 }
 
@@ -51,29 +53,29 @@ TEST(MovieAction, GoesToWhatStandsOnTheStack) {
     const auto number = [](unsigned value) {
         return action(Action::Push, Bits().code(PushType::Integer).u32(value));
     };
-    EXPECT_EQ(told(number(3) + action(Action::GotoFrame2, Bits().u8(0))), "1;3;");
-    EXPECT_EQ(told(number(3) + action(Action::GotoFrame2, Bits().u8(1))), "1;3;4;5;1;3;");
-    EXPECT_EQ(told(number(1) + action(Action::GotoFrame2, Bits().u8(2).u16(4))), "1;5;");
-    EXPECT_EQ(told(pushText("four") + action(Action::GotoFrame2, Bits().u8(0))), "1;4;");
-    EXPECT_EQ(told(pushText("/:2") + action(Action::GotoFrame2, Bits().u8(0))), "1;2;");
+    EXPECT_EQ(played(number(3) + action(Action::GotoFrame2, Bits().u8(0))), "1;3;");
+    EXPECT_EQ(played(number(3) + action(Action::GotoFrame2, Bits().u8(1))), "1;3;4;5;1;3;");
+    EXPECT_EQ(played(number(1) + action(Action::GotoFrame2, Bits().u8(2).u16(4))), "1;5;");
+    EXPECT_EQ(played(pushText("four") + action(Action::GotoFrame2, Bits().u8(0))), "1;4;");
+    EXPECT_EQ(played(pushText("/:2") + action(Action::GotoFrame2, Bits().u8(0))), "1;2;");
     const Bits real = action(Action::Push, Bits().code(PushType::Double).u32(0x40100000).u32(0));
-    EXPECT_EQ(told(real + action(Action::GotoFrame2, Bits().u8(0))), "1;4;");
+    EXPECT_EQ(played(real + action(Action::GotoFrame2, Bits().u8(0))), "1;4;");
     const Bits single = action(Action::Push, Bits().code(PushType::Float).u32(0x40400000));
-    EXPECT_EQ(told(single + action(Action::GotoFrame2, Bits().u8(0))), "1;3;");
+    EXPECT_EQ(played(single + action(Action::GotoFrame2, Bits().u8(0))), "1;3;");
     const Bits pool = action(Action::ConstantPool, Bits().u16(2).text("x").text("four"));
-    EXPECT_EQ(told(pool + action(Action::Push, Bits().code(PushType::Constant8).u8(1)) +
-                   action(Action::GotoFrame2, Bits().u8(0))),
+    EXPECT_EQ(played(pool + action(Action::Push, Bits().code(PushType::Constant8).u8(1)) +
+                     action(Action::GotoFrame2, Bits().u8(0))),
               "1;4;");
-    EXPECT_EQ(told(pool + action(Action::Push, Bits().code(PushType::Constant16).u16(1)) +
-                   action(Action::GotoFrame2, Bits().u8(0))),
+    EXPECT_EQ(played(pool + action(Action::Push, Bits().code(PushType::Constant16).u16(1)) +
+                     action(Action::GotoFrame2, Bits().u8(0))),
               "1;4;");
 }
 
-std::string toldBy(const Bits& code) {
+std::string commandsOf(const Bits& code) {
     return Screening(MovieFile().actions(code).show().file()).commands();
 }
 
-TEST(MovieAction, TellsCommandsWithTheirArguments) {
+TEST(MovieAction, GivesItsHostCommandsWithTheirArguments) {
     Screening screen(
         MovieFile()
             .actions(action(Action::GetURL, Bits().text("fsCOMMAND:Say").text("it loud")))
@@ -85,25 +87,27 @@ TEST(MovieAction, TellsCommandsWithTheirArguments) {
     EXPECT_EQ(commands[0].arguments, "it loud");
 }
 
-TEST(MovieAction, TellsCommandsFromTheStack) {
-    const Bits tell = action(Action::GetURL2, Bits().u8(0));
-    EXPECT_EQ(toldBy(pushText("FSCommand:go") + pushText("") + tell), "go;");
-    EXPECT_EQ(toldBy(pushText("FSCommand:") + pushText("joined") + action(Action::StringAdd) +
-                     pushText("") + tell),
+TEST(MovieAction, GivesItsHostCommandsFromTheStack) {
+    const Bits give = action(Action::GetURL2, Bits().u8(0));
+    EXPECT_EQ(commandsOf(pushText("FSCommand:go") + pushText("") + give), "go;");
+    EXPECT_EQ(commandsOf(pushText("FSCommand:") + pushText("joined") + action(Action::StringAdd) +
+                         pushText("") + give),
               "joined;");
-    EXPECT_EQ(toldBy(tell), "");
+    EXPECT_EQ(commandsOf(give), "");
 }
 
 TEST(MovieAction, OpensNoAddress) {
-    EXPECT_EQ(toldBy(action(Action::GetURL, Bits().text("http://localhost/").text("_blank"))), "");
-    EXPECT_EQ(toldBy(action(Action::GetURL, Bits().text("javascript:FSCommand:x").text(""))), "");
-    EXPECT_EQ(toldBy(action(Action::GetURL, Bits().text("FSComman").text(""))), "");
+    EXPECT_EQ(commandsOf(action(Action::GetURL, Bits().text("http://localhost/").text("_blank"))),
+              "");
+    EXPECT_EQ(commandsOf(action(Action::GetURL, Bits().text("javascript:FSCommand:x").text(""))),
+              "");
+    EXPECT_EQ(commandsOf(action(Action::GetURL, Bits().text("FSComman").text(""))), "");
 }
 
 TEST(MovieAction, GoesOnAfterWhatItDoesNotKnow) {
     const Bits unknown = pushText("a") + pushText("b") + action(unknownAction(0x1D));
-    EXPECT_EQ(toldBy(unknown + command("on")), "on;");
-    EXPECT_EQ(toldBy(action(unknownAction(0xB7), Bits().raw("what")) + command("on")), "on;");
+    EXPECT_EQ(commandsOf(unknown + command("on")), "on;");
+    EXPECT_EQ(commandsOf(action(unknownAction(0xB7), Bits().raw("what")) + command("on")), "on;");
 }
 
 TEST(MovieAction, PassesOverBodiesAndEndsAtBranches) {
@@ -111,18 +115,18 @@ TEST(MovieAction, PassesOverBodiesAndEndsAtBranches) {
     const auto size = static_cast<unsigned>(body.size());
     const Bits function =
         action(Action::DefineFunction, Bits().text("f").u16(1).text("p").u16(size));
-    EXPECT_EQ(toldBy(Bits(function).raw(body) + command("on")), "on;");
+    EXPECT_EQ(commandsOf(Bits(function).raw(body) + command("on")), "on;");
     const Bits second = action(Action::DefineFunction2,
                                Bits().text("f").u16(1).u8(2).u16(0).u8(1).text("p").u16(size));
-    EXPECT_EQ(toldBy(Bits(second).raw(body) + command("on")), "on;");
-    EXPECT_EQ(toldBy(Bits(action(Action::With, Bits().u16(size))).raw(body) + command("on")),
+    EXPECT_EQ(commandsOf(Bits(second).raw(body) + command("on")), "on;");
+    EXPECT_EQ(commandsOf(Bits(action(Action::With, Bits().u16(size))).raw(body) + command("on")),
               "on;");
-    EXPECT_EQ(toldBy(command("on") + action(Action::If, Bits().u16(2)) + command("no")), "on;");
-    EXPECT_EQ(toldBy(command("on") + action(Action::Jump, Bits().u16(0xFFF0)) + command("no")),
+    EXPECT_EQ(commandsOf(command("on") + action(Action::If, Bits().u16(2)) + command("no")), "on;");
+    EXPECT_EQ(commandsOf(command("on") + action(Action::Jump, Bits().u16(0xFFF0)) + command("no")),
               "on;");
 }
 
-/// Two sprites within each other, `a` and `b`, of three frames that tell their names.
+/// Two sprites within each other, `a` and `b`, of three frames that give their names as commands.
 MovieFile nested() {
     MovieFile inner;
     inner.actions(stop).show().actions(command("b2")).show().actions(command("b3")).show();
@@ -131,7 +135,7 @@ MovieFile nested() {
     return MovieFile().sprite(1, inner).sprite(2, outer).placeNamed(2, 1, "a");
 }
 
-std::string toldOf(const Bits& code) {
+std::string commandsOfNested(const Bits& code) {
     Screening screen(nested().show().actions(code).show().actions(stop).show().file());
     screen.advance();
     return screen.commands();
@@ -142,18 +146,19 @@ TEST(MovieAction, ReachesOtherSpritesByTheirPath) {
     const auto target = [](const char* path) {
         return action(Action::SetTarget, Bits().text(path));
     };
-    EXPECT_EQ(toldOf(target("a") + second), "a2;");
-    EXPECT_EQ(toldOf(target("/a/b") + second), "b2;");
-    EXPECT_EQ(toldOf(target("A/B") + second), "b2;");
-    EXPECT_EQ(toldOf(target("_root.a.b") + second), "b2;");
-    EXPECT_EQ(toldOf(target("a.b._parent") + second), "a2;");
-    EXPECT_EQ(toldOf(target("/a/b/..") + second), "a2;");
-    EXPECT_EQ(toldOf(target("_level0/a") + second), "a2;");
-    EXPECT_EQ(toldOf(target("this.a") + second), "a2;");
-    EXPECT_EQ(toldOf(target("nobody") + second), "");
-    EXPECT_EQ(toldOf(target("a") + target("/a/b") + second + target("") + play), "b2;");
-    EXPECT_EQ(toldOf(pushText("/a/b") + action(Action::SetTarget2) + second), "b2;");
-    EXPECT_EQ(toldOf(pushText("/a/b:3") + action(Action::GotoFrame2, Bits().u8(0))), "b3;");
+    EXPECT_EQ(commandsOfNested(target("a") + second), "a2;");
+    EXPECT_EQ(commandsOfNested(target("/a/b") + second), "b2;");
+    EXPECT_EQ(commandsOfNested(target("A/B") + second), "b2;");
+    EXPECT_EQ(commandsOfNested(target("_root.a.b") + second), "b2;");
+    EXPECT_EQ(commandsOfNested(target("a.b._parent") + second), "a2;");
+    EXPECT_EQ(commandsOfNested(target("/a/b/..") + second), "a2;");
+    EXPECT_EQ(commandsOfNested(target("_level0/a") + second), "a2;");
+    EXPECT_EQ(commandsOfNested(target("this.a") + second), "a2;");
+    EXPECT_EQ(commandsOfNested(target("nobody") + second), "");
+    EXPECT_EQ(commandsOfNested(target("a") + target("/a/b") + second + target("") + play), "b2;");
+    EXPECT_EQ(commandsOfNested(pushText("/a/b") + action(Action::SetTarget2) + second), "b2;");
+    EXPECT_EQ(commandsOfNested(pushText("/a/b:3") + action(Action::GotoFrame2, Bits().u8(0))),
+              "b3;");
 }
 
 TEST(MovieAction, MayTakeAwayItsOwnSprite) {
@@ -208,7 +213,7 @@ TEST(MovieAction, FindsTheMovieWhenItsOwnSpriteHasGone) {
 }
 
 TEST(MovieAction, FindsLabelsInCapitalsAsWell) {
-    EXPECT_EQ(told(action(Action::GoToLabel, Bits().text("FOUR"))), "1;4;");
+    EXPECT_EQ(played(action(Action::GoToLabel, Bits().text("FOUR"))), "1;4;");
 }
 
 TEST(MovieAction, OfTheNewestThingComesFirstAndOfTheParentLast) {

@@ -11,8 +11,8 @@ Bits record(unsigned states, unsigned thing, unsigned depth) {
     return Bits().u8(states).u16(thing).u16(depth).move(0, 0).u8(0);
 }
 
-/// A button of the second kind, from 20 to 60 in both ways: red, then green, then blue. It tells
-/// of each condition by its number.
+/// A button of the second kind, from 20 to 60 in both ways: red, then green, then blue. It gives
+/// the number of each condition as a command.
 MovieFile movieWithButton() {
     MovieFile movie;
     movie.square(1, 20, 20, 40, red).square(2, 20, 20, 40, green).square(3, 20, 20, 40, blue);
@@ -38,7 +38,7 @@ void move(Screening& screen, int x, int y, bool held = false) {
     screen.player.mouse({x * 20.0, y * 20.0}, held);
 }
 
-TEST(MovieButton, ShowsItsStatesAndTellsOfThem) {
+TEST(MovieButton, ShowsItsStatesAndGivesTheirCommands) {
     Screening screen(movieWithButton().show().file());
     EXPECT_EQ(screen.at(30, 30), red);
     move(screen, 10, 10);

@@ -19,7 +19,7 @@ TEST(MovieContainer, IsReadPlainAndPackedInAllVersions) {
     }
 }
 
-TEST(MovieContainer, TellsItsSizeAndRate) {
+TEST(MovieContainer, HasItsSizeAndRate) {
     const auto movie = swf::readMovie(MovieFile().show().file());
     EXPECT_EQ(movie->frame.width(), 2000);
     EXPECT_EQ(movie->frame.height(), 2000);
@@ -27,7 +27,7 @@ TEST(MovieContainer, TellsItsSizeAndRate) {
     EXPECT_FALSE(movie->background.has_value());
 }
 
-TEST(MovieContainer, TellsItsBackground) {
+TEST(MovieContainer, HasItsBackground) {
     const auto movie = swf::readMovie(
         MovieFile().tag(Tag::SetBackgroundColor, Bits().rgb(0x123456)).show().file());
     EXPECT_EQ(movie->background, (swf::Color{0x12, 0x34, 0x56, 255}));

@@ -140,31 +140,31 @@ TEST_F(MovieControl, RestsWhileItsParentCannotBeSeen) {
     EXPECT_FALSE(child->isAwake());
 }
 
-TEST_F(MovieControl, TellsOfPressesAndKeys) {
-    std::string told;
+TEST_F(MovieControl, GivesTheCommandsOfPressesAndKeys) {
+    std::string commands;
     control.FSCommand = [&](std::string_view name, std::string_view arguments) {
-        told += name;
-        told += '(';
-        told += arguments;
-        told += ')';
+        commands += name;
+        commands += '(';
+        commands += arguments;
+        commands += ')';
     };
     control.setExactFit(true);
     play(clickMovie());
     send(QEvent::MouseMove, 50, 50, Qt::NoButton);
     EXPECT_EQ(at(50, 50), green);
-    EXPECT_EQ(told, "");
+    EXPECT_EQ(commands, "");
     send(QEvent::MouseButtonPress, 50, 50, Qt::LeftButton);
-    EXPECT_EQ(told, "click()");
+    EXPECT_EQ(commands, "click()");
     send(QEvent::MouseButtonRelease, 50, 50, Qt::NoButton);
     QEvent leave(QEvent::Leave);
     QCoreApplication::sendEvent(&control, &leave);
     EXPECT_EQ(at(50, 50), red);
     EXPECT_TRUE(control.key(Qt::Key_Space));
     EXPECT_FALSE(control.key(Qt::Key_Return));
-    EXPECT_EQ(told, "click()click()");
+    EXPECT_EQ(commands, "click()click()");
     QKeyEvent key(QEvent::KeyPress, Qt::Key_Space, {});
     QCoreApplication::sendEvent(&control, &key);
-    EXPECT_EQ(told, "click()click()click()");
+    EXPECT_EQ(commands, "click()click()click()");
 }
 
 TEST_F(MovieControl, MayBeEndedByTheReceiverOfACommand) {
@@ -180,7 +180,7 @@ TEST_F(MovieControl, MayBeEndedByTheReceiverOfACommand) {
     EXPECT_EQ(movie, nullptr);
 }
 
-TEST_F(MovieControl, MayPlayAnotherMovieWhenOneTellsSomething) {
+TEST_F(MovieControl, MayPlayAnotherMovieOnACommand) {
     const auto next =
         save(MovieFile().tag(Tag::SetBackgroundColor, Bits().rgb(blue)).show().file(), "next.swf");
     control.FSCommand = [&](std::string_view, std::string_view) { control.setMovie(next); };

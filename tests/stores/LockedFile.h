@@ -67,7 +67,7 @@ protected:
             Waiting::meanwhile = {};
         };
     }
-    [[nodiscard]] auto tellsOfTheLockOnce() const {
+    [[nodiscard]] auto namesTheFileOnce() const {
         return testing::ElementsAre(testing::HasSubstr(path.string()));
     }
 };

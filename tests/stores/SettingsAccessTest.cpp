@@ -43,7 +43,7 @@ protected:
             body();
         });
     }
-    [[nodiscard]] auto tellsOnceWhatToDo() const {
+    [[nodiscard]] auto saysOnceWhatToDo() const {
         return ElementsAre(AllOf(HasSubstr(path.string()), HasSubstr("Make the file")));
     }
     /// Memory does what the file does not, and that is reported once.
@@ -53,7 +53,7 @@ protected:
         store.WriteSetting("Options", "timestamp", "True");
         EXPECT_EQ(option(store, "callby"), "fn");
         EXPECT_EQ(option(store, "timestamp"), "True");
-        EXPECT_THAT(reported, tellsOnceWhatToDo());
+        EXPECT_THAT(reported, saysOnceWhatToDo());
     }
 };
 
@@ -67,7 +67,7 @@ TEST_P(ClosedFile, ThatIsReadOnlyIsReadAndWritesStayInMemory) {
             expectToGoOnInMemory(store);
         }
         EXPECT_TRUE(readFile(path) == before);
-        EXPECT_THAT(reported, tellsOnceWhatToDo());
+        EXPECT_THAT(reported, saysOnceWhatToDo());
     }));
 }
 
@@ -143,7 +143,7 @@ TEST_P(ClosedFile, GetsAllChangesAtTheFirstWriteAfterItWasOpened) {
         EXPECT_EQ(database.get("callby"), "fn");
         EXPECT_EQ(database.get("timestamp"), "True");
         EXPECT_EQ(database.get("constants"), "False");
-        EXPECT_THAT(reported, tellsOnceWhatToDo());
+        EXPECT_THAT(reported, saysOnceWhatToDo());
     }));
 }
 
@@ -202,7 +202,7 @@ TEST_P(ClosedFile, GetsAValueThatIsWrittenAsItWasWhileAnotherThingStoodInItsPlac
     store.WriteSetting("Options", "timestamp", "True");
     EXPECT_EQ(other().get("callby"), "e");
     EXPECT_EQ(other().get("timestamp"), "True");
-    EXPECT_THAT(reported, tellsOnceWhatToDo());
+    EXPECT_THAT(reported, saysOnceWhatToDo());
 }
 
 TEST_P(ClosedFile, WhoseFolderIsAFileIsDoneWithout) {

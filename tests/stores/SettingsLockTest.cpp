@@ -15,7 +15,7 @@ TEST_P(LockedFile, IsDoneWithoutAndReportedOnce) {
     store.WriteSetting("Options", "timestamp", "True");
     EXPECT_EQ(option(store, "callby"), "fn");
     EXPECT_EQ(option(store, "timestamp"), "True");
-    EXPECT_THAT(reported, tellsOfTheLockOnce());
+    EXPECT_THAT(reported, namesTheFileOnce());
     unlock();
 }
 
@@ -59,7 +59,7 @@ TEST_P(LockedFile, GetsTheChangesAtTheEndThoughItWasLockedFromTheStart) {
         unlock();
     }
     EXPECT_EQ(program->get("callby"), "fn");
-    EXPECT_THAT(reported, tellsOfTheLockOnce());
+    EXPECT_THAT(reported, namesTheFileOnce());
 }
 
 TEST_P(LockedFile, IsReadOnceItIsFreeWhenItWasLockedFromTheStart) {
@@ -105,7 +105,7 @@ TEST_P(LockedFile, IsReportedOnceWhenItMayBeReadAllTheTime) {
         EXPECT_EQ(option(store, "callby"), "fn");
         store.WriteSetting("Options", "timestamp", std::to_string(count));
     }
-    EXPECT_THAT(reported, tellsOfTheLockOnce());
+    EXPECT_THAT(reported, namesTheFileOnce());
     unlock();
     EXPECT_EQ(option(store, "callby"), "fn");
     EXPECT_EQ(program->get("callby"), "fn");

@@ -120,8 +120,8 @@ void StandIn::remove(xcb_window_t window, const std::string& name) {
     sync();
 }
 
-void StandIn::tellRoot(xcb_window_t window, const std::string& type,
-                       const std::vector<std::uint32_t>& numbers) {
+void StandIn::sendToRoot(xcb_window_t window, const std::string& type,
+                         const std::vector<std::uint32_t>& numbers) {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;

@@ -52,8 +52,8 @@ public:
     /// Becomes the owner of a selection, and does nothing with it.
     void takeSelection(const std::string& selection);
     /// Asks the window manager for something, by a message about a window.
-    void tellRoot(xcb_window_t window, const std::string& type,
-                  const std::vector<std::uint32_t>& numbers);
+    void sendToRoot(xcb_window_t window, const std::string& type,
+                    const std::vector<std::uint32_t>& numbers);
 
     [[nodiscard]] xcb_window_t root() const { return screenRoot; }
     [[nodiscard]] xcb_atom_t atom(const std::string& name);

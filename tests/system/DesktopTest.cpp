@@ -48,7 +48,7 @@ protected:
         program->waitUntilReady();
     }
 
-    /// Without one the program would tell of that in a toast, on a slow machine before the others.
+    /// Without one the program would say so in a toast, on a slow machine before the others.
     virtual void giveIconAPlace() {
         constexpr const char* place = "_NET_SYSTEM_TRAY_S0";
         if (other.ownerOf(place) == 0) other.takeSelection(place);

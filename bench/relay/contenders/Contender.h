@@ -37,7 +37,7 @@ struct Contender {
 };
 
 /// All contenders. The benchmark's own relays are expected in `ownFolder`; others are looked for
-/// where programs are installed. `plain` tells that `cobweave` is a program that rewrites nothing.
+/// where programs are installed. `plain`: `cobweave` is a program that rewrites nothing.
 [[nodiscard]] std::vector<Contender> findContenders(const std::filesystem::path& ownFolder,
                                                     const std::filesystem::path& cobweave,
                                                     bool plain);

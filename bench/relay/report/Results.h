@@ -40,7 +40,7 @@ public:
     /// The ratios within each repetition that has both.
     [[nodiscard]] std::vector<double> ratios(Cell cell, Cell reference) const;
 
-    /// Something to be told below the tables.
+    /// Prints a remark below the tables.
     void addNote(std::string note) { allNotes.push_back(std::move(note)); }
     /// In the order in which they came.
     [[nodiscard]] const std::vector<std::string>& notes() const { return allNotes; }

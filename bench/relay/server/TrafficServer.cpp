@@ -170,7 +170,7 @@ void TrafficServer::sendBlocks(Connection& connection) {
     const std::string_view whole = *connection.block;
     const auto size = static_cast<std::int64_t>(whole.size());
     while (connection.remaining > 0) {
-        // What remains tells how far the current block has got.
+        // What remains shows how far the current block has got.
         const std::int64_t rest = (connection.remaining - 1) % size + 1;
         const std::string_view part = whole.substr(static_cast<std::size_t>(size - rest));
         const auto sent = ::send(connection.socket.get(), part.data(), part.size(), MSG_NOSIGNAL);

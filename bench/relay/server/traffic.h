@@ -36,7 +36,7 @@ constexpr auto peerToPeerSource = "SRP "sv;
 /// "HLD": the server answers the same and reads nothing more.
 constexpr auto hold = "HLD\r\n"sv;
 /// "RLS": the server closes all connections that it holds, and answers the same. While it does not
-/// read, nothing else tells it that they have ended.
+/// read, it sees in no other way that they have ended.
 constexpr auto release = "RLS\r\n"sv;
 /// "TLK <number>": the server answers the same and then takes its part in the talk of this number,
 /// from its first turn on, over and over again.
@@ -55,8 +55,8 @@ enum class Talk {
     SignIn,               ///< A recorded sign-in, up to a contact who opens a conversation.
 };
 
-/// One turn: what the client says, and what the server says when it has heard that. Each piece is
-/// one write.
+/// One turn: what the client sends, and what the server answers when it has received that. Each
+/// piece is one write.
 struct Turn {
     std::vector<std::string> fromClient;
     std::vector<std::string> fromServer;

@@ -27,8 +27,8 @@ public:
     /// receives.
     Talker(const StageRun& run, int socket, traffic::Talk talk, Check check = arrivesUnchanged);
 
-    /// Says and hears the next turn. Returns the microseconds from the first byte sent to the last
-    /// one received; what follows, the check, is not counted.
+    /// Sends the next turn and receives its answer. Returns the microseconds from the first byte
+    /// sent to the last one received; what follows, the check, is not counted.
     double takeTurn();
 
     /// How many turns the talk has before it begins again.

@@ -18,7 +18,7 @@ void hasNoToken(const traffic::Turn& turn, const Delivered& delivered);
 /// The time stands behind the contact's text.
 void hasStamp(const traffic::Turn& turn, const Delivered& delivered);
 
-/// The client's typing notice tells the contact nothing.
+/// The contact's client cannot read the typing notice.
 void hidesTyping(const traffic::Turn& turn, const Delivered& delivered);
 
 /// The first status of a sign-in is "Busy".

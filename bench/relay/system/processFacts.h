@@ -12,7 +12,7 @@
 /// Memory in bytes, shared pages counted by their share (PSS).
 [[nodiscard]] std::int64_t memoryBytes(pid_t group);
 
-/// The part of it that stands for no file. Only this tells of a growth: the share of the libraries
+/// The part of it that belongs to no file. Only this shows growth: the share of the libraries
 /// changes whenever a program that uses them too starts or ends.
 [[nodiscard]] std::int64_t ownMemoryBytes(pid_t group);
 

@@ -149,7 +149,7 @@ TEST_F(Transfer, EndsWithCloseWhichDropsWhatWaits) {
     EXPECT_EQ(peer.receiveToEnd().size(), socket.sent());
 }
 
-TEST_F(Transfer, StandsStillWhileReadingIsOff) {
+TEST_F(Transfer, PausesWhileReadingIsOff) {
     socket->SetReading(false);
     peer.send("one");
     waitUntilReadable();
@@ -160,7 +160,7 @@ TEST_F(Transfer, StandsStillWhileReadingIsOff) {
     EXPECT_EQ(socket.received, "one");
 }
 
-TEST_F(Transfer, StandsStillFromWithinAnArrival) {
+TEST_F(Transfer, PausesFromWithinAnArrival) {
     socket->DataArrival = [&](std::size_t bytesTotal) {
         socket.arrivals.push_back(bytesTotal);
         socket->SetReading(false);

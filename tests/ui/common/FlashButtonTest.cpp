@@ -199,7 +199,7 @@ TEST_F(Button, KeepsTheIconThatItWasGivenUnderAnotherPicture) {
     EXPECT_NE(button.Image2.grab().toImage(), other);
 }
 
-TEST_F(Button, TellsOfEveryPropertyThatIsWritten) {
+TEST_F(Button, ReportsEveryPropertyThatIsWritten) {
     button.setCaption(" Next");
     button.setIcon(optionPictures::paintClock);
     button.setWhiteBG(false);

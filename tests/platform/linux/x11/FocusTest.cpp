@@ -14,7 +14,7 @@ protected:
     /// Makes it the one that the user works in.
     void activate(xcb_window_t window) {
         if (managed) {
-            other.tellRoot(window, "_NET_ACTIVE_WINDOW", {2});
+            other.sendToRoot(window, "_NET_ACTIVE_WINDOW", {2});
         } else {
             other.focus(window);
         }

@@ -46,7 +46,7 @@ TEST_F(TopMost, ComesUpAboveTheWindowsOfAManager) {
     showToast();
     const auto window = open(looks::other("window"));
     other.move(window, 290, 290);
-    other.tellRoot(window, "_NET_ACTIVE_WINDOW", {2});
+    other.sendToRoot(window, "_NET_ACTIVE_WINDOW", {2});
     EXPECT_TRUE(becomesTrue([&] { return other.focused() == window; }));
     EXPECT_TRUE(isOnTop(numberOf(toast)));
 }
@@ -136,7 +136,7 @@ TEST_F(TopMost, LeavesTheFocusWithAnotherWindowOfTheManager) {
     widget.show();
     ASSERT_TRUE(comesTrue([&] { return isListed(numberOf(widget)); }));
     const auto worked = open(looks::other("worked in"));
-    other.tellRoot(worked, "_NET_ACTIVE_WINDOW", {2});
+    other.sendToRoot(worked, "_NET_ACTIVE_WINDOW", {2});
     ASSERT_TRUE(comesTrue([&] { return other.focused() == worked; }));
     const QPoint place = widget.pos();
     own->setTopMost(widget.winId(), true);

@@ -38,7 +38,7 @@ TEST_F(WindowManagers, HaveMinimisedWindowsInTheirList) {
     const auto window = open(ofProcess("MSN Messenger"));
     start();
     constexpr std::uint32_t iconic = 3;
-    other.tellRoot(window, "WM_CHANGE_STATE", {iconic});
+    other.sendToRoot(window, "WM_CHANGE_STATE", {iconic});
     ASSERT_TRUE(becomesTrue([&] {
         const auto state = other.numbers(window, "WM_STATE");
         return !state.empty() && state.front() == iconic;
