@@ -32,9 +32,7 @@ protected:
         return Database(path);
     }
     [[nodiscard]] std::filesystem::path beside(const char* ending) const {
-        std::filesystem::path longer = path;
-        longer += ending;
-        return longer;
+        return withEnding(path, ending);
     }
 
     /// As if the last change of the file had been an hour ago.
