@@ -71,7 +71,7 @@ char32_t characterAtFront(std::string_view utf8, std::size_t length) {
 }
 
 /// The number of bytes of the character that `utf8` begins with; 0 when it begins with none: bytes
-/// are missing, the character has a shorter form, or it is none that exists.
+/// are missing, the character has a shorter form, or no such character exists.
 std::size_t lengthAtFront(std::string_view utf8) {
     const std::size_t length = lengthFromLead(static_cast<std::uint8_t>(utf8.front()));
     if (length == 0 || length > utf8.size()) return 0;

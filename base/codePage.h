@@ -6,7 +6,7 @@
 
 /// The one single-byte code page of the program: Windows-1252 in its web reading, in which all 256
 /// codes have a character (the five that Windows left open are the control characters of the same
-/// number). So any bytes whatever come back as they were.
+/// number). So any bytes come back as they were.
 namespace codePage {
 
 /// The characters of `bytes`, as UTF-8.

@@ -154,7 +154,7 @@ bool SettingsFile::mayHaveChanged() {
 }
 
 bool SettingsFile::isReplaced() const {
-    // With a log, SQLite writes to the file itself when the log is brought into it, and not else.
+    // With a log, SQLite writes to the file itself only when the log is brought into it.
     return isElsewhere() || (hasLog && looks() != known);
 }
 

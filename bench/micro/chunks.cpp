@@ -9,8 +9,8 @@
 #include <string>
 #include <string_view>
 
-/// What one chunk costs on its way through the filters, by its size. "copy" is what merely making
-/// another string of it costs, which whatever rewrites it does at least once.
+/// What one chunk costs on its way through the filters, by its size. "copy" is what a mere copy of
+/// it costs: any rewriting makes at least one.
 
 namespace {
 

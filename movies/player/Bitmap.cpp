@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::uint32_t opaque = 0xFF000000U;
 
-/// The colour as files hold it: multiplied by alpha already, which not all keep to.
+/// The colour as files hold it: multiplied by alpha already. Not all files keep to that.
 std::uint32_t limited(std::uint32_t alpha, std::uint32_t red, std::uint32_t green,
                       std::uint32_t blue) {
     return alpha << 24U | std::min(red, alpha) << 16U | std::min(green, alpha) << 8U |

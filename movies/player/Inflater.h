@@ -8,7 +8,7 @@ struct z_stream_s;
 
 namespace swf {
 
-/// Unpacks what zlib packed, piece by piece, so that a large file holds nobody up.
+/// Unpacks what zlib packed, piece by piece, so that a large file does not block the program.
 class Inflater {
 public:
     /// The bytes stay where they are while the inflater lives.

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// What a movie file may ask for at most. Files of others come into the player as they are, so
-/// every count that a file names has its bound here; our own movies stay far below all of them.
+/// What a movie file may ask for at most. Anybody may have made the file, so every count that it
+/// names has its bound here; our own movies stay far below all of them.
 namespace swf::limits {
 
 /// A larger file is not read.

@@ -34,7 +34,7 @@ std::optional<std::uint32_t> takeByte(std::string_view& dotted) {
     const auto [stop, error] = std::from_chars(dotted.data(), end, value);
     if (error != std::errc()) return std::nullopt;
     const auto digits = static_cast<std::size_t>(stop - dotted.data());
-    // A zero ahead of others would be the sign of an octal number to some.
+    // Some take a number that begins with a zero for an octal one.
     if (digits > 1 && dotted.front() == '0') return std::nullopt;
     dotted.remove_prefix(digits);
     return value;

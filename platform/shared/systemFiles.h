@@ -13,7 +13,7 @@ namespace systemFiles {
 /// What is wrong, in words, or nothing.
 using Trouble = std::optional<std::string>;
 
-/// Makes `path` what it leads to, if it is a symbolic link: be that there or not.
+/// Where `path` is a symbolic link, makes it the path that it leads to, which need not exist.
 [[nodiscard]] Trouble followLinks(std::filesystem::path& path);
 /// Makes a folder, and those above it, for its user alone, unless it is there.
 [[nodiscard]] Trouble makeFolder(const std::filesystem::path& folder);

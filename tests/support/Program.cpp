@@ -99,10 +99,10 @@ Program::Program(const Options& options) {
     auto [outputReader, childOutput] = makePipe();
     output = std::move(outputReader);
     Descriptor childErrors;
-    if (options.unheard || options.blocked) {
+    if (options.unread || options.blocked) {
         std::tie(blockedErrors, childErrors) = makePipe();
         if (options.blocked) fill(childErrors.get());
-        if (options.unheard) blockedErrors.reset();
+        if (options.unread) blockedErrors.reset();
     } else {
         childErrors = Descriptor(
             open((folder.path() / "errors").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));

@@ -31,7 +31,7 @@ public:
         /// The folder for the settings of all programs, where it is not one that is thrown away.
         std::filesystem::path settings = {};
         /// Nobody reads what it says on standard error: writing there fails.
-        bool unheard = false;
+        bool unread = false;
         /// Standard error is a pipe that is full and that nobody reads: writing there blocks.
         bool blocked = false;
         /// How many descriptors it may have; 0 leaves the limit as it is.

@@ -234,12 +234,12 @@ const Script scripts[] = {
 INSTANTIATE_TEST_SUITE_P(Scripts, AnyScript, testing::ValuesIn(scripts),
                          [](const auto& info) { return info.param.name; });
 
-class UnheardFeatures : public Features {
+class UnreadFeatures : public Features {
 protected:
-    UnheardFeatures() : Features("MSNP10", {.unheard = true}) {}
+    UnreadFeatures() : Features("MSNP10", {.unread = true}) {}
 };
 
-TEST_F(UnheardFeatures, NotesThatCannotBeSavedEndNothing) {
+TEST_F(UnreadFeatures, NotesThatCannotBeSavedEndNothing) {
     std::filesystem::create_directory(program.notes());
     command("!note buy milk");
     EXPECT_EQ(conversation.up("PNG\r\n"), "PNG\r\n");
