@@ -40,6 +40,7 @@ public:
     /// Ends the process at once with status 0. Does not return.
     Event<> endProcess;
 
+    /// Does nothing before `Load`. All that is given has to outlive it.
     frmMain(Network& network, EventLoop& loop, MessageBox& messageBox, Facilities facilities);
     frmMain(const frmMain&) = delete;
     frmMain& operator=(const frmMain&) = delete;
