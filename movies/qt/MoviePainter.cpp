@@ -175,7 +175,7 @@ void MoviePainter::collect(const swf::Instance& instance, const swf::Matrix& mat
     }
 }
 
-void MoviePainter::addMask(const moviePaths::Path& part, Mask& mask) {
+void MoviePainter::addMask(const moviePaths::Path& part, Mask& mask) const {
     if (!part.usable) return;
     mask.cost += canvas.costs.mask(part);
     // One alone may have holes; where there are more they add up.

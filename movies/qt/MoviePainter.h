@@ -64,7 +64,7 @@ private:
     void endMask(std::unique_ptr<Layer> layer);
     void collect(const swf::Instance& instance, const swf::Matrix& matrix, Mask& mask);
     /// Adds a part to what bounds others.
-    void addMask(const moviePaths::Path& part, Mask& mask);
+    void addMask(const moviePaths::Path& part, Mask& mask) const;
 
     Canvas canvas;
     ShapePainter shapes;
