@@ -1,27 +1,36 @@
+#include "platform/windows/Folders.h"
 #include "platform/Folders.h"
 
 #include "platform/windows/win32.h"
 
-#include <array>
-#include <cstdlib>
 #include <string>
 
 #include <shlobj.h>
 
 namespace {
 
+constexpr DWORD longestPath = 32768;
+
 std::filesystem::path programFolder() {
-    constexpr DWORD longestPath = 32768;
     std::wstring file(longestPath, L'\0');
     file.resize(GetModuleFileNameW(nullptr, file.data(), longestPath));
     return std::filesystem::path(file).parent_path();
 }
 
+/// The value of a variable, where it is an absolute path; a relative one does not count. The
+/// runtime library would give it without the letters that the machine's code page lacks.
+std::filesystem::path absoluteFrom(const wchar_t* variable) {
+    std::wstring value(longestPath, L'\0');
+    const DWORD size = GetEnvironmentVariableW(variable, value.data(), longestPath);
+    value.resize(size < longestPath ? size : 0);
+    const std::filesystem::path path = value;
+    return path.is_absolute() ? path : std::filesystem::path();
+}
+
 /// A folder of this user: where the variable says, else where the system does; the program's own
 /// where neither does.
 std::filesystem::path userFolder(const wchar_t* variable, const KNOWNFOLDERID& known) {
-    const wchar_t* const value = _wgetenv(variable);
-    if (value != nullptr && std::filesystem::path(value).is_absolute()) return value;
+    if (auto path = absoluteFrom(variable); !path.empty()) return path;
     wchar_t* found = nullptr;
     std::filesystem::path folder;
     if (SHGetKnownFolderPath(known, KF_FLAG_DONT_VERIFY, nullptr, &found) == S_OK) folder = found;
@@ -46,9 +55,13 @@ std::filesystem::path folders::settings() {
 }
 
 std::filesystem::path folders::notes() {
-    const auto program = programFolder();
-    if (canBeWritten(program)) return program;
-    return userFolder(L"LOCALAPPDATA", FOLDERID_LocalAppData) / "Cobweave";
+    return notesIn(programFolder(),
+                   userFolder(L"LOCALAPPDATA", FOLDERID_LocalAppData) / "Cobweave");
+}
+
+std::filesystem::path folders::notesIn(const std::filesystem::path& program,
+                                       const std::filesystem::path& data) {
+    return canBeWritten(program) ? program : data;
 }
 
 std::filesystem::path folders::movie(const char* name) { return programFolder() / name; }
