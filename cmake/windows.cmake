@@ -6,6 +6,9 @@ find_package(ZLIB REQUIRED)
 enable_language(C)
 add_library(sqlite3 STATIC ${COBWEAVE_SQLITE}/sqlite3.c)
 target_include_directories(sqlite3 SYSTEM PUBLIC ${COBWEAVE_SQLITE})
+# A file that another program has opened for itself alone is tried again for a twentieth of a second,
+# not for more than one, in which nobody would be served.
+target_compile_definitions(sqlite3 PRIVATE SQLITE_WIN32_IOERR_RETRY_DELAY=1)
 
 add_library(SQLite::SQLite3 ALIAS sqlite3)
 

@@ -34,6 +34,19 @@ protected:
             notes.add(note);
         notes.savenotes();
     }
+    /// What is reported when they cannot be written.
+    [[nodiscard]] std::string unsaved(const std::string& reason) const {
+        return "The notes could not be saved to " + path.string() + ": " + reason +
+               ". They are kept until Cobweave ends; make room on the disk, or make the file and "
+               "its folder writable, and they are saved at the next change";
+    }
+    /// What is reported when they would be written over others.
+    [[nodiscard]] std::string unread() const {
+        return "The notes could not be saved to " + path.string() +
+               ": what the file holds could not be read and would be lost. They are kept until "
+               "Cobweave ends; move the file to another place, and they are saved at the next "
+               "change";
+    }
     void write(std::string_view bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
     [[nodiscard]] std::string read() const { return readFile(path); }
 };

@@ -1,16 +1,11 @@
 #include "stores/SettingsStore.h"
 
-#include "platform/linux/Descriptor.h"
 #include "tests/stores/StoreFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <filesystem>
-
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -136,28 +131,6 @@ TEST_P(ChangedByOthers, IsSeenWhenAKeyIsGone) {
     SettingsStore store = open();
     other().run("DELETE FROM settings");
     EXPECT_EQ(option(store, "callby"), "");
-}
-
-TEST_P(ChangedByOthers, IsSeenWhenItWasMadeByAnotherProcess) {
-    std::array<int, 2> ends{};
-    ASSERT_EQ(pipe(ends.data()), 0);
-    Descriptor waiting(ends[0]);
-    Descriptor go(ends[1]);
-    const pid_t child = fork();
-    if (child == 0) {
-        go.reset();
-        char begin = '\0';
-        (void)!::read(waiting.get(), &begin, 1);
-        other().set("callby", "from " + std::to_string(getpid()));
-        _exit(0);
-    }
-    SettingsStore store = open();
-    EXPECT_EQ(option(store, "callby"), "e");
-    go.reset();
-    int status = -1;
-    waitpid(child, &status, 0);
-    ASSERT_EQ(status, 0);
-    EXPECT_EQ(option(store, "callby"), "from " + std::to_string(child));
 }
 
 TEST_P(ChangedByOthers, IsSeenWhenAFileTookItsPlace) {

@@ -1,14 +1,11 @@
 #include "stores/SettingsStore.h"
 
 #include "tests/stores/StoreFolder.h"
-#include "tests/support/linux/forked.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
-
-#include <unistd.h>
 
 namespace {
 
@@ -219,22 +216,6 @@ TEST_P(DamagedFile, TakesItsJournalAlong) {
     expectNewFileBesideThe(damaged);
     EXPECT_TRUE(readFile(folder / "settings.db.damaged-1-journal") == journal);
     EXPECT_FALSE(std::filesystem::exists(folder / "settings.db-journal"));
-}
-
-TEST_P(DamagedFile, ThatCannotBePutAsideIsLeftAlone) {
-    const std::string damaged(5000, 'g');
-    write(path, damaged);
-    std::filesystem::permissions(folder, static_cast<std::filesystem::perms>(0555));
-    std::filesystem::permissions(temporary.path(), static_cast<std::filesystem::perms>(0755));
-    EXPECT_TRUE(passesForked([&] {
-        becomeNobody();
-        SettingsStore store = open();
-        store.WriteSetting("Options", "callby", "fn");
-        EXPECT_EQ(option(store, "callby"), "fn");
-        EXPECT_THAT(reported, ElementsAre(AllOf(HasSubstr(path.string()), HasSubstr("writable"))));
-        EXPECT_TRUE(readFile(path) == damaged);
-    }));
-    std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
 }
 
 INSTANTIATE_TEST_SUITE_P(Folders, DamagedFile, anyFolder, folderName);

@@ -3,14 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <filesystem>
-#include <functional>
 #include <string>
-
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -24,24 +18,6 @@ constexpr std::size_t writeVersion = 18;
 class SettingsLog : public AnyFolder {
 protected:
     void TearDown() override { EXPECT_THAT(reported, IsEmpty()); }
-
-    /// Runs the body in a process that is killed at its end.
-    static void killAfter(const std::function<void()>& body) {
-        const pid_t child = fork();
-        if (child == 0) {
-            body();
-            (void)raise(SIGKILL);
-        }
-        int status = 0;
-        ASSERT_EQ(waitpid(child, &status, 0), child);
-        ASSERT_TRUE(WIFSIGNALED(status));
-    }
-    static void say(SettingsStore& store, std::string_view contact, std::string_view text) {
-        store.WriteSetting(SettingsStore::lastWords, contact, text);
-    }
-    [[nodiscard]] static std::string saidBy(SettingsStore& store, std::string_view contact) {
-        return store.ReadSetting(SettingsStore::lastWords, contact);
-    }
 };
 
 TEST_P(SettingsLog, IsThereWhileTheStoreIsAndNotAfterwards) {
@@ -78,24 +54,6 @@ TEST_P(SettingsLog, IsOnTheDiskWhenAnOptionIsSaved) {
         store.WriteSetting("Options", "callby", std::to_string(count));
         EXPECT_GE(FileRules::syncs, 1);
     }
-}
-
-TEST_P(SettingsLog, LosesNothingToAKill) {
-    for (int round = 0; round < 5; ++round) {
-        killAfter([&] {
-            SettingsStore store = open();
-            for (int count = 0; count <= 20; ++count) {
-                say(store, "bob@example.com", std::to_string(count));
-                say(store, std::to_string(round), "hello");
-            }
-            store.WriteSetting("Options", "callby", std::to_string(round));
-        });
-        EXPECT_EQ(Database(path).get("bob@example.com", "Cobwaeve", "lastthingusersaid"), "20");
-    }
-    SettingsStore store = open();
-    EXPECT_EQ(saidBy(store, "bob@example.com"), "20");
-    EXPECT_EQ(saidBy(store, "0") + saidBy(store, "4"), "hellohello");
-    EXPECT_EQ(option(store, "callby"), "4");
 }
 
 TEST_P(SettingsLog, GoesAlongWithAFileThatIsMovedAway) {
@@ -141,32 +99,6 @@ TEST_P(SettingsLog, IsReadByAnotherProgramAtOnce) {
         program.set("callby", std::to_string(count));
         EXPECT_EQ(option(store, "callby"), std::to_string(count));
     }
-}
-
-TEST_P(SettingsLog, IsAsPrivateAsTheFileInAFolderThatIsOpenToAll) {
-    const mode_t before = umask(0);
-    fs::create_directories(folder);
-    fs::permissions(folder, fs::perms::all);
-    {
-        SettingsStore store = open();
-        store.WriteSetting("Options", "callby", "fn");
-        say(store, "bob@example.com", "hello");
-        for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-            EXPECT_EQ(entry.status().permissions(), static_cast<fs::perms>(0600)) << entry.path();
-        }
-    }
-    EXPECT_EQ(fs::status(path).permissions(), static_cast<fs::perms>(0600));
-    umask(before);
-}
-
-TEST_P(SettingsLog, IsTakenFromAllOthersWhereItIsFoundOpenToThem) {
-    other().set("callby", "fn");
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
-        fs::permissions(entry.path(), static_cast<fs::perms>(0664));
-    SettingsStore store = open();
-    EXPECT_EQ(option(store, "callby"), "fn");
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
-        EXPECT_EQ(entry.status().permissions(), static_cast<fs::perms>(0600)) << entry.path();
 }
 
 INSTANTIATE_TEST_SUITE_P(Folders, SettingsLog, anyFolder, folderName);

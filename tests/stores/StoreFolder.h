@@ -85,3 +85,12 @@ inline const auto anyFolder = testing::Values(Logs::Allowed, Logs::NotAllowed, L
 [[nodiscard]] inline std::string option(SettingsStore& store, std::string_view key) {
     return store.ReadSetting("Options", key);
 }
+
+/// A contact says this.
+inline void say(SettingsStore& store, std::string_view contact, std::string_view text) {
+    store.WriteSetting(SettingsStore::lastWords, contact, text);
+}
+/// What a contact said last.
+[[nodiscard]] inline std::string saidBy(SettingsStore& store, std::string_view contact) {
+    return store.ReadSetting(SettingsStore::lastWords, contact);
+}

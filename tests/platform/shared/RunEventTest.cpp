@@ -1,40 +1,11 @@
 #include "platform/shared/runEvent.h"
 
-#include "tests/support/linux/forked.h"
-
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <functional>
 #include <new>
 #include <stdexcept>
-#include <string>
 
 namespace {
-
-/// What so many broken events say on standard error, in a process of their own.
-void expectErrors(int events, const std::function<void(const std::string&)>& expect) {
-    EXPECT_TRUE(passesForked([&] {
-        testing::internal::CaptureStderr();
-        for (int count = 0; count < events; ++count)
-            runEvent([] { throw std::bad_alloc(); });
-        expect(testing::internal::GetCapturedStderr());
-    }));
-}
-
-TEST(BrokenEvent, IsReportedInOneLine) {
-    expectErrors(1, [](const std::string& errors) {
-        EXPECT_EQ(errors, "Cobweave: an event was broken off: std::bad_alloc.\n");
-    });
-}
-
-TEST(BrokenEvent, IsReportedAHundredTimesAtMost) {
-    expectErrors(1000, [](const std::string& errors) {
-        // Tests before this one may have taken some.
-        EXPECT_LE(std::ranges::count(errors, '\n'), 100);
-        EXPECT_GT(std::ranges::count(errors, '\n'), 50);
-    });
-}
 
 TEST(BrokenEvent, MayBeBrokenByWhateverIsThrown) {
     EXPECT_NO_THROW(runEvent([] { throw std::runtime_error("reason"); }));

@@ -1,6 +1,6 @@
 #include "stores/SettingsStore.h"
 
-#include "tests/stores/StoreFolder.h"
+#include "tests/stores/UnusableFile.h"
 #include "tests/support/linux/forked.h"
 
 #include <gmock/gmock.h>
@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -19,9 +20,8 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 /// A file that belongs to a user whom permission bits bind, and a body that runs as this user.
-class ClosedFile : public AnyFolder {
+class ClosedFile : public UnusableFile {
 protected:
-    ClosedFile() { other().set("callby", "e"); }
     ~ClosedFile() override { allow(folder, 0700); }
 
     static void allow(const std::filesystem::path& which, unsigned bits) {
@@ -42,18 +42,6 @@ protected:
             becomeNobody();
             body();
         });
-    }
-    [[nodiscard]] auto saysOnceWhatToDo() const {
-        return ElementsAre(AllOf(HasSubstr(path.string()), HasSubstr("Make the file")));
-    }
-    /// Memory does what the file does not, and that is reported once.
-    void expectToGoOnInMemory(SettingsStore& store) {
-        store.WriteSetting("Options", "callby", "fn");
-        EXPECT_EQ(option(store, "callby"), "fn");
-        store.WriteSetting("Options", "timestamp", "True");
-        EXPECT_EQ(option(store, "callby"), "fn");
-        EXPECT_EQ(option(store, "timestamp"), "True");
-        EXPECT_THAT(reported, saysOnceWhatToDo());
     }
 };
 
@@ -184,33 +172,54 @@ TEST_P(ClosedFile, IsWrittenOnceItsFolderCanBeReached) {
     }));
 }
 
-TEST_P(ClosedFile, ThatIsAFolderIsDoneWithout) {
-    std::filesystem::remove(path);
-    std::filesystem::create_directory(path);
-    SettingsStore store = open();
-    expectToGoOnInMemory(store);
-    EXPECT_TRUE(std::filesystem::is_empty(path));
-}
-
-TEST_P(ClosedFile, GetsAValueThatIsWrittenAsItWasWhileAnotherThingStoodInItsPlace) {
-    SettingsStore store = open();
-    std::filesystem::remove(path);
-    std::filesystem::create_directory(path);
-    EXPECT_EQ(option(store, "callby"), "e");
-    store.WriteSetting("Options", "callby", "e");
-    std::filesystem::remove(path);
-    store.WriteSetting("Options", "timestamp", "True");
-    EXPECT_EQ(other().get("callby"), "e");
-    EXPECT_EQ(other().get("timestamp"), "True");
-    EXPECT_THAT(reported, saysOnceWhatToDo());
-}
-
-TEST_P(ClosedFile, WhoseFolderIsAFileIsDoneWithout) {
-    path = path / "settings.db";
-    SettingsStore store = open();
-    expectToGoOnInMemory(store);
+TEST_P(ClosedFile, IsLeftAloneWhereItIsDamagedAndCannotBePutAside) {
+    const std::string damaged(5000, 'g');
+    std::filesystem::remove_all(folder);
+    write(path, damaged);
+    EXPECT_TRUE(passesWith(0500, 0600, [&] {
+        SettingsStore store = open();
+        store.WriteSetting("Options", "callby", "fn");
+        EXPECT_EQ(option(store, "callby"), "fn");
+        EXPECT_THAT(reported, ElementsAre(AllOf(HasSubstr(path.string()), HasSubstr("writable"))));
+        EXPECT_TRUE(readFile(path) == damaged);
+    }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Folders, ClosedFile, anyFolder, folderName);
+
+/// A file for its user alone.
+class PrivateFile : public AnyFolder {
+protected:
+    static constexpr auto ownersAlone = static_cast<std::filesystem::perms>(0600);
+
+    void TearDown() override { EXPECT_THAT(reported, IsEmpty()); }
+};
+
+TEST_P(PrivateFile, HasALogAsPrivateAsItselfInAFolderThatIsOpenToAll) {
+    const mode_t before = umask(0);
+    std::filesystem::create_directories(folder);
+    std::filesystem::permissions(folder, std::filesystem::perms::all);
+    {
+        SettingsStore store = open();
+        store.WriteSetting("Options", "callby", "fn");
+        store.WriteSetting(SettingsStore::lastWords, "bob@example.com", "hello");
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
+            EXPECT_EQ(entry.status().permissions(), ownersAlone) << entry.path();
+    }
+    EXPECT_EQ(std::filesystem::status(path).permissions(), ownersAlone);
+    umask(before);
+}
+
+TEST_P(PrivateFile, IsTakenFromAllOthersWithItsLogWhereItIsFoundOpenToThem) {
+    other().set("callby", "fn");
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        std::filesystem::permissions(entry.path(), static_cast<std::filesystem::perms>(0664));
+    SettingsStore store = open();
+    EXPECT_EQ(option(store, "callby"), "fn");
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        EXPECT_EQ(entry.status().permissions(), ownersAlone) << entry.path();
+}
+
+INSTANTIATE_TEST_SUITE_P(Folders, PrivateFile, anyFolder, folderName);
 
 }  // namespace
