@@ -45,6 +45,14 @@ TEST_F(SystemPlayer, HasItsSongInItsTitle) {
     EXPECT_TRUE(comesTrue([&] { return changes > 0; }));
 }
 
+TEST_F(SystemPlayer, HasASongWhoseLettersNoCodePageHasTogetherAsUtf8) {
+    standIn.show(Status::Playing, "Bj\xC3\xB6rk",
+                 "\xD0\x96\xD1\x83\xD0\xBA \xE6\x97\xA5\xE6\x9C\xAC \xF0\x9F\x8E\xB5");
+    EXPECT_TRUE(
+        becomes("1. Bj\xC3\xB6rk - \xD0\x96\xD1\x83\xD0\xBA \xE6\x97\xA5\xE6\x9C\xAC "
+                "\xF0\x9F\x8E\xB5 - Winamp"));
+}
+
 TEST_F(SystemPlayer, ReportsEachChangeOfItsTitle) {
     for (const std::string& song : {std::string("One"), std::string("Two"), std::string("Three")}) {
         const int before = changes;

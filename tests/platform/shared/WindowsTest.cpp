@@ -67,6 +67,16 @@ TEST_F(SystemWindows, AreTitledWithAllLettersOfTheCodePage) {
     EXPECT_TRUE(hasTitle(messenger, ""));
 }
 
+TEST_F(SystemWindows, AreTitledWithLettersThatNoCodePageHasTogether) {
+    start();
+    const auto messenger = others.openMessenger();
+    ASSERT_TRUE(finds(messenger));
+    const std::string title =
+        "Bj\xC3\xB6rk \xD0\x96\xD1\x83\xD0\xBA \xE6\x97\xA5\xE6\x9C\xAC \xF0\x9F\x8E\xB5";
+    windows->SetWindowText(messenger, title);
+    EXPECT_TRUE(hasTitle(messenger, title));
+}
+
 TEST_F(SystemWindows, MayBeNoneOrGone) {
     start();
     const auto messenger = others.openMessenger();

@@ -10,7 +10,8 @@
 ///     commands            the numbers of all commands that its windows have been given, and
 ///                         "shutdown:NUMBER" for each time that Messenger is asked to end
 ///
-/// Under another name it leaves a file of its own name and ".started" beside itself, and ends.
+/// Under another name it leaves a file of its own name and ".started" beside itself, in which its
+/// only argument is, waits while there is one with ".gate", leaves one with ".ended", and ends.
 #include "platform/windows/wideText.h"
 #include "platform/windows/win32.h"
 
@@ -25,6 +26,8 @@
 #include <string>
 #include <string_view>
 #include <thread>
+
+#include <shellapi.h>
 
 namespace {
 
@@ -95,13 +98,24 @@ std::filesystem::path ownFile() {
     return file.data();
 }
 
+/// What one who starts programs has started.
+int runAsAnother() {
+    const auto beside = [](const char* ending) { return ownFile() += ending; };
+    int count = 0;
+    wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::ofstream(beside(".new"), std::ios::binary)
+        << (count == 2 ? wideText::toUtf8(words[1]) : "");
+    std::filesystem::rename(beside(".new"), beside(".started"));
+    while (std::filesystem::exists(beside(".gate")))
+        Sleep(10);
+    std::ofstream(beside(".ended")) << '\n';
+    return 0;
+}
+
 }  // namespace
 
 int main() {
-    if (auto file = ownFile(); file.stem() != "stand_in") {
-        std::ofstream(file += ".started") << "started";
-        return 0;
-    }
+    if (ownFile().stem() != "stand_in") return runAsAnother();
     MSG message{};
     // The thread has a queue from here on.
     PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
