@@ -5,7 +5,6 @@
 #include "tests/support/readFile.h"
 #include "tests/support/storedSettings.h"
 
-#include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdlib>
@@ -55,13 +54,6 @@ Tested tested() {
     const std::filesystem::path file = starter.back();
     starter.pop_back();
     return {starter, file};
-}
-
-/// As Windows names a file of Linux under Wine.
-std::string windowsPath(const std::filesystem::path& path) {
-    std::string text = "Z:" + path.string();
-    std::ranges::replace(text, '/', '\\');
-    return text;
 }
 
 /// Its address space, in bytes, and what of it is in memory.

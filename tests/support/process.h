@@ -1,6 +1,7 @@
 #pragma once
 
 #include <csignal>
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
@@ -33,3 +34,6 @@ struct ProcessStart {
 /// How often the threads of a process that live now have gone to sleep so far: as often they woke
 /// up. None when it has ended.
 [[nodiscard]] long wakeUpsOf(pid_t process);
+
+/// As Windows programs under Wine name a file of this machine.
+[[nodiscard]] std::string windowsPath(const std::filesystem::path& path);

@@ -102,6 +102,8 @@ fs::path writeHAProxyConfiguration(const fs::path& folder, Port port, Port serve
                          std::to_string(server) + "\n");
 }
 
+bool isForWindows(const fs::path& program) { return program.extension() == ".exe"; }
+
 /// A store that nobody has changed for long: one that has just changed is looked at more closely.
 void writeRestingStore(const fs::path& folder, const Settings& settings) {
     fs::remove_all(folder);
@@ -120,6 +122,14 @@ std::string nameOf(ContenderId id) {
 std::vector<Contender> findContenders(const fs::path& ownFolder, const fs::path& cobweave,
                                       bool plain) {
     using enum ContenderId;
+    if (isForWindows(cobweave)) {
+        const fs::path floor = cobweave.parent_path() / "bench" / "floor_relay.exe";
+        return {
+            {Direct, nameOf(Direct), Handshake::None, {}, {}, false, {}},
+            {Floor, nameOf(Floor), Handshake::Socks4, floor, {}, false, {}},
+            {Cobweave, nameOf(Cobweave), Handshake::Socks4, cobweave, portOfCobweave, !plain, {}},
+        };
+    }
     return {
         {Direct, nameOf(Direct), Handshake::None, {}, {}, false, {}},
         {Floor, nameOf(Floor), Handshake::Socks4, ownFolder / "floor_relay", {}, false, {}},
@@ -141,6 +151,8 @@ ProcessStart startOf(const Contender& contender, Port port, Port server, const f
         .environment = {
             {"DISPLAY", {}}, {"WAYLAND_DISPLAY", {}}, {"DBUS_SESSION_BUS_ADDRESS", {}}}};
     auto& command = start.command;
+    const bool underWine = isForWindows(*contender.program);
+    if (underWine) command.insert(command.begin(), "wine");
     const std::string portText = std::to_string(port);
     switch (contender.id) {
         case ContenderId::Direct: break;
@@ -152,6 +164,11 @@ ProcessStart startOf(const Contender& contender, Port port, Port server, const f
                 const fs::path own = folder / name;
                 fs::create_directories(own);
                 start.environment[name] = own;
+            }
+            if (underWine) {
+                // The prefix is found from the user's own folder.
+                start.environment.erase("HOME");
+                start.environment["APPDATA"] = windowsPath(settingsFolderIn(folder));
             }
             writeRestingStore(settingsFolderIn(folder), settings);
             break;

@@ -38,6 +38,7 @@ struct Contender {
 
 /// All contenders. The benchmark's own relays are expected in `ownFolder`; others are looked for
 /// where programs are installed. `plain`: `cobweave` is a program that rewrites nothing.
+/// A `cobweave` for Windows runs under Wine, and beside it only the floor that was built with it.
 [[nodiscard]] std::vector<Contender> findContenders(const std::filesystem::path& ownFolder,
                                                     const std::filesystem::path& cobweave,
                                                     bool plain);

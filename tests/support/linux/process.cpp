@@ -1,10 +1,10 @@
 #include "tests/support/process.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
@@ -68,4 +68,10 @@ long wakeUpsOf(pid_t process) {
         }
     }
     return sum;
+}
+
+std::string windowsPath(const std::filesystem::path& path) {
+    std::string text = "Z:" + path.string();
+    std::ranges::replace(text, '/', '\\');
+    return text;
 }
