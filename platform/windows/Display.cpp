@@ -16,4 +16,9 @@ std::string qtPlatform(bool withWindows) {
     return withWindows ? "windows:fontengine=directwrite" : "offscreen";
 }
 
-QStringList letterFonts() { return {"Tahoma", "Liberation Sans", "Arial"}; }
+QStringList letterFonts() {
+    // The Tahoma that comes with Wine has bold letters that are no bolder than the others, and
+    // stands too high.
+    if (isWine()) return {"Liberation Sans", "Arial", "Tahoma"};
+    return {"Tahoma", "Liberation Sans", "Arial"};
+}

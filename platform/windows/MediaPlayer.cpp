@@ -18,11 +18,6 @@ std::string titleOf(HWND window) {
     return wideText::toUtf8({title.data(), static_cast<std::size_t>(size)});
 }
 
-/// Of the windows of others Wine 8 tells only that they come, where Windows tells all.
-bool tellsOnlyThatTheyCome() {
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
-
 /// Looks at the title of a window each second, as long as there is one, where the system does not
 /// tell that it changes or goes.
 class TitleWatch final : private HiddenWindow {
@@ -54,7 +49,8 @@ private:
         return 0;
     }
 
-    const bool isNeeded = tellsOnlyThatTheyCome();
+    /// Of the windows of others Wine 8 tells only that they come, where Windows tells all.
+    const bool isNeeded = isWine();
     HWND watched = nullptr;
     std::string title;
 };

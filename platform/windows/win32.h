@@ -21,3 +21,8 @@ inline bool isOurs(HWND window) {
     GetWindowThreadProcessId(window, &process);
     return process == GetCurrentProcessId();
 }
+
+/// Whether the system is Wine.
+inline bool isWine() {
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}

@@ -1,5 +1,6 @@
 #include "platform/qt/Application.h"
 #include "platform/qt/qtPlatform.h"
+#include "tests/ui/windows.h"
 #include "ui/common/look.h"
 
 #include <gtest/gtest.h>
@@ -19,5 +20,6 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationName("Cobweave");
     QApplication::setQuitOnLastWindowClosed(false);
     look::apply();
+    chooseLetters();
     return RUN_ALL_TESTS();
 }

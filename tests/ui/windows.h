@@ -19,6 +19,16 @@
 #include <utility>
 #include <vector>
 
+/// Takes the font that COBWEAVE_LETTERS names, where it is set, in the place of the program's
+/// choice.
+inline void chooseLetters() {
+    const QString name = qEnvironmentVariable("COBWEAVE_LETTERS");
+    if (name.isEmpty()) return;
+    QFont font = QApplication::font();
+    font.setFamilies({name});
+    QApplication::setFont(font);
+}
+
 /// The letters of a desktop, which windows that are made meanwhile follow.
 class DesktopLetters {
 public:
@@ -32,6 +42,7 @@ private:
         QFont desktop;
         desktop.setPointSizeF(points);
         look::followLetters(desktop, screen);
+        chooseLetters();
     }
 };
 

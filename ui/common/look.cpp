@@ -24,16 +24,19 @@ namespace look {
 
 namespace {
 
-/// Where the font of our choice is not installed, its replacement is made narrow enough for the
-/// captions with the least room.
+/// Makes a font narrow enough for the captions with the least room. Liberation Sans is; Tahoma, and
+/// what stands in where neither is installed, may be too wide.
 void narrow(QFont& font) {
     constexpr int narrowest = 60;
     const auto width = [&](const char* caption) {
         return QFontMetrics(font).horizontalAdvance(caption);
     };
     for (int stretch = 99; stretch >= narrowest; --stretch) {
-        const bool fits = width("Copy Selected Item To Clipboard") <= scaled(162) &&
-                          width("Copy to Clipboard") <= scaled(89);
+        const bool fits =
+            width("Copy Selected Item To Clipboard") <= scaled(162) &&
+            width("Copy to Clipboard") <= scaled(89) &&
+            width("Type <cn> into your message. Remember c = contact, n = nickname.") <=
+                scaled(331);
         if (fits) return;
         font.setStretch(stretch);
     }
@@ -127,8 +130,6 @@ void apply() {
     QApplication::setWindowIcon(QIcon(new LateIcon));
 
     roles::apply();
-    firstWidget = new FirstWidget(qApp);
-    qApp->installEventFilter(firstWidget);
 }
 
 double letterScale() { return scale; }
@@ -147,6 +148,9 @@ void followLetters(const QFont& desktop, const QSize& screen) {
     // Letters have whole pixels, and what is around them is scaled as they are.
     scale = 1.0 * font.pixelSize() / letterSize;
     QApplication::setFont(font);
+    if (firstWidget != nullptr) return;
+    firstWidget = new FirstWidget(qApp);
+    qApp->installEventFilter(firstWidget);
 }
 
 void beforeWindows() {

@@ -159,6 +159,29 @@ TEST(Letters, AreOfTheFirstFontOfOursThatIsInstalled) {
     FAIL() << "none of them is installed";
 }
 
+/// What is drawn of a text, as the darkness of all its pixels.
+double inkOf(const QFont& font) {
+    QImage picture(200, 40, QImage::Format_Grayscale8);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    painter.setFont(font);
+    painter.drawText(QPoint(10, 25), "Allow Message Constants");
+    painter.end();
+    double ink = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            ink += 255 - picture.pixelColor(x, y).lightness();
+    }
+    return ink;
+}
+
+TEST(LettersInBold, AreBolderThanTheOthers) {
+    const QFont plain = QApplication::font();
+    QFont bold = plain;
+    bold.setBold(true);
+    EXPECT_GT(inkOf(bold), 1.2 * inkOf(plain));
+}
+
 TEST_F(Fitting, AToastHasRoomForItsLink) { expectAToastToFit(); }
 
 TEST_F(Fitting, TheCloseBoxOfAToastIsSeenAtRest) {
