@@ -23,6 +23,8 @@ constexpr int timeForDrawing = 4;
 /// So that small movies are there at once: more is read when the loop comes round again.
 constexpr int millisecondsAtOnce = 1;
 constexpr int millisecondsToRedraw = 10;
+/// What rests is drawn again so often when the time was not enough, each time after twice as long.
+constexpr int mostRedraws = 10;
 /// So many moves, presses and keys are kept while a movie is read.
 constexpr std::size_t mostInputs = 256;
 
@@ -134,7 +136,10 @@ void ShockwaveFlash::goOn() {
 }
 
 void ShockwaveFlash::refresh() {
-    if (player->takeChange()) update();
+    if (player->takeChange()) {
+        redraws = 0;
+        update();
+    }
     if (!player->moves() || !canBeSeen()) {
         frameTimer.stop();
     } else {
@@ -202,8 +207,14 @@ void ShockwaveFlash::drawOn(QPainter& target, const QRectF& surface) {
     }
     const MoviePainter::Outcome outcome = painter->draw(target, seen, player->stage(), matrix);
     drawingTime = time.elapsed();
-    // Not at once, so that there is time for what makes it ready.
-    if (outcome.unfinished) redrawTimer.start(millisecondsToRedraw);
+    if (!outcome.cut) redraws = 0;
+    if (outcome.unfinished) {
+        // Not at once, so that there is time for what makes it ready.
+        redrawTimer.start(millisecondsToRedraw);
+    } else if (outcome.cut && !frameTimer.isActive() && redraws < mostRedraws) {
+        // The machine may only have been busy, and no frame comes that would show the rest.
+        redrawTimer.start(millisecondsToRedraw << redraws++);
+    }
 }
 
 void ShockwaveFlash::paintEvent(QPaintEvent*) {

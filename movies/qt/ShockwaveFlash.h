@@ -95,6 +95,8 @@ private:
     QTimer frameTimer;
     QTimer readTimer;
     QTimer redrawTimer;
+    /// How often it was drawn again because the time had not been enough.
+    int redraws = 0;
     bool stretched = false;
     int frames = 0;
     /// What the last drawing took, in milliseconds.

@@ -5,12 +5,15 @@
 #include "tests/support/comesTrue.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
+#include <vector>
 
 namespace {
 
@@ -100,6 +103,42 @@ TEST_F(MovieControl, RestsWhenNothingMoves) {
     control.show();
     EXPECT_FALSE(control.isAwake());
     EXPECT_EQ(control.framesPlayed(), 0);
+}
+
+/// Keeps the times between the paintings of a window, in milliseconds.
+class Paintings final : public QObject {
+public:
+    explicit Paintings(QObject& window) {
+        time.start();
+        window.installEventFilter(this);
+    }
+    std::vector<qint64> gaps;
+
+protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() == QEvent::Paint) gaps.push_back(time.restart());
+        return false;
+    }
+
+private:
+    QElapsedTimer time;
+};
+
+TEST_F(MovieControl, IsDrawnAgainMoreAndMoreRarelyWhenTheTimeWasNotEnough) {
+    MovieFile inner;
+    for (unsigned depth = 1; depth <= 2000; ++depth)
+        inner.place(1, depth);
+    control.resize(1000, 1000);
+    play(MovieFile().square(1, 0, 0, 100, red).sprite(2, inner.show()).place(2, 1).show());
+    const Paintings paintings(control);
+    control.show();
+    constexpr std::size_t redraws = 5;
+    EXPECT_TRUE(comesTrue([&] { return paintings.gaps.size() > redraws; }));
+    EXPECT_FALSE(control.isAwake());
+    ASSERT_GT(paintings.gaps.size(), redraws);
+    // Qt's timers may end a twentieth early.
+    EXPECT_GE(*std::max_element(paintings.gaps.begin() + 1, paintings.gaps.end()),
+              9 << (redraws - 1));
 }
 
 TEST_F(MovieControl, PlaysToItsEndAndRests) {
