@@ -11,7 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <fstream>
 #include <vector>
 
@@ -132,13 +131,12 @@ TEST_F(MovieControl, IsDrawnAgainMoreAndMoreRarelyWhenTheTimeWasNotEnough) {
     play(MovieFile().square(1, 0, 0, 100, red).sprite(2, inner.show()).place(2, 1).show());
     const Paintings paintings(control);
     control.show();
-    constexpr std::size_t redraws = 5;
-    EXPECT_TRUE(comesTrue([&] { return paintings.gaps.size() > redraws; }));
+    constexpr int longGap = 10 << 5;
+    EXPECT_TRUE(
+        comesTrue([&] { return !paintings.gaps.empty() && paintings.gaps.back() >= longGap; }));
     EXPECT_FALSE(control.isAwake());
-    ASSERT_GT(paintings.gaps.size(), redraws);
-    // Qt's timers may end a twentieth early.
-    EXPECT_GE(*std::max_element(paintings.gaps.begin() + 1, paintings.gaps.end()),
-              9 << (redraws - 1));
+    EXPECT_GT(paintings.gaps.size(), 1U);
+    EXPECT_LT(paintings.gaps.size(), 20U);
 }
 
 TEST_F(MovieControl, PlaysToItsEndAndRests) {

@@ -27,19 +27,9 @@ namespace {
 /// Makes a font narrow enough for the captions with the least room. Liberation Sans is; Tahoma, and
 /// what stands in where neither is installed, may be too wide.
 void narrow(QFont& font) {
-    constexpr int narrowest = 60;
-    const auto width = [&](const char* caption) {
-        return QFontMetrics(font).horizontalAdvance(caption);
-    };
-    for (int stretch = 99; stretch >= narrowest; --stretch) {
-        const bool fits =
-            width("Copy Selected Item To Clipboard") <= scaled(162) &&
-            width("Copy to Clipboard") <= scaled(89) &&
-            width("Type <cn> into your message. Remember c = contact, n = nickname.") <=
-                scaled(331);
-        if (fits) return;
-        font.setStretch(stretch);
-    }
+    narrowTo(font, "Copy Selected Item To Clipboard", scaled(162));
+    narrowTo(font, "Copy to Clipboard", scaled(89));
+    narrowTo(font, "Type <cn> into your message. Remember c = contact, n = nickname.", scaled(331));
 }
 
 /// The icon in all its sizes, each of which is a file that Qt reads to learn its size.
@@ -160,6 +150,13 @@ void beforeWindows() {
     narrow(font);
     // Each widget that there is would be notified.
     if (font != QApplication::font()) QApplication::setFont(font);
+}
+
+void narrowTo(QFont& font, const QString& text, int width) {
+    constexpr int narrowest = 60;
+    int stretch = font.stretch() == QFont::AnyStretch ? QFont::Unstretched : font.stretch();
+    while (stretch > narrowest && QFontMetrics(font).horizontalAdvance(text) > width)
+        font.setStretch(--stretch);
 }
 
 void paintBand(QPainter& painter, const QRectF& place) {

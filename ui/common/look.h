@@ -49,6 +49,10 @@ void apply();
 /// by it. On a screen that is too small for windows of that scale it is less.
 void followLetters(const QFont& desktop, const QSize& screen);
 
+/// Makes the letters of a font narrower, to three fifths at most, until `text` is no wider than
+/// `width` pixels.
+void narrowTo(QFont& font, const QString& text, int width);
+
 /// To be called before a window of ours is made, and as often as that. For boxes and menus of Qt's
 /// it happens by itself.
 void beforeWindows();

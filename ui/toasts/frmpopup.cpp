@@ -74,6 +74,8 @@ frmpopup::frmpopup(EventLoop& loop, OwnWindows& windows)
     Label2.installEventFilter(this);
     QFont underlined = Label2.font();
     underlined.setUnderline(true);
+    // As clear of the edge at the right as the text below.
+    look::narrowTo(underlined, Label2.text(), width() - Label2.x() - look::scaled(6));
     Label2.setFont(underlined);
     QPalette colors = Label2.palette();
     colors.setColor(QPalette::WindowText, look::link);

@@ -42,7 +42,7 @@ public:
 
     /// The text; what copies it; what closes the toast.
     Placed<PlainLabel> Label1{this, "Label1", {120, 600, 2550, 975}};
-    Placed<QLabel> Label2{this, "Label2", {1290, 390, 1335, 255}, "Copy to Clipboard"};
+    Placed<QLabel> Label2{this, "Label2", {1350, 390, 1335, 255}, "Copy to Clipboard"};
     Placed<CloseBox> Image1{this, "Image1", {2445, 105, 210, 240}};
     /// Of its seven seconds, and of its fading in.
     std::unique_ptr<Timer> Timer1;

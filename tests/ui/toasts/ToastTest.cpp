@@ -266,7 +266,7 @@ TEST_F(Toasts, AHugeTextIsCopiedWhole) {
 TEST_F(Toasts, HaveTheirPlacesColorsAndCursors) {
     frmpopup& toast = show();
     EXPECT_EQ(toast.Label1.geometry(), QRect(8, 40, 170, 65));
-    EXPECT_EQ(toast.Label2.geometry(), QRect(86, 26, 89, 17));
+    EXPECT_EQ(toast.Label2.geometry(), QRect(90, 26, 89, 17));
     EXPECT_EQ(toast.Image1.geometry(), QRect(163, 7, 14, 16));
     EXPECT_EQ(toast.Label1.palette().color(QPalette::WindowText), QColor(0, 0, 64));
     EXPECT_EQ(toast.Label2.palette().color(QPalette::WindowText), QColor(31, 51, 107));
