@@ -6,7 +6,7 @@
 
 #include <QApplication>
 #include <QFont>
-#include <QFontMetrics>
+#include <QFontMetricsF>
 #include <QIcon>
 #include <QIconEngine>
 #include <QLinearGradient>
@@ -29,7 +29,7 @@ namespace {
 void narrow(QFont& font) {
     narrowTo(font, "Copy Selected Item To Clipboard", scaled(162));
     narrowTo(font, "Copy to Clipboard", scaled(89));
-    narrowTo(font, "Type <cn> into your message. Remember c = contact, n = nickname.", scaled(331));
+    narrowTo(font, "Type <cn> into your message. Remember c = contact, n = nickname.", scaled(336));
 }
 
 /// The icon in all its sizes, each of which is a file that Qt reads to learn its size.
@@ -155,7 +155,7 @@ void beforeWindows() {
 void narrowTo(QFont& font, const QString& text, int width) {
     constexpr int narrowest = 60;
     int stretch = font.stretch() == QFont::AnyStretch ? QFont::Unstretched : font.stretch();
-    while (stretch > narrowest && QFontMetrics(font).horizontalAdvance(text) > width)
+    while (stretch > narrowest && QFontMetricsF(font).horizontalAdvance(text) > width)
         font.setStretch(--stretch);
 }
 
