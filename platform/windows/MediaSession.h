@@ -24,6 +24,7 @@ public:
         return *this;
     }
 
+    /// The object; null for an empty reference.
     [[nodiscard]] Object* get() const { return object; }
     Object* operator->() const { return object; }
     explicit operator bool() const { return object != nullptr; }
@@ -53,6 +54,7 @@ public:
     using Activate = std::function<Reference<mediaControl::Statics>()>;
     [[nodiscard]] static Reference<mediaControl::Statics> ofSystem();
 
+    /// There is no session until the system has answered, which takes a turn of the loop or more.
     explicit MediaSession(const Activate& activate = ofSystem);
     ~MediaSession();
 

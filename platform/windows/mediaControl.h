@@ -13,6 +13,7 @@
 
 namespace mediaControl {
 
+/// The class that the manager of all sessions is asked of.
 constexpr const wchar_t* managerClass =
     L"Windows.Media.Control.GlobalSystemMediaTransportControlsSessionManager";
 
@@ -53,6 +54,7 @@ protected:
     ~Operation() = default;
 };
 
+/// What is played.
 struct MediaProperties : IInspectable {
     virtual HRESULT STDMETHODCALLTYPE get_Title(HSTRING* value) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_Subtitle(HSTRING* value) = 0;
@@ -63,8 +65,10 @@ protected:
     ~MediaProperties() = default;
 };
 
+/// Whether it is played, in the system's numbers.
 enum PlaybackStatus { Closed, Opened, Changing, Stopped, Playing, Paused };
 
+/// How it is played.
 struct PlaybackInfo : IInspectable {
     virtual HRESULT STDMETHODCALLTYPE get_Controls(IInspectable** value) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_PlaybackStatus(PlaybackStatus* value) = 0;
@@ -75,6 +79,7 @@ protected:
 
 using Attempt = Operation<boolean>;
 
+/// One player, with its commands and with what it calls back.
 struct Session : IInspectable {
     virtual HRESULT STDMETHODCALLTYPE get_SourceAppUserModelId(HSTRING* value) = 0;
     virtual HRESULT STDMETHODCALLTYPE
@@ -116,6 +121,7 @@ protected:
     ~Session() = default;
 };
 
+/// Knows the session that the keys of the system control.
 struct Manager : IInspectable {
     virtual HRESULT STDMETHODCALLTYPE GetCurrentSession(Session** value) = 0;
     virtual HRESULT STDMETHODCALLTYPE GetSessions(IInspectable** value) = 0;
@@ -128,6 +134,7 @@ protected:
     ~Manager() = default;
 };
 
+/// The manager's factory.
 struct Statics : IInspectable {
     virtual HRESULT STDMETHODCALLTYPE RequestAsync(Operation<Manager*>** operation) = 0;
 
