@@ -3,12 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
-    prepareFuzz(*argc, *argv);
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    fuzz({reinterpret_cast<const char*>(data), size});
+    static const Search search = [] {
+        // The arguments are libFuzzer's.
+        const char* const name = std::getenv("COBWEAVE_SEARCH");
+        return searchOf(name != nullptr ? name : "");
+    }();
+    search({reinterpret_cast<const char*>(data), size});
     return 0;
 }

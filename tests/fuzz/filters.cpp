@@ -24,10 +24,8 @@ constexpr std::size_t mostAdded = std::size_t{3} * 32767 + 65536 + 2000;
 
 }  // namespace
 
-void prepareFuzz(int& /*argc*/, char** /*argv*/) {}
-
 /// A conversation with all options on: what leaves is bounded by what has come.
-void fuzz(std::string_view input) {
+void searches::filters(std::string_view input) {
     MemorySpine spine;
     switchAllOn(spine);
     spine.relay();

@@ -18,11 +18,9 @@ bool isOf(const std::vector<std::string>& sent, std::string_view come) {
 
 }  // namespace
 
-void prepareFuzz(int& /*argc*/, char** /*argv*/) {}
-
 /// Foreign frames and direct-connection headers of both sides, with everything else switched off:
 /// some of what a side sends vanishes, and the rest gets to the other side as it is.
-void fuzz(std::string_view input) {
+void searches::frames(std::string_view input) {
     MemorySpine spine;
     spine.settings.WriteSetting("Options", "constants", "False");
     spine.relay();

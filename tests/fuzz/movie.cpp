@@ -4,9 +4,20 @@
 
 #include <QGuiApplication>
 
-void prepareFuzz(int& argc, char** argv) {
+namespace {
+
+/// Pictures and letters need one, for as long as the process lives.
+void makeApplication() {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    new QGuiApplication(argc, argv);
+    static char name[] = "fuzz";
+    static char* arguments[] = {name, nullptr};
+    static int count = 1;
+    new QGuiApplication(count, arguments);
 }
 
-void fuzz(std::string_view input) { playMovie(input); }
+}  // namespace
+
+void searches::movie(std::string_view input) {
+    if (QCoreApplication::instance() == nullptr) makeApplication();
+    playMovie(input);
+}

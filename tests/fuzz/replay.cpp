@@ -6,10 +6,11 @@
 #include <filesystem>
 #include <vector>
 
-/// Gives one search every file of the folders that are named: what a search has found stays fixed.
+/// Gives the search that is named first every file of the folders that are named after it: what a
+/// search has found stays fixed.
 int main(int argc, char** argv) {
-    prepareFuzz(argc, argv);
-    for (int at = 1; at < argc; ++at) {
+    const Search search = searchOf(argc > 1 ? argv[1] : "");
+    for (int at = 2; at < argc; ++at) {
         std::vector<std::filesystem::path> files;
         for (const auto& entry : std::filesystem::directory_iterator(argv[at]))
             files.push_back(entry.path());
@@ -18,9 +19,9 @@ int main(int argc, char** argv) {
             // Standing there when the process ends, it names the culprit.
             std::printf("%s\n", file.c_str());
             std::fflush(stdout);
-            fuzz(readFile(file));
+            search(readFile(file));
         }
         demand(!files.empty(), "there is something to replay");
     }
-    return argc > 1 ? 0 : 2;
+    return argc > 2 ? 0 : 2;
 }

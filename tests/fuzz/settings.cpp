@@ -17,11 +17,9 @@ void write(const std::filesystem::path& path, std::string_view bytes) {
 
 }  // namespace
 
-void prepareFuzz(int& /*argc*/, char** /*argv*/) {}
-
 /// Any file in the place of the settings, and any log beside it: the store keeps what it is given
 /// while the program runs, reports trouble once a kind, and can be opened again.
-void fuzz(std::string_view input) {
+void searches::settings(std::string_view input) {
     const TemporaryFolder folder;
     const std::filesystem::path path = folder.path() / "settings.db";
     const std::size_t end = std::min(input.find(logMark), input.size());

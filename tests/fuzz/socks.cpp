@@ -14,11 +14,9 @@ bool isDotted(std::string_view address) {
 
 }  // namespace
 
-void prepareFuzz(int& /*argc*/, char** /*argv*/) {}
-
 /// The first words of whoever connects, and what comes after them. Nobody is served who has not
 /// asked as a client, and what is asked for is an address and a port.
-void fuzz(std::string_view input) {
+void searches::socks(std::string_view input) {
     MemorySpine spine;
     const std::vector<RecordedRead> reads = readsOf(input);
     spine.request(reads.front().bytes);
