@@ -1,4 +1,5 @@
-# Sorts the sources of every target into groups of one size, as few as hold up to forty each. Where
+# Sorts the sources of every target into groups of one size, as few as hold up to forty each, or to
+# twenty where users build, since the larger the group, the more memory its compilation takes. Where
 # groups are wanted, each is one compilation, which takes about a third of the time; the linter always
 # takes them so, since most of its time goes to the headers of the libraries. The release is compiled
 # file by file where it is tested, so a source that forgets an include is found there.
@@ -6,7 +7,11 @@ function(form_groups target directory)
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources EXCLUDE REGEX "^/")  # Made by a tool.
     list(LENGTH sources count)
-    math(EXPR group_count "(${count} + 39) / 40")
+    set(most 40)
+    if(COBWEAVE_GROUPS)
+        set(most 20)
+    endif()
+    math(EXPR group_count "(${count} + ${most} - 1) / ${most}")
     set(place 0)
     foreach(source IN LISTS sources)
         math(EXPR number "${place} * ${group_count} / ${count} + 1")
