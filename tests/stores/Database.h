@@ -18,8 +18,9 @@ public:
         database.reset(handle);
         check(result);
         run("PRAGMA busy_timeout = 0");
-    }  /// From now on changes go into a log, and the end of this connection is like that of a
-       /// process
+    }
+
+    /// From now on changes go into a log, and the end of this connection is like that of a process
     /// that is killed: the log stays.
     void leaveLog() const {
         run("PRAGMA journal_mode = WAL");
