@@ -1,6 +1,8 @@
 #include "movies/maker/Description.h"
 
+#include <QFile>
 #include <QGuiApplication>
+#include <QTemporaryDir>
 
 #include <cstdlib>
 #include <fstream>
@@ -9,6 +11,9 @@
 /// Turns a movie's description into the movie: make_movie VERSION DESCRIPTION MOVIE.
 int main(int argc, char* argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Qt looks for a display in this folder, and complains of a builder who has none.
+    const QTemporaryDir runtimeFolder;
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtimeFolder.path()));
     const QGuiApplication application(argc, argv);
     if (argc != 4) {
         std::cerr << "make_movie VERSION DESCRIPTION MOVIE" << std::endl;

@@ -56,6 +56,18 @@ TEST(MakeMovie, SaysWhereADescriptionIsWrong) {
     EXPECT_EQ(complaintAbout("color a #12345\n"), "bad.movie:1: no colour is called \"#12345\"\n");
 }
 
+TEST(MakeMovie, IsSilentWhereTheBuilderHasNoRuntimeFolder) {
+    const TemporaryFolder folder;
+    const auto path = folder.path() / "good.movie";
+    const auto movie = folder.path() / "good.swf";
+    std::ofstream(path) << "size 10 10\n";
+    const Outcome outcome = outcomeOf("env -u XDG_RUNTIME_DIR " COBWEAVE_MAKE_MOVIE " 1.2.3 " +
+                                      path.string() + ' ' + movie.string());
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.said, "");
+    EXPECT_TRUE(std::filesystem::exists(movie));
+}
+
 /// By a reader that has nothing to do with ours.
 TEST(MadeMovies, AreReadByOthersAsWell) {
     for (const char* const name : {"button", "about", "generaloptions", "signingin", "tsmessages",
