@@ -27,6 +27,5 @@ std::vector<std::string> firstWords(std::string_view version, std::uint16_t port
         " is ready. In Messenger, use a proxy server of type SOCKS version 4, server 127.0.0.1";
     if (!others.empty()) first += " (from another machine: " + others + ")";
     first += ", port " + std::to_string(port) + '.';
-    return {std::move(first),
-            "The port is open to your network; the manual page or README says how to close it."};
+    return {std::move(first), "The port is open to your network; README says how to close it."};
 }
