@@ -21,5 +21,8 @@ private:
     Relay relay;
 };
 
+/// Prints a text, in lines that the terminal has room for.
+void say(std::string_view text);
+
 /// A headline and what there is to see below it.
 void announce(std::string_view headline, std::string_view text);

@@ -46,9 +46,9 @@ Stage showSignIn(Program& program) {
         program.setSetting(key, "1");
     }
     announce("Signing in with a status of one's own",
-             "The option for the status at sign-in says \"Busy\"; the client asks for online.\n"
+             "The option for the status at sign-in says \"Busy\"; the client asks for online. "
              "What changed on the way is marked with * and ^. On a desktop the tool-tip of the "
-             "icon, and\nthe title of Messenger if it runs, follow each step.");
+             "icon, and the title of Messenger if it runs, follow each step.");
     Stage stage = connection();
     stage.clientSends("VER 1 MSNP10 MSNP9 CVR0\r\n");
     stage.serverSends("VER 1 MSNP10\r\n");
@@ -90,7 +90,7 @@ void showToasts(Program& program, Stage& notification) {
     announce(
         "",
         "A contact who opens a conversation or goes offline is shown in a toast, at the bottom "
-        "left\nof the desktop, and in the log; the commands themselves pass as they are.");
+        "left of the desktop, and in the log; the commands themselves pass as they are.");
     notification.serverSends("RNG 7 127.0.0.1:1863 CKI 17.21 bob@example.com Bob\r\n");
     notification.serverSends("FLN bob@example.com\r\n");
 }
@@ -164,10 +164,10 @@ void show(Program& program) {
 int main() {
     try {
         Program program({.environment = desktop(), .prepare = beNoFirstRun});
-        std::cout << program.waitUntilReady() << "\n\n"
-                  << "This run has stores of its own, which are thrown away. Client and server are "
-                     "scripted\nand meet through port "
-                  << Program::port << " of this machine.\n\n";
+        say(program.waitUntilReady());
+        say("This run has stores of its own, which are thrown away. Client and server are scripted "
+            "and meet through port " +
+            std::to_string(Program::port) + " of this machine.");
         show(program);
         waitForEyes(toastTime);
         program.signal(SIGTERM);
