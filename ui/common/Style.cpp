@@ -3,6 +3,7 @@
 #include "ui/common/look.h"
 #include "ui/common/pictures.h"
 
+#include <QAbstractButton>
 #include <QIcon>
 #include <QIconEngine>
 #include <QPainter>
@@ -111,6 +112,13 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option,
 
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                           const QWidget* widget) const {
+    // Around the caption, as a switch has it.
+    if (element == PE_FrameFocusRect && qobject_cast<const QAbstractButton*>(widget) != nullptr) {
+        painter->save();
+        look::paintFocusRing(*painter, QRectF(option->rect));
+        painter->restore();
+        return;
+    }
     if (element != PE_Frame) {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
         return;

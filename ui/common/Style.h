@@ -3,7 +3,8 @@
 #include <QProxyStyle>
 
 /// How controls of Qt's look where it is not Fusion's way: message boxes have icons of our own, and
-/// none on their buttons, and boxes have their whole frame at every scale.
+/// none on their buttons, boxes have their whole frame at every scale, and buttons with a mark show
+/// the keyboard as our own controls do.
 class Style final : public QProxyStyle {
 public:
     Style();

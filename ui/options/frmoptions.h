@@ -8,7 +8,6 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRadioButton>
 
 #include <array>
 #include <string>
@@ -97,8 +96,8 @@ private:
                             "Allow Message Constants",
                             "Fills in texts such as <t> and <mn> as you send them. Chat commands "
                             "such as !nick need it too."}};
-    Placed<QRadioButton> fn{page(0), "fn", {345, 2565, 2490, 300}, "Freindly Name (Nick Name)"};
-    Placed<QRadioButton> address{page(0), "address", {2940, 2565, 1800, 300}, "Email Address"};
+    Placed<ChoiceButton> fn{page(0), "fn", {345, 2565, 2490, 300}, "Freindly Name (Nick Name)"};
+    Placed<ChoiceButton> address{page(0), "address", {2940, 2565, 1800, 300}, "Email Address"};
     Headed<Toggle> Label6{
         page(0),
         "Label6",
@@ -158,8 +157,8 @@ private:
          {180, 2550, 900, 225},
          "Color:",
          "The color of the time, for those who have the Messenger Plus add-on."}};
-    Placed<QRadioButton> red{&Picture3, "red", {0, 0, 1200, 330}, "Red"};
-    Placed<QRadioButton> black{&Picture3, "black", {1200, 0, 1200, 330}, "Black"};
+    Placed<ChoiceButton> red{&Picture3, "red", {0, 0, 1200, 330}, "Red"};
+    Placed<ChoiceButton> black{&Picture3, "black", {1200, 0, 1200, 330}, "Black"};
     Placed<TextLabel> sample{page(2), "sample", {1080, 3030, 3900, 225}};
 
     // Alerts.

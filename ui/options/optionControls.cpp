@@ -114,6 +114,15 @@ BracketBox::BracketBox(QWidget* parent) : QLineEdit(parent) {
 
 Choice::Choice(QWidget* parent) : QWidget(parent) { roles::set(*this, QAccessible::Grouping); }
 
+ChoiceButton::ChoiceButton(QWidget* parent) : QRadioButton(parent) {
+    // Qt looks which one is chosen only when one of them has the keyboard already.
+    const auto follow = [this](bool chosen) {
+        setFocusPolicy(chosen ? Qt::StrongFocus : Qt::ClickFocus);
+    };
+    follow(isChecked());
+    connect(this, &QRadioButton::toggled, this, follow);
+}
+
 void nameAfter(const QString& heading, QWidget& control) { control.setAccessibleName(heading); }
 
 void nameAfter(const QString& heading, QAbstractButton& control) {

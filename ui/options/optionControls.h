@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QRadioButton>
 
 /// A switch: a knob and one word, which a click or the space bar changes. Its state is the colour
 /// of its text, as its palette has it, and nothing else.
@@ -54,6 +55,13 @@ public:
 class Choice : public QWidget {
 public:
     explicit Choice(QWidget* parent);
+};
+
+/// One of the buttons of which one is chosen. The Tab key comes to the chosen one, the arrow keys
+/// go on to the others.
+class ChoiceButton : public QRadioButton {
+public:
+    explicit ChoiceButton(QWidget* parent);
 };
 
 /// The box of the title that takes effect while it is typed.

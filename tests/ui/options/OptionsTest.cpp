@@ -147,6 +147,54 @@ TEST_F(OptionsWindow, TheTabKeyGoesThroughAllThatCanBeUsedOfAPage) {
     EXPECT_EQ(met, expected);
 }
 
+TEST_F(OptionsWindow, TheTabKeyComesToTheChosenButtonAndTheArrowsGoToTheOther) {
+    for (const auto& [stored, chosen, other, arrow] :
+         {std::tuple{"e", "address", "fn", Qt::Key_Left}, {"fn", "fn", "address", Qt::Key_Right}}) {
+        SCOPED_TRACE(stored);
+        set("callby", stored);
+        open();
+        const auto press = [](Qt::Key key) {
+            QTest::keyClick(QApplication::focusWidget(), key);
+            return QApplication::focusWidget()->objectName();
+        };
+        toggle("Label21").setFocus();
+        EXPECT_EQ(press(Qt::Key_Tab), chosen);
+        EXPECT_EQ(press(Qt::Key_Tab), "Label6");
+        EXPECT_EQ(press(Qt::Key_Backtab), chosen);
+        EXPECT_EQ(press(arrow), other);
+        EXPECT_TRUE(this->chosen(other));
+        // The keyboard comes back to where it was.
+        EXPECT_EQ(press(Qt::Key_Backtab), "Label21");
+        EXPECT_EQ(press(Qt::Key_Tab), other);
+        pressCancel();
+        destroyClosed();
+    }
+}
+
+TEST_F(OptionsWindow, TheSpaceBarChoosesTheButtonThatHasTheKeyboard) {
+    open();
+    the<QRadioButton>("fn").setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_TRUE(chosen("fn"));
+    toggle("Label21").setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "fn");
+}
+
+TEST_F(OptionsWindow, AButtonWithAMarkShowsTheKeyboardByTheRingOfTheSwitches) {
+    open();
+    goTo(2);
+    QCheckBox& enabled = check("Check2");
+    enabled.setFocus();
+    const QImage seen = enabled.grab().toImage();
+    int ofRing = 0;
+    for (int y = 0; y < seen.height(); ++y) {
+        for (int x = 0; x < seen.width(); ++x)
+            ofRing += seen.pixelColor(x, y) == look::accent ? 1 : 0;
+    }
+    EXPECT_GT(ofRing, 30);
+}
+
 TEST_F(OptionsWindow, AToggleLooksLikeASwitchWithReadableWords) {
     open();
     Toggle& first = toggle("Label1");
