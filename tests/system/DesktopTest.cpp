@@ -128,6 +128,28 @@ TEST_F(OnTheDesktop, AToastEndsByItselfAndTakesNoFocusMeanwhile) {
     EXPECT_EQ(other.focused(), work);
 }
 
+TEST_F(OnTheDesktop, NotesThatCannotBeSavedAreReportedInABoxAndKept) {
+    start();
+    // Nothing can take its place.
+    std::filesystem::create_directory(program->notes());
+    Relay relay = Relay::through(Program::port);
+    (void)relay.up(clientText("!note buy milk"));
+    // Toasts are titled alike, but no window manager lists them.
+    const auto listed = [&] { return other.numbers(other.root(), "_NET_CLIENT_LIST"); };
+    ASSERT_TRUE(becomesTrue([&] { return listed().size() == 1; }));
+    const xcb_window_t box = listed().front();
+    EXPECT_EQ(other.bytes(box, "_NET_WM_NAME"), "Cobweave");
+    EXPECT_THAT(program->errors(),
+                testing::HasSubstr("The notes could not be saved to " + program->notes().string()));
+    ASSERT_TRUE(
+        display.runs("xdotool windowactivate --sync " + std::to_string(box) + " key Return"));
+    EXPECT_TRUE(becomesTrue([&] { return listed().empty(); }));
+    std::filesystem::remove(program->notes());
+    (void)relay.up(clientText("!note and bread"));
+    EXPECT_TRUE(
+        becomesTrue([&] { return readFile(program->notes()) == "buy milk\r\nand bread\r\n\r\n"; }));
+}
+
 TEST_F(OnTheDesktop, AToastStaysAboveAWindowThatIsRaisedLater) {
     start({{"alertoffline", "True"}});
     const xcb_window_t work = other.open({"work", "Work", "Work"});
