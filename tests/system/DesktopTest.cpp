@@ -141,8 +141,11 @@ TEST_F(OnTheDesktop, NotesThatCannotBeSavedAreReportedInABoxAndKept) {
     EXPECT_EQ(other.bytes(box, "_NET_WM_NAME"), "Cobweave");
     EXPECT_THAT(program->errors(),
                 testing::HasSubstr("The notes could not be saved to " + program->notes().string()));
-    ASSERT_TRUE(
-        display.runs("xdotool windowactivate --sync " + std::to_string(box) + " key Return"));
+    ASSERT_TRUE(becomesTrue([&] {
+        other.focus(box);
+        return other.focused() == box;
+    }));
+    ASSERT_TRUE(display.runs("xdotool key Return"));
     EXPECT_TRUE(becomesTrue([&] { return listed().empty(); }));
     std::filesystem::remove(program->notes());
     (void)relay.up(clientText("!note and bread"));
