@@ -38,7 +38,7 @@ public:
     /// twentieths of a pixel are rounded.
     void rect(const Rect& rect);
     void matrix(const Matrix& matrix);
-    /// With or without the byte for alpha.
+    /// Writes a colour with or without the byte for alpha.
     void color(Color color, bool withAlpha);
 
     /// All that was written.

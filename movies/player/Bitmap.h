@@ -41,8 +41,8 @@ struct Pixels {
     std::size_t height = 0;
     std::vector<std::uint32_t> values;
 };
-/// The pixels of a packed picture. Of one with more than `most` whole squares of pixels become one.
-/// Fails for one that is damaged or larger than the limit.
+/// The pixels of a packed picture. In a picture with more than `most`, whole squares of pixels
+/// become one. Fails for one that is damaged or larger than the limit.
 [[nodiscard]] Pixels unpackPixels(const Bitmap& bitmap, std::size_t most);
 
 }  // namespace swf

@@ -56,11 +56,11 @@ struct Instance {
     /// Where it is not 0, this is not drawn, but bounds what stands up to that depth.
     std::uint16_t clipDepth = 0;
     std::string_view name;
-    /// For sprites and buttons only.
+    /// Set for sprites and buttons only.
     std::unique_ptr<Clip> clip;
     std::unique_ptr<Face> face;
 
-    /// What stands in it.
+    /// The things that stand in it.
     [[nodiscard]] const DisplayList* inner() const {
         return clip ? &clip->list : face ? &face->list : nullptr;
     }

@@ -33,7 +33,7 @@ struct Movie {
     std::unordered_map<std::uint16_t, Character> characters;
     Timeline timeline;
 
-    /// Nothing when there is no such character, or one of another kind.
+    /// The character of this number; null when there is none, or one of another kind.
     template <typename Kind>
     [[nodiscard]] const Kind* find(std::uint16_t number) const {
         const auto found = characters.find(number);

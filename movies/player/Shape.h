@@ -10,7 +10,7 @@ namespace swf {
 
 /// A colour of a gradient, and its place on the way from its beginning to its end.
 struct GradientStop {
-    /// 0 to 255.
+    /// The place, from 0 to 255.
     std::uint8_t ratio = 0;
     Color color;
 };
@@ -24,11 +24,12 @@ struct Fill {
 
     /// Which of the members below count.
     Kind kind = Kind::Solid;
-    /// Of a solid one.
+    /// The colour of a solid fill.
     Color color;
-    /// From the gradient's square, 32768 wide around its middle, or the picture's pixels.
+    /// Leads to the shape from the gradient's square, 32768 wide around its middle, or the
+    /// picture's pixels.
     Matrix matrix;
-    /// In the order of their ratios.
+    /// The stops of a gradient, in the order of their ratios.
     std::vector<GradientStop> stops;
     /// How a gradient goes on beyond its ends.
     Spread spread = Spread::Pad;
@@ -51,9 +52,9 @@ struct Line {
     /// The outside of a corner; a miter that would reach too far becomes a bevel.
     enum class Join { Round, Bevel, Miter };
 
-    /// In twentieths of a pixel; 0 is the thinnest line that can be seen.
+    /// The width in twentieths of a pixel; 0 is the thinnest line that can be seen.
     double width = 0;
-    /// Counts only without a `fill`.
+    /// The colour counts only without a `fill`.
     Color color;
     std::optional<Fill> fill;
     /// How it looks at its ends, and where two edges meet.
@@ -96,7 +97,7 @@ struct Layer {
 struct Shape {
     std::vector<Fill> fills;
     std::vector<Line> lines;
-    /// From bottom to top; never empty once the shape has been read.
+    /// The layers from bottom to top; never empty once the shape has been read.
     std::vector<Layer> layers;
     std::vector<Run> runs;
     std::vector<Edge> edges;

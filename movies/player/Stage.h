@@ -13,7 +13,7 @@ namespace swf {
 /// counted; when what a turn may take is used up, the rest of the turn is left out.
 class Stage {
 public:
-    /// Empty until `start`. The movie outlives the stage.
+    /// The stage is empty until `start`. The movie outlives it.
     explicit Stage(const Movie& movie);
 
     /// The movie that stands on it.
@@ -21,7 +21,7 @@ public:
     /// The movie itself, which is always there.
     [[nodiscard]] Clip& root() { return main; }
     [[nodiscard]] const Clip& root() const { return main; }
-    /// Nothing when it has gone.
+    /// The clip of this number; null when it has gone.
     [[nodiscard]] Clip* find(InstanceNumber clip) const;
 
     /// Begins a turn: a frame, a click or a key.

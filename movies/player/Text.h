@@ -11,7 +11,7 @@ namespace swf {
 /// The shapes of characters.
 struct Font {
     std::vector<Shape> glyphs;
-    /// The glyphs' lengths in one em.
+    /// How many units of the glyphs make one em.
     double em = 1024;
 };
 

@@ -20,7 +20,7 @@ using ButtonPath = std::vector<std::pair<std::uint16_t, std::uint16_t>>;
 /// The button that is there now; nothing when there is none.
 [[nodiscard]] Instance* findButton(Stage& stage, const ButtonPath& path);
 
-/// Shows every button on the stage.
+/// Calls `visit` with every button on the stage.
 void eachButton(Stage& stage, const std::function<void(Instance&)>& visit);
 
 }  // namespace swf

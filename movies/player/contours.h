@@ -9,10 +9,10 @@ namespace swf {
 /// All that one style of a shape paints.
 struct Painting {
     bool isLine = false;
-    /// Counts from 0 in the shape's fills or lines.
+    /// The style's number, counted from 0 in the shape's fills or lines.
     std::size_t style = 0;
-    /// Edges that go on where the one before ended belong together; of a fill they are closed
-    /// outlines, of which every second one that lies over another is a hole.
+    /// Edges that go on where the one before ended belong together. Those of a fill are closed
+    /// outlines; every second one that lies over another is a hole.
     std::vector<Edge> edges;
 };
 

@@ -6,8 +6,8 @@
 
 namespace swf {
 
-/// The shape of a tag, behind its number. Fails where the bytes end; of a shape that is too large
-/// it gives the first edges.
+/// The shape of a tag, behind its number. Fails where the bytes end; a shape that is too large has
+/// its first edges only.
 [[nodiscard]] Shape readShape(Reader& reader, ShapeVersion version);
 
 /// The same of a morphing shape. Fails too when the two ends do not fit each other.

@@ -5,7 +5,7 @@
 
 namespace swf {
 
-/// Which of the four tags of a kind is read: what their records hold grew with them.
+/// Which of the four tags of a kind is read: the records of each hold more than those of the last.
 enum class ShapeVersion { One = 1, Two, Three, Four };
 
 /// Appends the fills and lines that stand next to those of `shape`, as a new layer. Fails where

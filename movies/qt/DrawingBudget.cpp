@@ -7,7 +7,7 @@
 
 namespace {
 
-/// So long the counts are relied on; asking for the time takes a part of a microsecond.
+/// How much is counted between two looks at the time, each of which takes a part of a microsecond.
 constexpr double unmeasured = 5e4;
 
 // What things cost, measured with Qt's raster engine. bench/movies prints what comes of them.
@@ -17,9 +17,9 @@ constexpr double segmentCost = 20;
 constexpr double cellCost = 25;
 constexpr double cellStepCost = 1.2;
 constexpr double mostCellSteps = 130;
-/// Of steep edges, for each pixel of the width, when a hundred of them lie in each row.
+/// What steep edges cost for each pixel of the width, when a hundred of them lie in each row.
 constexpr double steepCellCost = 10;
-/// So long one band may take.
+/// The longest that one band may take.
 constexpr double bandCost = 1e6;
 constexpr double beyondCost = 6;
 constexpr double linePieceCost = 700;
@@ -36,7 +36,7 @@ constexpr double linearPixelCost = 0.8;
 constexpr double radialPixelCost = 1.2;
 constexpr double gradientCellCost = 8;
 constexpr double gradientCost = 3000;
-/// To mix the light between two colours.
+/// Mixing the light between two colours.
 constexpr double lightCost = 50000;
 constexpr double copiedPixelCost = 0.3;
 constexpr double blendedPixelCost = 0.8;
@@ -50,8 +50,8 @@ constexpr double layerPixelCost = 3;
 constexpr double maskCost = 3000;
 constexpr double maskRowCost = 40;
 
-/// What outlines cost that pass through so many pixels: Qt keeps a list of those of each row, which
-/// it goes along for every one that is added.
+/// The cost of outlines that pass through so many pixels: Qt keeps a list of those of each row and
+/// goes along it for every one that is added.
 double cellsCost(double cells, const QRectF& seen) {
     const double inOneRow = std::min(cells / std::max(seen.height(), 1.0), seen.width());
     return cells * (cellCost + std::min(cellStepCost * inOneRow, mostCellSteps));

@@ -22,10 +22,10 @@ public:
     /// that the same things fit on every machine.
     explicit DrawingBudget(std::function<double()> clock = processorTime);
 
-    /// To be called before each thing. False when it does not fit any more; from then on nothing
-    /// fits.
+    /// Takes the cost of a thing before it is drawn. False when it does not fit any more; from then
+    /// on nothing fits.
     [[nodiscard]] bool take(double cost);
-    /// The same for what was done already.
+    /// Takes the cost of what was done already.
     void add(double cost);
     /// Keeps time for what has to be done even when all else is over; `release` ends that.
     void reserve(double cost) { reserved += cost; }
@@ -36,7 +36,7 @@ public:
     [[nodiscard]] double left();
     /// All that was taken, as it was counted.
     [[nodiscard]] double taken() const { return counted; }
-    /// To be called between the parts of one thing. False when the time is over.
+    /// Looks at the time between the parts of one thing. False when it is over.
     [[nodiscard]] bool goesOn();
     /// From now on nothing fits.
     void end() { over = true; }
@@ -63,62 +63,65 @@ enum class PictureScaling {
     Smooth,  ///< mixed from the pixels around
 };
 
-/// What drawing takes, in the unit of the budget: of things of any size, and on a surface of which
+/// What drawing takes, in the unit of the budget, for things of any size and on a surface of which
 /// only a part is seen. bench/movies shows them beside real times.
 class DrawingCosts {
 public:
+    /// Looking at one thing on the stage, besides drawing it.
     static constexpr double instance = 60;
+    /// Looking at one glyph of a text, besides drawing it.
     static constexpr double glyph = 100;
-    /// To unpack a small picture.
+    /// Unpacking a small picture.
     static constexpr double unpacking = 2e6;
-    /// Of a path that is being made: one of its lines.
+    /// One line of a path that is being made.
     static constexpr double segment = 15;
     /// What takes longer is drawn in parts, so that the time can be looked at between them.
     static constexpr double atOnce = 2e6;
 
     DrawingCosts() = default;
-    /// The surface that the paths are on.
+    /// `view` is the surface that the paths are on.
     explicit DrawingCosts(const moviePaths::View& view) : view(view) {}
 
-    /// To put a shape's edges in the order in which they are drawn.
+    /// Putting a shape's edges in the order in which they are drawn.
     [[nodiscard]] static double ordering(const swf::Shape& shape);
-    /// To make a shape out of two that are like this one.
+    /// Making a shape out of two that are like this one.
     [[nodiscard]] static double morphing(const swf::Shape& shape);
-    /// To make a path of so many edges.
+    /// Making a path of so many edges.
     [[nodiscard]] static double path(std::size_t edges);
-    /// To make the colours of a gradient; nothing for other fills.
+    /// Making the colours of a gradient; 0 for other fills.
     [[nodiscard]] static double gradient(const swf::Fill& fill);
-    /// To change the colours of a picture, to make one of half the size, or one with its edges
+    /// Changing the colours of a picture, making one of half the size, or one with its edges
     /// extended.
     [[nodiscard]] static double recoloring(double pixels);
     [[nodiscard]] static double halving(double pixels);
     [[nodiscard]] static double extending(double pixels);
 
-    /// To fill a path.
+    /// Filling a path.
     [[nodiscard]] double fill(const moviePaths::Path& path, const swf::Fill& fill,
                               bool isOpaque) const;
-    /// To fill a path with a picture.
+    /// Filling a path with a picture.
     [[nodiscard]] double picture(const moviePaths::Path& path, PictureScaling scaling,
                                  bool hasAlpha) const;
     /// Whether a line has at most the width of a pixel: Qt draws it without an outline.
     [[nodiscard]] static bool isThin(double width, const moviePaths::View& view) {
         return width * view.pixelsPerUnit <= 1;
     }
-    /// To draw a path as a line of a width.
+    /// Drawing a path as a line of a width.
     [[nodiscard]] double line(const moviePaths::Path& path, double width) const;
-    /// In how many bands an area is to be filled, so that the time can be looked at between them:
-    /// where many steep edges lie beside each other, it takes up to a hundred times what is
+    /// The number of bands that an area is filled in, so that the time can be looked at between
+    /// them: where many steep edges lie beside each other, it takes up to a hundred times what is
     /// counted.
     [[nodiscard]] int bands(const moviePaths::Path& path, double counted) const;
-    /// To begin to draw things apart from the others, and the same again to bring them onto those.
+    /// Beginning to draw things apart from the others; bringing them onto those takes the same
+    /// again.
     [[nodiscard]] double layer() const;
-    /// To bring a picture of all that is seen onto what is there.
+    /// Bringing a picture of all that is seen onto what is there.
     [[nodiscard]] double wholePicture() const;
-    /// To bound others by a path of which this is a part.
+    /// Bounding others by a path of which this is a part.
     [[nodiscard]] double mask(const moviePaths::Path& path) const;
 
 private:
-    /// What goes for the outline itself, whatever it is filled with.
+    /// The part for the outline itself, whatever it is filled with.
     [[nodiscard]] double outline(const moviePaths::Path& path) const;
     /// How many pixels are covered, at most those of the bounds that are seen.
     [[nodiscard]] double covered(const moviePaths::Path& path) const;

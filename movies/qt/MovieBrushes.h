@@ -17,7 +17,7 @@ namespace movieBrushes {
 
 /// The same colour for Qt.
 [[nodiscard]] QColor color(swf::Color color);
-/// A colour or gradient; no pictures.
+/// The brush of a colour or gradient, not of a picture.
 [[nodiscard]] QBrush brush(const swf::Fill& fill, const swf::Matrix& matrix,
                            const swf::ColorTransform& colors);
 /// A pen at least as wide as `thinnest`, without its brush.

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// What takes less is drawn anew each time.
+/// The least cost that is worth a picture: what takes less is drawn anew each time.
 constexpr double leastCost = DrawingBudget::whole / 8;
 
 bool isInvisible(const swf::ColorTransform& colors) {
@@ -131,7 +131,8 @@ std::unique_ptr<MoviePainter::Layer> MoviePainter::beginMask(const Mask& mask) {
     canvas.budget.reserve(canvas.costs.layer());
     auto layer = std::make_unique<Layer>();
     layer->below = canvas.painter;
-    // Before what it bounds, so that the first things are seen when the time ends among them.
+    // The mask comes before what it bounds, so that the first things are seen when the time ends
+    // among them.
     QPainter maskPainter;
     beginImage(maskPainter, layer->mask);
     canvas.painter = &maskPainter;

@@ -44,7 +44,7 @@ private:
     };
     /// What is bounded by something that takes long to draw is drawn apart.
     struct Layer {
-        /// What of the image is seen, by its alpha.
+        /// Its alpha says what of the image is seen.
         QImage mask;
         QImage image;
         QPainter painter;
@@ -72,7 +72,7 @@ private:
     StillLayer still;
     /// What the drawing before was counted to take.
     double lastCost = 0;
-    /// Of a picture of all that is seen: its size, its place in the units of the drawing, and what
+    /// The size of a picture of all that is seen, its place in the units of the drawing, and what
     /// brings these to its pixels.
     QSize imageSize;
     QRectF imagePlace;

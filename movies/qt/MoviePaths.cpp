@@ -95,11 +95,12 @@ public:
 
 private:
     void append(swf::Point place) {
-        // Of triangles with a corner where the outline begins, those of holes taken away.
+        // The area is that of triangles with a corner where the outline begins, those of holes
+        // taken away.
         made.area +=
             (at.x - begin.x) * (place.y - begin.y) - (place.x - begin.x) * (at.y - begin.y);
         if (flattens) {
-            // Handed over as a whole, which takes a fifth of the time.
+            // The lines are handed over as a whole, which takes a fifth of the time.
             if (polygon.isEmpty()) polygon.append({at.x, at.y});
             polygon.append({place.x, place.y});
         } else {
@@ -158,7 +159,7 @@ Path make(std::span<const swf::Edge> edges, const swf::Matrix& matrix, Maker mak
         }
         if (!maker.usable()) break;
         last = edge.to;
-        // So that the line's ends are joined.
+        // The line's ends are joined.
         if (last == start) maker.close();
     }
     return maker.take();

@@ -17,7 +17,7 @@ namespace moviePaths {
 
 /// The surface that is drawn on.
 struct View {
-    /// What of it can be seen, in the units of the paths.
+    /// The part of it that can be seen, in the units of the paths.
     QRectF visible;
     /// How many of its pixels one of these units is long.
     double pixelsPerUnit = 1;
@@ -27,11 +27,11 @@ struct View {
 struct Path {
     QPainterPath path;
     QRectF bounds;
-    /// Of all edges together, each of them at most as far as it can be seen.
+    /// The length of all edges together, each of them at most as far as it can be seen.
     double length = 0;
     /// How much of that goes up or down.
     double rise = 0;
-    /// What comes to that beyond what can be seen: Qt goes along it all the same.
+    /// The length beyond what can be seen: Qt goes along it all the same.
     double beyond = 0;
     /// The edges that it has, which are its joints when it is a line.
     double edges = 0;
@@ -62,7 +62,7 @@ class Bands {
 public:
     /// Keeps the outline's lines; a curve counts as the line between its ends.
     explicit Bands(const QPainterPath& outline);
-    /// What of the area lies between two heights.
+    /// The part of the area that lies between two heights.
     [[nodiscard]] QPainterPath between(double top, double bottom) const;
 
 private:

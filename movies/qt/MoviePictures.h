@@ -23,8 +23,8 @@ public:
     /// Nothing is unpacked yet.
     explicit MoviePictures(std::shared_ptr<const swf::Movie> movie) : movie(std::move(movie)) {}
 
-    /// A null image for one that is not there, cannot be read, is too large, or has not been
-    /// unpacked. Small ones are unpacked only when `mayUnpack`.
+    /// The picture; it has a null image when it is not there, cannot be read, is too large, or has
+    /// not been unpacked. Small ones are unpacked only when `mayUnpack`.
     [[nodiscard]] MoviePicture find(std::uint16_t number, bool mayUnpack);
     /// Whether the picture is there and has not been unpacked.
     [[nodiscard]] bool isPacked(std::uint16_t number) const;

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Changes nothing but alpha, by a factor.
+/// Whether a transform changes nothing but alpha, by a factor.
 bool onlyFades(const swf::ColorTransform& colors) {
     swf::ColorTransform fading;
     fading.multiply[3] = colors.multiply[3];
@@ -166,7 +166,7 @@ std::optional<QTransform> ShapePainter::extend(QImage& image, QTransform place, 
     };
     QRect wanted = wantedPart();
     if (image.rect().contains(wanted)) return place;
-    // So many pixels on so few of the surface: a picture of half the size shows no less.
+    // The surface has far fewer pixels than such a picture: one of half the size shows no less.
     constexpr auto most = static_cast<double>(swf::limits::pixelsPerPicture);
     while (double{1} * wanted.width() * wanted.height() > most) {
         if (image.width() < 2 || image.height() < 2) return {};
@@ -290,7 +290,7 @@ moviePaths::Path ShapePainter::pathOf(const swf::Painting& painting, const swf::
     moviePaths::Path path = painting.isLine
                                 ? moviePaths::way(painting.edges, matrix, canvas.view)
                                 : moviePaths::outline(painting.edges, matrix, canvas.view);
-    // It is there now, whatever it took.
+    // The path is there now, whatever it took.
     canvas.budget.add(DrawingCosts::segment * path.segments);
     return path;
 }

@@ -37,11 +37,11 @@ public:
     /// Paints onto `canvas`, whose owner sets it anew for each drawing.
     ShapePainter(std::shared_ptr<const swf::Movie> movie, Canvas& canvas);
 
-    /// To be called when a drawing has begun.
+    /// Call it when a drawing has begun.
     void begin();
     /// Draws a shape, a morph or a text. Other characters have no look of their own.
     void draw(const swf::Instance& instance, const Pose& pose);
-    /// Hands out the areas that these cover, as far as the budget goes.
+    /// Hands out the areas that an instance covers, as far as the budget goes.
     void eachArea(const swf::Instance& instance, const swf::Matrix& matrix,
                   const std::function<void(const moviePaths::Path&)>& use);
     /// Fills a path, from top to bottom, as far as the time goes.
@@ -72,7 +72,7 @@ private:
     /// budget goes.
     void eachGlyph(const swf::Text& text, const Pose& pose,
                    const std::function<void(const swf::Painting&, swf::Color, const Pose&)>& use);
-    /// What a morph is at a ratio; nothing when that does not fit any more.
+    /// The shape of a morph at a ratio; nothing when that does not fit any more.
     [[nodiscard]] std::optional<swf::Shape> morphed(const swf::MorphShape& morph,
                                                     std::uint16_t ratio);
     /// The shape's paintings, made when they are first needed; nothing while that costs too much.
@@ -86,7 +86,7 @@ private:
     /// What there was no time to make ready; the next drawing begins with it.
     const swf::Shape* postponed = nullptr;
 
-    // Of the drawing that is under way.
+    // These are about the drawing that is under way.
     bool mayUnpack = true;
     bool isPictureMissing = false;
     bool progressed = false;

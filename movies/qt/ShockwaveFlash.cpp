@@ -20,18 +20,19 @@ namespace {
 
 /// What drawing may take of the time, as a part of it; a movie that takes more drops frames.
 constexpr int timeForDrawing = 4;
-/// So that small movies are there at once: more is read when the loop comes round again.
+/// How long a movie is read at once, so that small ones are there; the loop reads on when it comes
+/// round again.
 constexpr int millisecondsAtOnce = 1;
 constexpr int millisecondsToRedraw = 10;
-/// What rests is drawn again so often when the time was not enough, each time after twice as long.
+/// How often what rests is drawn again when the time was not enough, each time after twice as long.
 constexpr int mostRedraws = 10;
-/// So many moves, presses and keys are kept while a movie is read.
+/// How many moves, presses and keys are kept while a movie is read.
 constexpr std::size_t mostInputs = 256;
 
-/// So much of a file is read in one step.
+/// How much of a file is read in one step.
 constexpr std::size_t bytesPerStep = std::size_t{256} << 10;
 
-/// Nothing for what is no plain file, or is larger than any movie that is played.
+/// The open file; nothing for what is no plain file, or is larger than any movie that is played.
 std::optional<std::ifstream> opened(const std::filesystem::path& path) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) return {};
@@ -209,7 +210,7 @@ void ShockwaveFlash::drawOn(QPainter& target, const QRectF& surface) {
     drawingTime = time.elapsed();
     if (!outcome.cut) redraws = 0;
     if (outcome.unfinished) {
-        // Not at once, so that there is time for what makes it ready.
+        // The next drawing comes later, so that there is time for what makes it ready.
         redrawTimer.start(millisecondsToRedraw);
     } else if (outcome.cut && !frameTimer.isActive() && redraws < mostRedraws) {
         // The machine may only have been busy, and no frame comes that would show the rest.

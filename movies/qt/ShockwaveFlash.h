@@ -35,8 +35,8 @@ public:
     /// Whether the file has been read and held nothing to play.
     [[nodiscard]] bool isEmpty() const { return !player && !isReading(); }
 
-    /// True to stretch the movie over the whole control; else it keeps its shape, as large as fits,
-    /// in the middle.
+    /// Stretches the movie over the whole control when `wanted`; else it keeps its shape, as large
+    /// as fits, in the middle.
     void setExactFit(bool wanted);
     [[nodiscard]] bool exactFit() const { return stretched; }
 

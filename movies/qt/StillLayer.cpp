@@ -5,7 +5,7 @@
 
 namespace {
 
-/// More things are not compared.
+/// The most things that are compared.
 constexpr std::size_t mostThings = 4096;
 
 }  // namespace

@@ -26,10 +26,10 @@ public:
     void add() { ++count; }
     /// The next thing is there in part, so the picture is of no use.
     void drop();
-    /// The same, and it will not be added another time.
+    /// Drops the picture, and does not add that thing another time.
     void giveUp();
 
-    /// To be painted on, once it has its size.
+    /// The picture, which can be painted on once it has its size.
     QImage image;
 
 private:
@@ -52,6 +52,6 @@ private:
     int equal = 0;
     std::size_t same = 0;
     std::size_t count = 0;
-    /// Beyond this something could not be added.
+    /// The number of things behind which one could not be added.
     std::size_t most = 0;
 };
