@@ -14,5 +14,5 @@ public:
     [[nodiscard]] virtual float draw() = 0;
 };
 
-/// Numbers that are others in each run.
+/// Random numbers that differ from run to run.
 [[nodiscard]] std::unique_ptr<Chance> makeChance();

@@ -10,8 +10,8 @@
 /// comes from outside: paths, names of displays, messages of libraries. A line ends at 4,000 bytes.
 namespace console {
 
-/// To be called first of all. From then on the libraries in the process do not block on standard
-/// output and error either, as far as the system allows it.
+/// Call it first of all. From then on the libraries in the process do not block on standard output
+/// and error either, as far as the system allows it.
 void prepare();
 
 /// Writes `line`, which is UTF-8 without a line end, to standard output.

@@ -8,10 +8,10 @@
 struct FoundDisplay {
     /// Why this run can show no windows, for the user to read; nothing where it can.
     std::optional<std::string> whyWithoutWindows;
-    /// Keeps the display open, to be dropped when the `QApplication` is made: a display may end, or
-    /// start anew, when the last program leaves it.
+    /// Keeps the display open. Drop it when the `QApplication` is made: a display may end, or start
+    /// anew, when the last program leaves it.
     std::shared_ptr<void> connection;
 };
 
-/// To be called before the `QApplication` is made.
+/// Call it before the `QApplication` is made.
 [[nodiscard]] FoundDisplay findDisplay();

@@ -9,8 +9,8 @@
 /// enabled, also after a rest; those that the loop was too busy for are left out.
 class Timer {
 public:
-    /// May enable, disable, rest and wake this timer and others. It must not destroy this one. An
-    /// exception ends the one tick.
+    /// The listener may enable, disable, rest and wake this timer and others. It must not destroy
+    /// this one. An exception ends this tick alone.
     Event<> tick;
 
     Timer() = default;
@@ -20,13 +20,13 @@ public:
 
     /// Ticks every `interval`, which is positive, from now on. Ends a rest.
     virtual void enable(std::chrono::milliseconds interval) = 0;
-    /// The same, but at rest until `wake`.
+    /// Enables it in the same way, but at rest until `wake`.
     virtual void enableAtRest(std::chrono::milliseconds interval) = 0;
     /// Stops the ticks.
     virtual void disable() = 0;
 
-    /// No ticks until `wake`: for a timer that has nothing to do, so that an idle program does not
-    /// wake up.
+    /// Stops the ticks until `wake`: for a timer that has nothing to do, so that an idle program
+    /// does not wake up.
     virtual void rest() = 0;
     /// Ends a rest: the next tick comes when it would have come without one. Does nothing to a
     /// timer that is disabled or awake.

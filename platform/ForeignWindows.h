@@ -21,8 +21,8 @@ public:
     ForeignWindows& operator=(const ForeignWindows&) = delete;
     virtual ~ForeignWindows() = default;
 
-    /// Messenger's main window; of several the one that was found first, as long as it exists.
-    /// Cheap while no window opens or closes.
+    /// Messenger's main window; where there are several, the one that was found first, as long as
+    /// it exists. A call costs little while no window opens or closes.
     [[nodiscard]] virtual WindowHandle MessengerWindowHandle() = 0;
     /// Writes a window's title, which is text in the program's code page.
     virtual void SetWindowText(WindowHandle window, std::string_view text) = 0;

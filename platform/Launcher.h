@@ -20,7 +20,7 @@ public:
     virtual ~Launcher() = default;
 
     /// From now on events are raised, unless another copy of the program has them; that one keeps
-    /// them. Returns at once. To be called once.
+    /// them. Returns at once. Call it once.
     virtual void listen() = 0;
 };
 

@@ -24,11 +24,12 @@ public:
     [[nodiscard]] virtual std::chrono::milliseconds uptime() = 0;
 };
 
-/// Of the machine that the program runs on.
+/// The facts of the machine that the program runs on.
 [[nodiscard]] std::unique_ptr<MachineFacts> makeMachineFacts();
 
 /// The processor time that this thread has had so far. Waiting for a disk takes none.
 [[nodiscard]] std::chrono::nanoseconds processorTime();
-/// The same of all threads of the program together, in steps of a part of a microsecond. Where the
-/// system counts none so finely, the time that passes, which also goes on while the program waits.
+/// The processor time of all threads of the program together, in steps of a part of a microsecond.
+/// Where the system does not count so finely, it is the time that passes, which also goes on while
+/// the program waits.
 [[nodiscard]] std::chrono::nanoseconds processorTimeOfAll();

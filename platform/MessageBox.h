@@ -20,7 +20,7 @@ public:
     MessageBox& operator=(const MessageBox&) = delete;
     virtual ~MessageBox() = default;
 
-    /// A box with an OK that belongs to no window. Returns when it was pressed.
+    /// Shows a box with an OK that belongs to no window. Returns when OK was pressed.
     virtual void critical(std::string_view text) = 0;
     /// The same without waiting for the OK. While it is open, a new text takes the old one's place.
     virtual void notify(std::string_view text) = 0;
@@ -29,12 +29,12 @@ public:
     virtual void critical(WindowHandle window, std::string_view text, Event<> answered) = 0;
     virtual void exclamation(WindowHandle window, std::string_view text) = 0;
     virtual void information(WindowHandle window, std::string_view text, Event<> answered) = 0;
-    /// With Yes and No; true on Yes. A box that is closed without an answer says no.
+    /// Has Yes and No; `answered` gets true on Yes. A box that is closed without an answer says no.
     virtual void question(WindowHandle window, std::string_view text, Event<bool> answered) = 0;
 };
 
-/// Real windows.
+/// Boxes that are real windows.
 [[nodiscard]] std::unique_ptr<MessageBox> makeMessageBox();
-/// For a run without windows: a text that belongs to none goes to standard error, the others
+/// Boxes of a run without windows: a text that belongs to none goes to standard error, the others
 /// nowhere, every question is answered by no, and nothing waits.
 [[nodiscard]] std::unique_ptr<MessageBox> makeMessageBoxWithoutWindows();

@@ -8,9 +8,9 @@
 class EventLoop;
 class Network;
 
-/// To be called first of all. From then on a write that fails, to a terminal that is gone or to a
-/// full disk, does not end the process, and nothing waits for a reader of standard error or for
-/// services of the desktop that do not answer.
+/// Call it first of all. From then on a write that fails, to a terminal that is gone or to a full
+/// disk, does not end the process, and nothing waits for a reader of standard error or for services
+/// of the desktop that do not answer.
 void prepareProcess();
 
 /// The command line that the process was started with, given what `main` was given.
@@ -34,5 +34,5 @@ public:
     Event<> endRequested;
 };
 
-/// One at a time.
+/// The platform of this system; there is one at a time.
 [[nodiscard]] std::unique_ptr<Platform> makePlatform();

@@ -32,9 +32,9 @@ struct SocketTrouble {
 
     /// The system's own number for all else.
     int number;
-    /// In words, in the program's code page.
+    /// What is wrong in words, in the program's code page.
     std::string description;
-    /// Of a port that is taken: the command that shows a user which program has it.
+    /// Where a port is taken, the command that shows a user which program has it.
     std::string question = {};
 };
 
@@ -46,11 +46,11 @@ struct SocketTrouble {
 /// object. A socket whose connection is over stays Closing or Error until it is closed.
 class Winsock {
 public:
-    /// Listening only: a client from near by has connected and begun to speak, `PeekData` has what
-    /// it said. One that nobody accepts in the event is dropped, and so is, without an event, one
-    /// from farther away (platform/shared/nearness.h) or one that is silent for a minute.
+    /// A client has connected to the listening socket and begun to speak; `PeekData` has what it
+    /// said. A client that nobody accepts in the event is dropped. Clients that are not near
+    /// (platform/shared/nearness.h), or are silent for a minute, are dropped without an event.
     Event<RequestId> ConnectionRequest;
-    /// So many bytes have arrived, to be fetched with `GetData` within the event.
+    /// So many bytes have arrived. `GetData` fetches them within the event.
     Event<std::size_t> DataArrival;
     /// What `Connect` began has succeeded.
     Event<> Connected;
@@ -66,7 +66,7 @@ public:
     Winsock& operator=(const Winsock&) = delete;
     virtual ~Winsock() = default;
 
-    /// What it is doing now.
+    /// What the socket is doing now.
     [[nodiscard]] virtual SocketState State() const = 0;
 
     /// Listens on `localPort` of all local addresses; 0 is any free port. Returns what is wrong
@@ -97,7 +97,7 @@ public:
     [[nodiscard]] virtual std::string_view GetData() = 0;
 
     /// Nothing is under way: no bytes wait to be sent, and none have arrived that are still to be
-    /// announced. So it is with a socket that is not connected.
+    /// announced. A socket that is not connected is quiet.
     [[nodiscard]] virtual bool IsQuiet() const = 0;
 
     /// Stops and resumes reading, so that a peer has to wait until the other one has caught up. The

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// With its line end, a pipe takes so much as a whole or not at all (PIPE_BUF).
+/// A pipe takes a line of this length, with its end, as a whole or not at all (PIPE_BUF).
 constexpr std::size_t longestLine = 4000;
 
 /// Gives a pipe or a terminal another description of our own, which does not block: the flag on the

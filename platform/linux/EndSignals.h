@@ -6,7 +6,7 @@
 /// SIGINT and SIGTERM as an event. One object at a time; without one they end the process.
 class EndSignals final : private Readiness::Watched {
 public:
-    /// `arrived` comes from `dispatch`. The readiness has to outlive it.
+    /// `dispatch` of the readiness raises `arrived`. The readiness has to outlive this object.
     EndSignals(Readiness& readiness, Event<> arrived);
     ~EndSignals();
     EndSignals(const EndSignals&) = delete;

@@ -41,7 +41,8 @@ public:
         if (queue.get() < 0) return true;
         const bool isQuiet = takeEvents() == 0;
         if (isWatching) return !isQuiet;
-        // Ahead of the caller's look at the file: what comes in between is for the next call.
+        // This comes ahead of the caller's look at the file: what happens in between is for the
+        // next call.
         isWatching = watchAll();
         if (!isWatching) queue.reset();
         return true;

@@ -53,7 +53,8 @@ private:
 
     void finish() {
         if (std::exchange(isFound, true)) return;
-        // From the loop: what has found the place is not destroyed within its own event.
+        // This goes through the loop: what has found the place is not destroyed within its own
+        // event.
         QMetaObject::invokeMethod(
             &context,
             [this] {

@@ -57,7 +57,7 @@ void startProgram(std::vector<std::string> command) {
     }
     arguments.push_back(nullptr);
     const Start start;
-    // By a process in between, which ends at once: the program then is the system's to reap, and
+    // A process in between starts it and ends at once: the system then reaps the program, and
     // nothing here has to notice its end.
     const pid_t between = fork();
     if (between < 0) throw Failure(std::strerror(errno));

@@ -73,7 +73,7 @@ public:
         }));
         if (file.get() < 0) return describe(errno);
         isUnfinished = true;
-        // So that nobody takes it for a leftover.
+        // A file with a lock is not taken for a leftover.
         flock(file.get(), LOCK_EX | LOCK_NB);
         while (!content.empty()) {
             const ssize_t written = retryInterrupted(
@@ -120,7 +120,7 @@ private:
 }  // namespace
 
 Trouble systemFiles::followLinks(fs::path& path) {
-    // As many as the system itself follows.
+    // The system itself follows as many.
     constexpr int mostLinks = 40;
     std::error_code error;
     for (int links = 0; fs::is_symlink(path, error); ++links) {

@@ -9,8 +9,8 @@ public:
     using QApplication::QApplication;
 
     /// Sends the messages of Qt, as of a display that is gone, the way of `console::error`, by
-    /// which they neither block the program nor control a terminal. To be called before the
-    /// application is made.
+    /// which they neither block the program nor control a terminal. Call it before the application
+    /// is made.
     static void sendMessagesToConsole();
 
     bool notify(QObject* receiver, QEvent* event) override;

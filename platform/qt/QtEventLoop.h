@@ -10,7 +10,7 @@
 /// Qt's event loop of the thread that this is made on, with one timer of Qt's for all of ours.
 class QtEventLoop final : public EventLoop {
 public:
-    /// To be made when the application is there.
+    /// Needs the application.
     QtEventLoop();
 
     [[nodiscard]] std::unique_ptr<Timer> makeTimer() override { return timers.makeTimer(); }

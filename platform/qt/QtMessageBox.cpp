@@ -95,7 +95,7 @@ private:
             });
             return;
         }
-        // The window's, with which it ends.
+        // The box belongs to the window, with which it ends.
         auto* const box = new QMessageBox(owner);
         fill(*box, icon, buttons, text);
         box->setWindowModality(Qt::WindowModal);

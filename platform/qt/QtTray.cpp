@@ -58,8 +58,8 @@ private:
         }
     }
 
-    // Not before there is a place: with the first icon Qt decides, for the whole run, which kind of
-    // place it uses, and with the first menu it begins to look at fonts.
+    // Nothing is made before there is a place: with the first icon Qt decides, for the whole run,
+    // which kind of place it uses, and with the first menu it begins to look at fonts.
     void show() {
         waiting.stop();
         makeMenu();

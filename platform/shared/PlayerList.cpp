@@ -20,7 +20,7 @@ constexpr std::size_t longestTitle = 2048;
 constexpr std::size_t longestSong =
     longestTitle - titleStart.size() - titleEnd.size() - paused.size();
 
-/// Without control characters, and without what is longer than any song.
+/// The text without control characters, and without what is longer than any song.
 std::string cleaned(std::string_view utf8) {
     std::string kept;
     for (std::size_t at = 0; at < utf8.size() && kept.size() <= longestSong;) {

@@ -24,8 +24,8 @@ enum class PlayerCommand { Previous, Play, PlayPause, Stop, Next };
 /// The players on the desktop, in whatever way the system knows of them, and the choice of the one
 /// that is followed: the player that started to play last. It stays chosen while it is paused or
 /// stopped, until it leaves or another one starts. When it leaves, the one that started last before
-/// it follows. Among players that have not played since they are known, the first one is chosen. Of
-/// several that play already when the program starts, the last one counts that `update` names.
+/// it follows. Among players that have not played since they are known, the first one is chosen.
+/// Where several play already when the program starts, the last one that `update` names counts.
 class PlayerList {
 public:
     using Window = MediaPlayer::Window;

@@ -182,7 +182,7 @@ void StreamSocket::ready(Readiness::Ready now) {
     }
 }
 
-/// One, so that others get their turn before the next.
+/// Takes one client, so that others get their turn before the next.
 void StreamSocket::takeRequest() {
     const auto [outcome, client, host] = systemSockets::accept(handle);
     if (outcome.result == Result::OutOfDescriptors) {

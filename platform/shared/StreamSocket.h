@@ -21,7 +21,7 @@ public:
     /// How many bytes wait.
     [[nodiscard]] std::size_t size() const { return bytes.size() - sent; }
     [[nodiscard]] bool empty() const { return size() == 0; }
-    /// All of them, in order. Valid until the queue changes.
+    /// All bytes that wait, in order. Valid until the queue changes.
     [[nodiscard]] std::string_view waiting() const { return std::string_view(bytes).substr(sent); }
 
     /// Adds to the end.
@@ -43,7 +43,7 @@ class StreamNetwork;
 /// is one `DataArrival`.
 class StreamSocket final : public Winsock, private Readiness::Watched {
 public:
-    /// Has to end before the network.
+    /// A closed socket. It has to end before the network.
     explicit StreamSocket(StreamNetwork& network) : network(network) {}
     ~StreamSocket() override;
 
@@ -119,7 +119,7 @@ private:
 
     Readiness& readiness;
     std::array<char, largestRead> readBuffer;
-    /// What in it the running event is about.
+    /// The part of the buffer that the running event is about.
     std::string_view currentRead;
     /// Clients that have not said anything yet.
     std::map<SocketHandle, std::unique_ptr<Newcomer>> newcomers;

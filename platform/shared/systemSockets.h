@@ -47,11 +47,11 @@ struct NewSocket {
     Outcome outcome;
     /// `noSocket`, unless the outcome is Done.
     SocketHandle socket = noSocket;
-    /// Of one that was accepted: where the client is. 0x7F000001 is 127.0.0.1.
+    /// Where the client of an accepted socket is. 0x7F000001 is 127.0.0.1.
     std::uint32_t host = 0;
 };
 
-/// To be called before all others. Gets as many sockets for the process as the system allows it.
+/// Call it before all others. Gets as many sockets for the process as the system allows it.
 void prepare();
 
 /// The number and the words of an error.

@@ -8,6 +8,7 @@
 /// the class "CobweaveWindow"). One object at a time.
 class EndSignals final : private HiddenWindow {
 public:
+    /// The loop of windows raises `arrived`, once for each time that the process is asked to end.
     explicit EndSignals(Event<> arrived);
     ~EndSignals();
 

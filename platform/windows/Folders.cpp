@@ -38,7 +38,7 @@ std::filesystem::path userFolder(const wchar_t* variable, const KNOWNFOLDERID& k
     return folder.empty() ? programFolder() : folder;
 }
 
-/// By making a file, since rights alone do not decide it.
+/// Makes a file to find out, since rights alone do not decide it.
 bool canBeWritten(const std::filesystem::path& folder) {
     const auto probe = folder / (".cobweave-" + std::to_string(GetCurrentProcessId()));
     const HANDLE file = CreateFileW(probe.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,

@@ -20,7 +20,8 @@ HiddenWindow::HiddenWindow(Kind kind) {
     };
     if (kind == Kind::TopLevel) window = make(nullptr);
     if (window == nullptr) window = make(HWND_MESSAGE);
-    // Not while it is being made: the object is not whole yet.
+    // Messages that come while the window is being made are not for the object, which is not whole
+    // yet.
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 

@@ -28,7 +28,7 @@ protected:
     }
 
 private:
-    /// The result of a message.
+    /// Handles a message and returns its result.
     [[nodiscard]] virtual LRESULT onMessage(UINT message, WPARAM first, LPARAM second) = 0;
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second);
 

@@ -66,7 +66,7 @@ public:
 std::unique_ptr<MachineFacts> makeMachineFacts() { return std::make_unique<WindowsMachineFacts>(); }
 
 std::chrono::nanoseconds processorTime() {
-    // In steps of up to 16 ms.
+    // The system counts in steps of up to 16 ms.
     using Units = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
     const auto units = [](const FILETIME& time) {
         return Units(static_cast<std::int64_t>(time.dwHighDateTime) << 32U | time.dwLowDateTime);

@@ -26,7 +26,7 @@ public:
 
     Event<> changed;
 
-    /// From now on, and until the window is gone.
+    /// Watches a window from now on, until it is gone.
     void watch(HWND window) {
         if (!isNeeded || window == nullptr || window == watched) return;
         watched = window;
@@ -49,7 +49,7 @@ private:
         return 0;
     }
 
-    /// Of the windows of others Wine 8 tells only that they come, where Windows tells all.
+    /// Wine 8 reports only that windows of others come, and Windows all that happens to them.
     const bool isNeeded = isWine();
     HWND watched = nullptr;
     std::string title;

@@ -17,7 +17,7 @@ constexpr UINT onPropertiesChanged = WM_APP + 3;
 constexpr UINT onPropertiesReady = WM_APP + 4;
 
 constexpr IID unknown{0x00000000, 0x0000, 0x0000, {0xc0, 0, 0, 0, 0, 0, 0, 0x46}};
-/// What may be called on any thread says so by this.
+/// The interface of an object that may be called on any thread.
 constexpr IID agile{0x94ea2b94, 0xe9cc, 0x49e0, {0xc0, 0xff, 0xee, 0x64, 0xca, 0x8f, 0x5b, 0x90}};
 
 /// Takes the text over.
@@ -29,7 +29,7 @@ std::string taken(HSTRING text) {
     return utf8;
 }
 
-/// Nothing while the player is between two states.
+/// The player's status; nothing while it is between two.
 std::optional<PlayerStatus> statusOf(PlaybackStatus status) {
     switch (status) {
         case Changing: return std::nullopt;
@@ -174,7 +174,7 @@ void MediaSession::readStatus() {
     if (SUCCEEDED(info->get_PlaybackStatus(&status))) players.update(name, {statusOf(status), {}});
 }
 
-/// Of several questions on their way the last one is answered.
+/// Where several questions are on their way, the last one is answered.
 void MediaSession::askForSong() {
     if (!session || FAILED(session->TryGetMediaPropertiesAsync(question.out())) || !question) {
         return;

@@ -28,11 +28,12 @@ public:
     [[nodiscard]] Object* get() const { return object; }
     Object* operator->() const { return object; }
     explicit operator bool() const { return object != nullptr; }
-    /// For a function that answers with a reference. What was there before is released.
+    /// The place where a function puts its reference. What was there before is released.
     [[nodiscard]] Object** out() {
         reset();
         return &object;
     }
+    /// Releases the object and leaves the reference empty.
     void reset() {
         if (object != nullptr) object->Release();
         object = nullptr;
@@ -61,7 +62,7 @@ public:
     /// The player is another one, or its title is.
     Event<> changed;
 
-    /// As `MediaPlayer` has them.
+    /// The same as in `MediaPlayer`.
     [[nodiscard]] Window window() const { return players.chosen(); }
     [[nodiscard]] std::string titleOf(Window window) { return players.titleOf(window); }
     void command(Window window, int number);

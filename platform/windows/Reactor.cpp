@@ -144,7 +144,7 @@ UINT Reactor::messageOf(const Watched& watched) const {
     return found == messages.end() ? 0 : found->second;
 }
 
-/// The one that was used the longest time ago.
+/// The message that was used the longest time ago.
 UINT Reactor::newMessage() {
     do {
         lastMessage = firstMessage + (lastMessage - firstMessage + 1) % messageCount;

@@ -16,7 +16,7 @@ public:
     void add(SocketHandle socket, Interest interest, Watched& watched) override;
     void change(SocketHandle socket, Interest interest, Watched& watched) override;
     void remove(SocketHandle socket, Watched& watched) override;
-    /// For who has no loop of windows, which does the same.
+    /// Does what the loop of windows does, for a caller without one.
     void dispatch() override;
 
     using HiddenWindow::handle;
@@ -26,7 +26,7 @@ private:
         SocketHandle socket;
         Watched* watched;
         Interest interest;
-        /// It can be asked to send: it is connected, and not still connecting.
+        /// The socket is connected, and not still connecting, so it can be asked to send.
         bool isConnected = false;
         /// The other end has finished, which the system says only once.
         bool isFinished = false;

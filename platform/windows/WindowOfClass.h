@@ -9,6 +9,7 @@
 /// nothing is looked for while nothing happens.
 class WindowOfClass {
 public:
+    /// `className` is the name under which the other program has registered the class.
     explicit WindowOfClass(std::wstring className);
     ~WindowOfClass();
     WindowOfClass(const WindowOfClass&) = delete;
@@ -17,7 +18,8 @@ public:
     /// A window of the class has come, gone or got another title.
     Event<> changed;
 
-    /// Of several the one that was found first, as long as it exists; null without one.
+    /// The window; where there are several, the one that was found first, as long as it exists.
+    /// Null without one.
     [[nodiscard]] HWND handle();
 
 private:

@@ -13,16 +13,16 @@
 
 namespace mediaControl {
 
-/// The class that the manager of all sessions is asked of.
+/// The name of the class that gives out the manager of all sessions.
 constexpr const wchar_t* managerClass =
     L"Windows.Media.Control.GlobalSystemMediaTransportControlsSessionManager";
 
-/// Of the manager's factory.
+/// The interface of the manager's factory.
 constexpr IID managerStatics{
     0x2050c4ee, 0x11a0, 0x57de, {0xae, 0xd7, 0xc9, 0x7c, 0x70, 0x33, 0x82, 0x45}};
 
-/// Of what is called back: when the manager is there, when what is played is known, and when the
-/// session is another one, plays or rests, or plays something else.
+/// The interfaces that are called back: when the manager is there, when what is played is known,
+/// and when the session is another one, plays or rests, or plays something else.
 constexpr IID managerReady{
     0x10f0074e, 0x923d, 0x5510, {0x8f, 0x4a, 0xdd, 0xe3, 0x77, 0x54, 0xca, 0x0e}};
 constexpr IID propertiesReady{
@@ -34,8 +34,8 @@ constexpr IID playbackChanged{
 constexpr IID propertiesChanged{
     0x0f2ce2b7, 0xafa7, 0x5ed0, {0x8c, 0xb6, 0x8c, 0x40, 0xcf, 0x9b, 0x3a, 0x5f}};
 
-/// Who is called back, with who calls and what it says of it, of which nothing is needed here: an
-/// operation that is over says how it ended, in the place of the second.
+/// An object that is called back. Neither argument is needed here: who calls, and what it says of
+/// it. The second one of an operation that is over says how it ended.
 struct Callback : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE Invoke(void* sender, void* what) = 0;
 

@@ -49,7 +49,7 @@ bool retryWhileShared(Call&& call) {
     }
 }
 
-/// Who may do what with one file, for another, where the system lets us.
+/// Lets the same users do the same with another file, where the system lets us.
 void copyRights(const fs::path& from, const fs::path& to) {
     DWORD size = 0;
     GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
@@ -86,7 +86,7 @@ public:
         isOldThere = true;
         return std::nullopt;
     }
-    /// To the disk. Nobody else has it meanwhile, so nobody takes it for a leftover.
+    /// Writes to the disk. Nobody else has the file meanwhile, so nobody takes it for a leftover.
     [[nodiscard]] Trouble write(const std::string& name, std::string_view content) override {
         path = old.parent_path() / name;
         const Handle file(
@@ -105,7 +105,7 @@ public:
         if (FlushFileBuffers(file.get()) == 0) return lastTrouble();
         return std::nullopt;
     }
-    /// By one renaming. What replaces a file in more steps has states between them.
+    /// Renames once. What replaces a file in more steps has states between them.
     [[nodiscard]] Trouble putInPlace() override {
         if (isOldThere) copyRights(old, path);
         const bool isInPlace = retryWhileShared([&] {

@@ -152,7 +152,7 @@ Outcome connect(SocketHandle socket, std::uint32_t host, std::uint16_t port) {
 }
 
 Outcome send(SocketHandle socket, std::string_view data) {
-    // On until the system refuses: it reports new room only after a refusal.
+    // Sending goes on until the system refuses: it reports new room only after a refusal.
     std::size_t sent = 0;
     while (sent < data.size()) {
         const std::string_view rest = data.substr(sent);

@@ -33,7 +33,7 @@ std::string wideText::describe(unsigned long error) {
         FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
                        0, text.data(), static_cast<DWORD>(text.size()), nullptr);
     std::wstring_view words(text.data(), size);
-    // The line end, and the full stop before it: the words become a part of a sentence.
+    // The line end goes, and the full stop before it: the words become a part of a sentence.
     words = words.substr(0, words.find_last_not_of(L". \r\n") + 1);
     if (words.empty()) return "error " + std::to_string(error);
     return toUtf8(words);

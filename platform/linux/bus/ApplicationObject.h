@@ -21,7 +21,7 @@ public:
     Event<const QString&> actionChosen;
 
 public Q_SLOTS:
-    // The methods of the interface, by their names there. What comes with them is not used.
+    // The methods of the interface, by their names there. Their arguments are not used.
     void Activate(const QVariantMap& platformData) const;
     void Open(const QStringList& uris, const QVariantMap& platformData) const;
     void ActivateAction(const QString& name, const QVariantList& parameter,

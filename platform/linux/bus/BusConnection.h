@@ -26,7 +26,7 @@ public:
 
     /// Whether there is a bus, and it is still there.
     [[nodiscard]] bool isConnected() const { return connection.isConnected(); }
-    /// To subscribe signals on and to send messages over.
+    /// The connection on which signals are subscribed and messages are sent.
     [[nodiscard]] QDBusConnection& handle() { return connection; }
 
     /// A call of one of the bus's own methods.

@@ -22,8 +22,8 @@ public:
         // Calls may come as soon as the name is ours.
         bus.handle().registerObject('/' + QString(id).replace('.', '/').replace('-', '_'), &object,
                                     QDBusConnection::ExportAllSlots);
-        // Not by the library's own function, which waits for the answer. Where another copy has the
-        // name, we do not queue for it: that one is reached, as long as it runs.
+        // The library's own function would wait for the answer. Where another copy has the name, we
+        // do not queue for it: that one is reached, as long as it runs.
         constexpr uint doNotQueue = 4;
         auto call = BusConnection::callOfBus("RequestName");
         call << id << doNotQueue;

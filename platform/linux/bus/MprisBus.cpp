@@ -35,7 +35,7 @@ MprisBus::MprisBus() {
     if (!bus.isConnected()) return;
     bus.handle().connect({}, "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local",
                          "Disconnected", this, SLOT(onBusLost()));
-    // Before the names are queried, so that no change gets lost in between.
+    // This comes before the names are queried, so that no change gets lost in between.
     watcher.setConnection(bus.handle());
     watcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
     watcher.addWatchedService("org.mpris.MediaPlayer2*");
@@ -124,7 +124,7 @@ void MprisBus::setProperties(const QString& owner, const QDBusMessage& answer) {
 }
 
 void MprisBus::subscribe(const QString& owner, bool isSubscribed) {
-    // By its connection's name, so that the signals of ignored programs wake nobody.
+    // The sender is the player's connection, so that the signals of ignored programs wake nobody.
     const QString signal = "PropertiesChanged";
     const QStringList first{playerInterface};
     const QString types = "sa{sv}as";

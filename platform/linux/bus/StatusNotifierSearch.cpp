@@ -29,8 +29,8 @@ StatusNotifierSearch::StatusNotifierSearch(std::chrono::milliseconds interval)
 void StatusNotifierSearch::search() {
     bus = std::make_unique<BusConnection>();
     if (!bus->isConnected()) return setState(State::NoHost);
-    // Before the first query, so that no change gets lost in between. The host's signal from any
-    // sender: for a certain one the library would ask the bus for its name, and block.
+    // This comes before the first query, so that no change gets lost in between. The host's signal
+    // may have any sender: for a certain one the library would ask the bus for its name, and block.
     bus->handle().connect(BusConnection::busName, BusConnection::busPath, BusConnection::busName,
                           "NameOwnerChanged", {watcherName}, "sss", this,
                           SLOT(changeWatcher(QString, QString, QString)));

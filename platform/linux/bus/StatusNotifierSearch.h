@@ -37,8 +37,8 @@ public:
     /// of a session, a watcher is there some seconds before its host.
     explicit StatusNotifierSearch(std::chrono::milliseconds interval = std::chrono::seconds(5));
 
-    /// Begins to search; to be called once. Five tries are made for a host, and a host that comes
-    /// later is noticed when it announces itself.
+    /// Begins to search; call it once. Five tries are made for a host, and a host that comes later
+    /// is noticed when it announces itself.
     void search();
     /// What is known by now.
     [[nodiscard]] State state() const { return now; }

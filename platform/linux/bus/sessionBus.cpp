@@ -59,7 +59,7 @@ public:
                static_cast<ssize_t>(bytes.size());
     }
 
-    /// The next bytes, so many.
+    /// The next `count` bytes.
     [[nodiscard]] std::optional<std::string> read(std::size_t count) {
         while (received.size() < count) {
             if (!receive()) return std::nullopt;

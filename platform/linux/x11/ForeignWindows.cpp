@@ -38,7 +38,7 @@ public:
         if (window != 0) titles.write(toX11(window), text);
     }
 
-    // As the close box of its main window does.
+    // Does what the close box of its main window does.
     void requestMessengerEnd() override {
         const xcb_window_t target = messenger.main();
         if (target == 0 || !client.waitUntilWritable()) return;
@@ -55,7 +55,7 @@ public:
 
     WindowHandle foreground() override {
         if (!client.waitUntilWritable()) return 0;
-        // A client of its own, so that no answer to another request is served meanwhile.
+        // The questions have a client of their own, so that no other answer is served meanwhile.
         X11Client asking;
         FocusedWindows focused;
         query(asking, [&focused](const FocusedWindows& answer) { focused = answer; });

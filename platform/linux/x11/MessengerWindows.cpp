@@ -123,7 +123,7 @@ void MessengerWindows::setClass(xcb_window_t window, const X11Property& names) {
     if (facts == nullptr) return;
     facts->kind = MessengerWindow::kindOf(names.text().value_or(""));
     if (facts->kind == MessengerWindow::Kind::Other) return;
-    // Before it is asked for its title, so that no change gets lost in between.
+    // This comes before the window is asked for its title, so that no change gets lost in between.
     client.select(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
     queryFacts(window);
 }

@@ -16,13 +16,13 @@ struct MessengerWindow {
     /// Whose window it is, by its class.
     enum class Kind {
         Other,
-        /// Of the class that Messenger gives to its main window alone.
+        /// It has the class that Messenger gives to its main window alone.
         MainClass,
-        /// Of Messenger's process under Wine, which gives one class to all windows of a program:
-        /// main window, conversations, dialogs.
+        /// It belongs to Messenger's process under Wine, which gives one class to all windows of a
+        /// program: main window, conversations, dialogs.
         OfProcess,
     };
-    /// From the bytes of WM_CLASS: two names, each with a zero byte behind it.
+    /// Reads the kind out of the bytes of WM_CLASS: two names, each with a zero byte behind it.
     [[nodiscard]] static Kind kindOf(std::string_view classNames);
 
     /// Whether nothing speaks against its being the main window.
@@ -48,8 +48,7 @@ public:
     /// `client` has to outlive this object, and to pass its events to `onEvent`.
     explicit MessengerWindows(X11Client& client) : client(client) {}
 
-    /// The main window; 0 without one. Of several the one that it was before, as long as that can
-    /// be it.
+    /// The main window; 0 without one. Where several can be it, the one that it was before stays.
     [[nodiscard]] xcb_window_t main() const { return chosen; }
 
     /// Takes over the list of all windows, in the order in which they opened. `areShown`: the list

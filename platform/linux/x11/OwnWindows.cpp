@@ -166,8 +166,8 @@ private:
         return nullptr;
     }
 
-    /// Not by Qt's flag for it: a widget that has it changed before it is shown gets another
-    /// window.
+    /// Asks the window manager itself: when Qt's flag for it changes before a widget is shown, the
+    /// widget gets another window.
     void askManager(xcb_window_t window, bool isShown, bool isTopMost) {
         xcb_connection_t* const connection = qtX11Connection();
         const X11Atoms& atoms = client.atoms();

@@ -17,7 +17,7 @@
 
 namespace {
 
-/// Served in one go, so that a storm of events does not hold up everything else.
+/// The most events that are served in one go, so that a storm of them does not hold up the rest.
 constexpr int eventsAtOnce = 500;
 
 struct Freed {
@@ -81,8 +81,8 @@ class X11Connection : public std::enable_shared_from_this<X11Connection> {
 public:
     using Answered = Event<const void*>;
 
-    /// The one that is there, for as long as a client holds it and its server lives; else a new
-    /// one.
+    /// The connection that is there, for as long as a client holds it and its server lives; else a
+    /// new one.
     [[nodiscard]] static std::shared_ptr<X11Connection> shared() {
         static std::weak_ptr<X11Connection> known;
         std::shared_ptr<X11Connection> connection = known.lock();

@@ -24,7 +24,7 @@ struct X11Atoms {
     xcb_atom_t netClientList = 0;
     xcb_atom_t netCurrentDesktop = 0;
     xcb_atom_t netSupportingWmCheck = 0;
-    /// That of the screen that DISPLAY names.
+    /// The name of the tray of the screen that DISPLAY names.
     xcb_atom_t netSystemTray = 0;
     xcb_atom_t netWmIconName = 0;
     xcb_atom_t netWmName = 0;
@@ -48,8 +48,8 @@ public:
 
     /// Whether the window has this property at all, of whatever type.
     [[nodiscard]] bool isSet() const;
-    /// The bytes of a text; nothing where the property is no text. Of one longer than 64 KiB the
-    /// beginning.
+    /// The bytes of a text; nothing where the property is no text. A text longer than 64 KiB is
+    /// cut.
     [[nodiscard]] std::optional<std::string_view> text() const;
     /// Windows, atoms or numbers; empty where the property holds none.
     [[nodiscard]] std::vector<std::uint32_t> numbers() const;
@@ -112,9 +112,9 @@ public:
 
     /// Whether there is a server, and it is still there.
     [[nodiscard]] bool isConnected() const;
-    /// To send requests over; valid, if useless, without a server too.
+    /// The connection over which requests are sent; valid, if useless, without a server too.
     [[nodiscard]] xcb_connection_t* handle() const;
-    /// Valid as long as this client.
+    /// The numbers of the names; valid as long as this client.
     [[nodiscard]] const X11Atoms& atoms() const;
     /// The root window of the screen that DISPLAY names; 0 without a server.
     [[nodiscard]] xcb_window_t root() const;
@@ -133,13 +133,13 @@ public:
     /// there; at most for `longestWait`.
     void await();
 
-    /// Which events of a window this client needs; 0 for none any more.
+    /// Selects the events of a window that this client needs; 0 for none any more.
     void select(xcb_window_t window, std::uint32_t events);
     /// Whether the server takes some 100 KB of requests without blocking the sender.
     [[nodiscard]] bool canWrite() const;
     /// The same, and waits for it at most for `longestWait`.
     [[nodiscard]] bool waitUntilWritable() const;
-    /// To be called after the last of some requests, unless in the course of an event or an answer.
+    /// Call it after the last of some requests, unless in the course of an event or an answer.
     void flush();
 
 private:

@@ -31,7 +31,7 @@ void writeProperties(X11Client& client, xcb_window_t window, std::string_view te
     const std::string_view whole = text.substr(0, text.find('\0'));
     const std::string characters = userText::shown(userText::beginning(whole, longestTitle));
     const std::string_view utf8 = codePage::cutUtf8(characters, longestTitle);
-    // First, so that whoever sees the title sees who wrote it.
+    // This comes first, so that whoever sees the title sees who wrote it.
     write(atoms.cobweaveTitle, atoms.utf8String, utf8);
     write(atoms.netWmName, atoms.utf8String, utf8);
     write(atoms.netWmIconName, atoms.utf8String, utf8);
