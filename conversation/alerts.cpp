@@ -19,7 +19,7 @@ namespace {
 constexpr std::string_view alertColor = "ff";
 constexpr std::string_view noEffects;
 
-/// What is kept of a text, as a contact's last words.
+/// The most bytes of a text that are kept as a contact's last words.
 constexpr std::size_t mostBytes = 65536;
 
 bool isOn(Conversation& conversation, const options::Switch& option) {
@@ -112,6 +112,8 @@ void alerts::closeWindow(std::string_view chunk, Conversation& conversation) {
 void alerts::offline(std::string_view chunk, Conversation& conversation) {
     if (!isOn(conversation, options::alertoffline)) return;
     constexpr std::string_view gone = " is now offline.";
+    // The toast shows the address alone. The log entry takes all up to the next blank: where
+    // several commands came in one read, the address there has the next command's name behind it.
     if (const auto contact = word(firstLine(chunk), 1)) {
         showPopup(conversation, std::string(*contact).append(gone));
     }

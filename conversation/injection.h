@@ -33,7 +33,7 @@ inline constexpr char boldCode = '\x02';
 [[nodiscard]] std::string boldName(std::string_view name, Conversation& conversation);
 
 /// `command` with its payload length one higher, or one lower; nothing where that is no number of
-/// 16 bits.
+/// 16 bits. The program itself calls neither: they complete the interface.
 [[nodiscard]] std::optional<std::string> add1(std::string_view command);
 [[nodiscard]] std::optional<std::string> minus1(std::string_view command);
 

@@ -18,7 +18,7 @@ namespace {
 
 /// Above this declared length a message stays as it was typed.
 constexpr std::int32_t longest = 1640;
-/// Above this one the token of the uptime does.
+/// Above this length the token of the uptime stays too.
 constexpr std::int32_t longestForUptime = 1600;
 
 /// Positions in a text have 16 bits.

@@ -24,7 +24,8 @@ namespace messageTools {
 /// Whether line 2 begins with "Content-Type: text", in any case of letters. Typing notices and
 /// invitations are text too.
 [[nodiscard]] Answer IsTextMessage(std::string_view message);
-/// Whether line 3 begins with "TypingUser:", in any case of letters.
+/// Whether line 3 begins with "TypingUser:", in any case of letters. The program itself does not
+/// call it: it completes the set.
 [[nodiscard]] Answer IsTypingMessage(std::string_view message);
 /// Line 5, whole.
 [[nodiscard]] std::optional<std::string_view> FirstBodyLine(std::string_view message);

@@ -22,7 +22,9 @@ struct Brackets {
           postfix(textOf(settings, options::tspostfix).substr(0, 1)) {}
 };
 
-/// `message` with its length made longer by the time and `others` characters.
+/// `message` with its length made longer by the time and `others` characters. The text asks the
+/// clock again: where that time is a character longer, the caller, who measures the message,
+/// corrects the length.
 std::optional<std::string> lengthened(std::string_view message, std::int64_t others, Clock& clock) {
     return messageTools::withLengthChanged(message, std::int64_t(clock.timeText().size()) + others);
 }

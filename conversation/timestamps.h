@@ -11,10 +11,10 @@ class SettingsStore;
 /// is provisional. They return nothing when that length, before or after, is no number of 16 bits.
 namespace timestamps {
 
-/// As plain text.
+/// The time as plain text.
 [[nodiscard]] std::optional<std::string> StampPlain(std::string_view message,
                                                     SettingsStore& settings, Clock& clock);
-/// With the formatting codes of the Messenger Plus add-on: coloured and bold.
+/// The time with the formatting codes of the Messenger Plus add-on: coloured and bold.
 [[nodiscard]] std::optional<std::string> StampFormatted(std::string_view message,
                                                         SettingsStore& settings, Clock& clock);
 

@@ -28,12 +28,12 @@ public:
 
     /// The user wants a title of their own.
     [[nodiscard]] bool renaming() const { return Check1; }
-    /// That title.
+    /// The title that the user wants.
     [[nodiscard]] const std::string& renameText() const { return Text1; }
 
     /// Writes a title at once, if the user wants to see progress there.
     void setwindowcaption(std::string_view newcaption);
-    /// The same with the title that the window has while no sign-in is under way.
+    /// Writes, on the same condition, the title that the window has while no sign-in is under way.
     void restore();
 
     /// Ticks or clears the check box; a change counts as a click on it.

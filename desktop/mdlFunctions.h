@@ -52,12 +52,12 @@ void SetWindowOpacity(WindowHandle window, std::int16_t& percentage, OwnWindows&
 
 /// A status that a user can sign in with.
 struct Status {
-    /// As users call it.
+    /// The name that users know.
     std::string_view name;
-    /// As the protocol does.
+    /// The name that the protocol has for it.
     std::string_view code;
 };
-/// All of them, in the order in which they are offered.
+/// All statuses, in the order in which they are offered.
 inline constexpr std::array<Status, 7> statuses{{{"Online", "NLN"},
                                                  {"Busy", "BSY"},
                                                  {"Be Right Back", "BRB"},
@@ -66,7 +66,7 @@ inline constexpr std::array<Status, 7> statuses{{{"Online", "NLN"},
                                                  {"Out To Lunch", "LUN"},
                                                  {"Appear Offline", "HDN"}}};
 
-/// Whether it is the name of one of them.
+/// Whether `text` is the name of a status.
 [[nodiscard]] bool isStatusName(std::string_view text);
 
 /// The protocol's code of a status as users call it; "NLN" for any other word.
@@ -76,13 +76,13 @@ inline constexpr std::array<Status, 7> statuses{{{"Online", "NLN"},
 // into "%20", in the caller's variable; nothing else is escaped. It abandons the step when no
 // browser can be started.
 
-/// Pages on the web.
+/// Searches for pages.
 void SearchGoogle(std::string& text, Browser& browser);
-/// The meaning of a word.
+/// Searches for the meaning of a word.
 void SearchDictionary(std::string& text, Browser& browser);
-/// Words of the same meaning.
+/// Searches for words of the same meaning.
 void SearchThesaurus(std::string& text, Browser& browser);
-/// What an abbreviation is short for.
+/// Searches for what an abbreviation is short for.
 void SearchAcronym(std::string& text, Browser& browser);
 
 /// Whether the Messenger Plus add-on is installed for this user, now.

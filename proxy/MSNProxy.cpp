@@ -189,7 +189,8 @@ bool MSNProxy::isOver(int lost) const {
            Winsock1[serverSide]->State() != SocketState::Connecting;
 }
 
-/// By the bytes of the request, which may name a port that no connection is tried to.
+/// Names the server by the bytes of the request, whose port may be one that no connection is tried
+/// to.
 void MSNProxy::reportUnreachable() {
     const auto high = code(socksReplyTail, 1);
     const auto low = code(socksReplyTail, 2);
@@ -232,7 +233,7 @@ void MSNProxy::Winsock1_DataArrival(int Index) {
     }
 }
 
-/// Whether a chunk may be anything but a command. What is none is sent on from where it was
+/// Whether a chunk may be anything but a command. A chunk that is none is sent on from where it was
 /// received.
 bool MSNProxy::isForeign(std::string_view chunk) {
     return beginsLikeForeignFrame(chunk) || chunk.starts_with(connectRequest) ||
@@ -244,12 +245,12 @@ bool MSNProxy::isForeign(std::string_view chunk) {
 bool MSNProxy::takesForeignFrames(Stream& stream) {
     std::string_view rest = stream.receiveBuffer;
     const bool ends = takesFrames(stream, rest);
-    // Once and not frame by frame, which would cost the square of what one read can hold.
+    // Erasing frame by frame would cost the square of what one read can hold.
     stream.receiveBuffer.erase(0, stream.receiveBuffer.size() - rest.size());
     return ends;
 }
 
-/// The same for `rest`, which is the buffer.
+/// Does the same to `rest`, a view of the buffer.
 bool MSNProxy::takesFrames(Stream& stream, std::string_view& rest) {
     while (beginsLikeForeignFrame(rest)) {
         if (!stream.frameWaiting) {

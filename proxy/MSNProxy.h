@@ -33,7 +33,7 @@ public:
     /// The connection is over, and so is the use of this instance.
     Event<> FreePort;
 
-    /// Not connected yet. What `host` names outlives the instance.
+    /// An instance that is not connected yet. What `host` names outlives it.
     explicit MSNProxy(ProxyHost& host);
 
     /// Whether somebody who says this first, in one read, is a client: it asks for a connection,
@@ -45,14 +45,15 @@ public:
     /// Gives the instance its number.
     void SetFormID(std::int16_t FormIDStart) { connection.formID = FormIDStart; }
 
-    /// `ThePort` as two characters, most significant first. Abandons the step below 0 and
-    /// above 65,535.
+    /// `ThePort` as two characters, most significant first. Abandons the step below 0 and above
+    /// 65,535. The program itself does not call it: it completes the interface.
     [[nodiscard]] static std::string IntegerToBase256(std::int32_t ThePort);
 
     /// Asks the server for a nick name, percent-encoded, in the client's dialect. Abandons the step
     /// when the server is gone.
     void ChangeNick(std::string_view strcommand);
-    /// Asks the server for a status, by its code. Abandons the step when the server is gone.
+    /// Asks the server for a status, by its code. Abandons the step when the server is gone. The
+    /// program itself does not call it: it completes the interface.
     void ChangeStatus(std::string_view strstatus);
 
     /// Ends the connection: the sockets close at once and nothing ticks any more.

@@ -9,7 +9,7 @@ constexpr std::size_t lowWaterMark = SendQueues::highWaterMark / 2;
 }  // namespace
 
 void SendQueues::Direction::nowWaits(std::size_t bytes) {
-    // What nearly all chunks come to: nothing has to wait.
+    // For nearly all chunks nothing has to wait.
     if (bytes == 0 && waiting == 0) return;
     if (waiting == 0) all.directions.insert(this);
     all.sum += bytes - waiting;
@@ -27,7 +27,7 @@ void SendQueues::Direction::nowWaits(std::size_t bytes) {
 void SendQueues::Direction::pause() { source.SetReading(!isFull && !isLargest); }
 
 void SendQueues::balance() {
-    // Nearly always.
+    // Nearly always there is room.
     if (sum <= most && !isPausing) return;
     isPausing = sum > most;
     Direction* largest = nullptr;

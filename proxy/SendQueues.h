@@ -14,10 +14,10 @@
 class SendQueues {
 public:
     static constexpr std::size_t mebibyte = std::size_t{1024} * 1024;
-    /// What may wait one way of one connection: so little that its memory stays in the cache.
-    /// With 8 MiB, 7 % less got through a second.
+    /// The most that may wait one way of one connection: so little that its memory stays in the
+    /// cache. With 8 MiB, 7 % less got through a second.
     static constexpr std::size_t highWaterMark = mebibyte / 4;
-    /// What may wait in all.
+    /// The most that may wait in all.
     static constexpr std::size_t mostInAll = 256 * mebibyte;
 
     /// At most `most` bytes are to wait in all.
@@ -37,7 +37,7 @@ public:
         Direction(const Direction&) = delete;
         Direction& operator=(const Direction&) = delete;
 
-        /// So many bytes wait now.
+        /// Takes notice that so many bytes wait now.
         void nowWaits(std::size_t bytes);
 
     private:
@@ -48,9 +48,9 @@ public:
         SendQueues& all;
         Winsock& source;
         std::size_t waiting = 0;
-        /// It has too much.
+        /// This direction has too much.
         bool isFull = false;
-        /// All together have too much, and it has the most.
+        /// All together have too much, and this one has the most.
         bool isLargest = false;
     };
 
@@ -61,6 +61,6 @@ private:
     std::size_t sum = 0;
     /// All together had too much when it was last looked at, so directions are paused for that.
     bool isPausing = false;
-    /// Those that have something waiting.
+    /// The directions that have something waiting.
     std::set<Direction*> directions;
 };

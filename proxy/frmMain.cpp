@@ -47,7 +47,7 @@ frmMain::Start frmMain::Load() {
     ChangeSong->enable(songInterval);
     if (const auto trouble = Winsock1->Listen(listeningPort)) {
         if (trouble->number == SocketTrouble::addressInUse) {
-            // Before the box, which waits for its answer.
+            // The line comes before the box, which waits for its answer.
             this->trouble("port " + std::to_string(listeningPort) + " is taken; \"" +
                           trouble->question + "\" says by which program");
             messageBox.critical("Please do not run multiple instances of Cobweave."sv);
@@ -57,6 +57,8 @@ frmMain::Start frmMain::Load() {
         messageBox.critical("Error: " + trouble->description);
         return Start::NotListening;
     }
+    // Each OK of the options saves this switch, be it on or off: without a value none was pressed
+    // yet.
     if (!isSet(services.settings, options::useristyping)) windows.showFirstRun();
     return Start::Listening;
 }
@@ -116,7 +118,7 @@ void frmMain::MSNProxy1_FreePort(std::int16_t Index) {
     windows.changetraycaption(caption);
 }
 
-/// Once for each server: a client tries again and again.
+/// Reports each server once: a client tries again and again.
 void frmMain::MSNProxy1_unreachable(std::string_view server) {
     constexpr std::size_t most = 64;
     if (std::ranges::find(unreachableServers, server) != unreachableServers.end()) return;
@@ -130,6 +132,8 @@ void frmMain::ChangeSong_Timer() {
     ChangeSong->rest();
     currentSong = winamp::CurrentSong(services.player);
     if (currentSong == lastSong) return;
+    // Asked again: a song that begins between the two answers counts as known, and the nick name
+    // keeps the one before until the next change.
     lastSong = winamp::CurrentSong(services.player);
     if (!values.winampOn) return;
     std::string nick =

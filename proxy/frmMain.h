@@ -20,7 +20,7 @@ class MessageBox;
 /// the whole process. It is never shown and lives until the process ends.
 class frmMain final : private ProgramActions {
 public:
-    /// Where clients find the proxy, on all addresses of the machine.
+    /// The port where clients find the proxy, on all addresses of the machine.
     static constexpr std::uint16_t listeningPort = 1090;
 
     /// How the start ended.
@@ -33,9 +33,9 @@ public:
     /// What all connections share.
     ProcessValues values;
 
-    /// To be connected before `Load`.
+    /// The windows, which are connected before `Load`.
     ProgramWindows windows;
-    /// Something that the user has to do something about, in one line.
+    /// Something is wrong that the user can mend; one line says what.
     Event<std::string_view> trouble;
     /// Ends the process at once with status 0. Does not return.
     Event<> endProcess;

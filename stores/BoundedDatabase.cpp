@@ -146,7 +146,7 @@ SettingsTrouble BoundedDatabase::trouble() const {
 }
 
 std::string BoundedDatabase::textOf(const Statement& row, int column) {
-    // As text, since another program may have made a file that keeps it as UTF-16.
+    // It is read as text, since another program may have made a file that keeps it as UTF-16.
     const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(row.get(), column));
     const auto size = static_cast<std::size_t>(sqlite3_column_bytes(row.get(), column));
     if (text == nullptr) return {};

@@ -14,7 +14,7 @@ struct sqlite3_stmt;
 
 /// Why the file of the settings cannot be used as asked.
 struct SettingsTrouble {
-    /// Of what sort it is.
+    /// The kind of trouble.
     enum class Kind {
         Damaged,   ///< its content makes no sense
         Locked,    ///< another program keeps it for itself
@@ -31,8 +31,8 @@ public:
     /// A clock.
     using Now = std::chrono::steady_clock::time_point (*)();
 
-    /// In all, within each `window` of the time that `now` gives. It is longer than an ordinary
-    /// commit takes, and short enough not to be noticed in a conversation.
+    /// The longest wait in all, within each `window` of the time that `now` gives. It is longer
+    /// than an ordinary commit takes, and short enough not to be noticed in a conversation.
     static constexpr std::chrono::milliseconds most{250};
     static constexpr std::chrono::seconds window{10};
 
@@ -63,12 +63,12 @@ public:
     /// The longest value that SQLite reads or makes.
     static constexpr std::size_t mostBytes = std::size_t{32} << 20U;
 
-    /// Nothing where all went well.
+    /// What went wrong; nothing where all went well.
     using Trouble = std::optional<SettingsTrouble>;
-    /// Has to end before the file is opened again or closed.
+    /// A statement has to end before the file is opened again or closed.
     using Statement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
-    /// Closed at first; `now` gives the time that patience counts in.
+    /// The file is closed at first; `now` gives the time that patience counts in.
     explicit BoundedDatabase(LockPatience::Now now) : patience(now) {}
     BoundedDatabase(const BoundedDatabase&) = delete;
     BoundedDatabase& operator=(const BoundedDatabase&) = delete;
@@ -79,7 +79,7 @@ public:
     void close() { database.reset(); }
     /// True also after an opening that failed, so that `trouble` can say why.
     [[nodiscard]] bool isOpen() const { return database != nullptr; }
-    /// For what SQLite is asked by other calls than these; null when it is closed.
+    /// SQLite's handle, for calls that are not among these; null when the file is closed.
     [[nodiscard]] sqlite3* handle() const { return database.get(); }
 
     /// Counts the processor's time anew: SQLite has a quarter of a second until this is called
@@ -97,12 +97,13 @@ public:
     /// What the call that has just failed came to.
     [[nodiscard]] SettingsTrouble trouble() const;
 
-    /// One byte a character, whatever the file has it in; UTF-8 where the code page lacks one.
+    /// The text in a column: one byte a character, whatever the file has it in; UTF-8 where the
+    /// code page lacks one.
     [[nodiscard]] static std::string textOf(const Statement& row, int column);
     /// Has the parameter of that number, from 1, stand for `bytes`.
     static void bindText(const Statement& statement, int position, std::string_view bytes);
 
-    /// While it lives, locks are not waited for.
+    /// While a `Hurry` lives, locks are not waited for.
     class Hurry {
     public:
         /// `database` outlives it.

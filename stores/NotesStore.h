@@ -18,7 +18,7 @@
 /// all.
 class NotesStore {
 public:
-    /// A note was added at the end. For a window that shows them.
+    /// A note was added at the end: a window that shows the notes follows.
     Event<> added;
 
     /// `onTrouble` takes one text for the user of a save that failed and what becomes of the notes.

@@ -30,7 +30,7 @@ constexpr const char* selectAll =
 
 constexpr const char* typeOfSettings = "SELECT type FROM sqlite_schema WHERE name = 'settings'";
 
-/// What is read in all. Both are twice what the program ever writes.
+/// The most that is read in all. Both are twice what the program ever writes.
 constexpr std::size_t mostBytes = std::size_t{32} << 20U;
 constexpr std::size_t mostRows = 65536;
 
@@ -116,7 +116,7 @@ std::optional<SettingsTrouble> SettingsFile::connect() {
 }
 
 std::optional<SettingsTrouble> SettingsFile::prepareFile() {
-    // Before anything is in it.
+    // This comes before anything is in the file.
     makePrivate(realPath);
     database.beginWork();
     auto found = database.run(createTable);
@@ -139,14 +139,15 @@ void SettingsFile::close() {
 }
 
 bool SettingsFile::mayHaveChanged() {
-    // Ahead of the stamps, even while they count as changing: what comes later is for the next
-    // call.
+    // The watch is asked ahead of the stamps, even while they count as changing: what comes later
+    // is for the next call.
     const bool isWatchQuiet = watch != nullptr && !watch->mayHaveChanged();
     if (isStill && isWatchQuiet) return false;
     const bool inFile = stamp.mayHaveChanged();
     const bool inLog = hasLog && logStamp.mayHaveChanged();
     isStill = !inFile && !inLog;
-    // Not while the file still changes: to begin a watch and to end it takes the system some time.
+    // No watch begins while the file still changes: beginning one and ending it takes the system
+    // some time.
     if (isStill && watch == nullptr && path.native() == realPath.native()) {
         watch = watchFile(realPath, withEnding(realPath, "-wal"));
     }
@@ -260,7 +261,7 @@ void SettingsFile::beginLog() {
     // A view or the like that somebody else made under this name stays as it is.
     isOurs = !database.ask(typeOfSettings, type) && type == "table";
     if (!hasLog && !isLogRefused && isOurs) {
-        // Not while others are at work in the file; they are not waited for either.
+        // No log begins while others are at work in the file; they are not waited for either.
         const BoundedDatabase::Hurry hurry(database);
         std::string mode;
         auto found = database.ask("PRAGMA journal_mode = WAL", mode);

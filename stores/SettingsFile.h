@@ -127,15 +127,16 @@ private:
     std::filesystem::path realPath;
     FileStamp stamp;
     FileStamp logStamp;
-    /// None before the stamps stood still, nor where links lead to the file, which may change too.
+    /// There is none before the stamps stood still, nor where links lead to the file, which may
+    /// change too.
     std::unique_ptr<FileWatch> watch;
     /// The stamps stood still at the last call, so they need no look until the watch sees a change.
     bool isStill = false;
     BoundedDatabase::Statement versionQuery;
     bool hasLog = false;
-    /// It has a table that we, or somebody for us, made.
+    /// The file has a table that we, or somebody for us, made.
     bool isOurs = false;
-    /// The folder does not allow one.
+    /// The folder does not allow a log.
     bool isLogRefused = false;
     int pagesInLog = 0;
     Looks known;

@@ -9,11 +9,11 @@
 
 namespace {
 
-/// Soon enough for "within a second after the lock".
+/// Short enough for what a lock kept from the file to be there within a second after it.
 constexpr std::chrono::milliseconds maintenanceInterval{500};
 /// Long enough for a lively conversation to cost two syncs of the disk in all that time.
 constexpr int roundsUntilSettled = 10;
-/// How long a file is left alone that took too long.
+/// How long a file that took too long is left alone.
 constexpr std::chrono::seconds rest{10};
 
 /// The first free name of the form "settings.db.damaged-1".
@@ -111,7 +111,7 @@ void SettingsStore::WriteSetting(std::string_view section, std::string_view key,
     }
 }
 
-/// What a read needs of `refresh`.
+/// Refreshes as far as a read needs it.
 void SettingsStore::refreshForRead() {
     if (look == Look::None) return;
     if (look == Look::Next) look = Look::None;

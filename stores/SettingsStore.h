@@ -23,7 +23,7 @@ class Speakers {
 public:
     /// The contact has spoken; `bytes` is what is kept of that, the name included.
     void note(const std::string& contact, std::size_t bytes);
-    /// More is kept than there is to be.
+    /// Whether more is kept than may be.
     [[nodiscard]] bool areTooMany() const;
     /// Takes out the one who spoke longest ago.
     [[nodiscard]] std::string takeOldest();
@@ -70,8 +70,8 @@ public:
     /// happens with a later read or write, or at the end.
     void maintain(EventLoop& loop);
 
-    /// For the length of an event that reads several settings: the file is looked at with the
-    /// first of them only. To end before the event gives the loop a turn.
+    /// Lives as long as an event that reads several settings: only the first read looks at the
+    /// file. It has to end before the event gives the loop a turn.
     class OneLook {
     public:
         explicit OneLook(SettingsStore& store)

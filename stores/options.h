@@ -64,7 +64,7 @@ inline constexpr Text tspostfix{
     "tspostfix", "",
     "the character behind that time; with the Messenger Plus add-on `]` while one of the two is "
     "missing"};
-/// Both of them, where one is missing: a pair belongs together.
+/// The brackets that count where one of the two is missing: a pair belongs together.
 inline constexpr const char* usualPrefix = "[";
 inline constexpr const char* usualPostfix = "]";
 inline constexpr Text tscolor{"tscolor", "red",
@@ -97,7 +97,7 @@ inline constexpr Switch messengerwindow{"messengerwindow", oneZero, false,
 inline constexpr Switch windowrename{"windowrename", oneZero, false,
                                      "`1` gives that window a title of your own"};
 inline constexpr Text windowrenamecaption{"windowrenamecaption", "", "that title"};
-/// Stands for the title until the setting is read.
+/// The title until the setting is read.
 inline constexpr const char* captionToEnter = "Enter Window Caption...";
 
 /// Whether anything was ever saved under the key.

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// In twips.
+/// The greatest height of a button, in twips.
 constexpr int greatestHeight = 615;
 
 }  // namespace

@@ -15,7 +15,7 @@
 /// Shows, above all else in a control, that it has the keyboard focus. The mouse goes through.
 class FocusRing : public QWidget {
 public:
-    /// On top of `control`, whose size it has to be given; hidden at first.
+    /// A hidden ring on top of `control`, whose size it has to be given.
     explicit FocusRing(QWidget* control);
 
 protected:
@@ -39,7 +39,7 @@ public:
     /// The property of this name was written and is to be saved with the design.
     Event<std::string_view> PropertyChanged;
 
-    /// With the movie that came with the program, or with one of the caller's choice.
+    /// A button with the movie that came with the program, or with one of the caller's choice.
     explicit FlashButton(QWidget* parent) : FlashButton(parent, folders::movie("button.swf")) {}
     FlashButton(QWidget* parent, const std::filesystem::path& movie);
 

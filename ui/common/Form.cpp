@@ -35,7 +35,7 @@ void Form::fixSize() {
 QRect pixels(const Twips& place) {
     const QRect usual(pixels(place.left), pixels(place.top), pixels(place.width),
                       pixels(place.height));
-    // By its edges, so that those of neighbours do not come to overlap.
+    // Each edge is scaled by itself, so that those of neighbours do not come to overlap.
     const QPoint topLeft(look::scaled(usual.left()), look::scaled(usual.top()));
     const QPoint end(look::scaled(usual.left() + usual.width()),
                      look::scaled(usual.top() + usual.height()));

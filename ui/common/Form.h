@@ -35,10 +35,12 @@ protected:
 template <typename Control>
 class Placed : public Control {
 public:
+    /// A control in `parent`, at `place` of its client area. `name` becomes the object name.
     Placed(QWidget* parent, const char* name, Twips place) : Control(parent) {
         this->setObjectName(name);
         this->setGeometry(pixels(place));
     }
+    /// The same with `caption` as its text.
     Placed(QWidget* parent, const char* name, Twips place, const char* caption)
         : Placed(parent, name, place) {
         this->setText(caption);

@@ -24,7 +24,7 @@ PagedForm::PagedForm(const Design& design)
       banner(this, "Banner", {0, 0, design.width, bannerHeight}, design.subject),
       lastPage(design.lastPage) {
     fixSize();
-    // All buttons before all pages: that is also the order of the Tab key.
+    // All buttons come before all pages: that is also the order of the Tab key.
     for (const auto& [index, caption, icon, top] : design.pages) {
         const std::string name = nameOf("UserControl11", index);
         const Twips place{120, top, 2565, 525};
@@ -74,7 +74,7 @@ void PagedForm::paintEvent(QPaintEvent* /*event*/) {
     painter.setBrush(look::page);
     painter.drawRoundedRect(QRectF(Shape1).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
 
-    // Which page it is.
+    // A mark at the button shows which page it is.
     const auto found = UserControl11.find(shownPage);
     if (found == UserControl11.end()) return;
     const QRectF button(found->second.geometry());

@@ -15,11 +15,11 @@ class PagedForm : public Form {
 public:
     /// A page, and the button that shows it.
     struct Page {
-        /// Of the button and of the page, by which code knows both.
+        /// The number by which code knows both the button and the page.
         int index;
         const char* caption;
         Drawing icon;
-        /// Of the button, in twips.
+        /// The upper edge of the button, in twips.
         int top;
     };
     /// What differs between such windows: texts, measures and pages.
@@ -27,10 +27,10 @@ public:
         const char* caption;
         /// The text of the banner.
         const char* subject;
-        /// Of the client area, in twips.
+        /// The size of the client area, in twips.
         int width;
         int height;
-        /// Of all pages.
+        /// The place that all pages share.
         Twips frame;
         std::span<const Page> pages;
         /// The highest index that there may be; not every one up to it is a page.

@@ -112,7 +112,7 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option,
 
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                           const QWidget* widget) const {
-    // Around the caption, as a switch has it.
+    // The ring is around the caption, as a switch has it.
     if (element == PE_FrameFocusRect && qobject_cast<const QAbstractButton*>(widget) != nullptr) {
         painter->save();
         look::paintFocusRing(*painter, QRectF(option->rect));
@@ -123,8 +123,8 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
         QProxyStyle::drawPrimitive(element, option, painter, widget);
         return;
     }
-    // By areas: of lines along the edges Fusion's way, half is outside of the box, and at a scale
-    // of 1.25 nothing of the other half is left.
+    // The frame is four filled areas. Fusion draws lines along the edges: half of each is outside
+    // of the box, and at a scale of 1.25 nothing of the other half is left.
     const QRect place = option->rect;
     QRect top = place;
     QRect left = place;

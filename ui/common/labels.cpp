@@ -22,9 +22,9 @@ constexpr std::size_t mostShown = 2000;
 
 void setTip(QWidget& widget, const QString& lines) {
     if (lines.isEmpty()) return;
-    // As a paragraph, which is wrapped.
+    // A paragraph is wrapped.
     widget.setToolTip("<p>" + lines.toHtmlEscaped().replace('\n', "<br>") + "</p>");
-    // Which assistive programs would read out with its marks.
+    // Assistive programs would read out the tool-tip with its marks.
     widget.setAccessibleDescription(lines);
 }
 

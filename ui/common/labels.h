@@ -74,7 +74,7 @@ class PageTitle : public QWidget {
 public:
     explicit PageTitle(QWidget* parent);
 
-    /// Sets both; the subject is also the name for assistive programs.
+    /// Sets subject and picture; the subject is also the name for assistive programs.
     void setSubject(const QString& newSubject, Drawing newDrawing);
 
 protected:

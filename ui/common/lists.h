@@ -6,9 +6,9 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 
-/// The rows of all lists: of one height, as wide as the list, and framed for the keyboard only when
-/// they are selected too. A list that gets the focus makes its first row the current one, and a
-/// frame would make it look chosen.
+/// Draws the rows of all lists: they have one height, are as wide as the list, and have a frame for
+/// the keyboard only when they are selected too. A list that gets the focus makes its first row the
+/// current one, and a frame would make it look chosen.
 class RowDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;

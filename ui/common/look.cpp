@@ -41,7 +41,7 @@ QIcon readIcon() {
     return icon;
 }
 
-/// The same, read when somebody first wants to see it.
+/// The icon, read when somebody first wants to see it.
 class LateIcon final : public QIconEngine {
 public:
     void paint(QPainter* painter, const QRect& place, QIcon::Mode mode,
@@ -83,7 +83,7 @@ protected:
 
 QObject* firstWidget = nullptr;
 
-/// Of our letters, in pixels: eight points. The places of the controls are made for it.
+/// The size of our letters in pixels: eight points. The places of the controls are made for it.
 constexpr int letterSize = 11;
 /// What the largest of our windows takes of a screen, in pixels of the design, with its frame.
 constexpr QSize largestWindow{580, 480};

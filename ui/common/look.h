@@ -10,10 +10,10 @@ class QSize;
 /// How all windows of the program look: colours, font and spacing, in one place.
 namespace look {
 
-/// What is written, and what of it can be clicked.
+/// Text, and text that can be clicked.
 inline const QColor text{0, 0, 64};
 inline const QColor link{31, 51, 107};
-/// What is read and edited is on this.
+/// The ground of what is read and edited.
 inline const QColor page{255, 255, 255};
 /// The ground of a window around its pages.
 inline const QColor window{238, 243, 249};
@@ -32,18 +32,18 @@ inline const QColor mark{84, 112, 148};
 /// The second colour of pictures.
 inline const QColor warm{214, 131, 31};
 
-/// Between controls, and at the edge of a window, in pixels.
+/// The space between controls and at the edge of a window, in pixels.
 inline constexpr int gap = 8;
 
-/// Sets style, colours, font and icon for the whole program. To be called once, with a
-/// `QApplication`. What takes long of it, looking at fonts and pictures, waits for `beforeWindows`
-/// and for the first use of the icon, so that a start is served first.
+/// Sets style, colours, font and icon for the whole program. Call it once, with a `QApplication`.
+/// The slow part, looking at fonts and pictures, waits for `beforeWindows` and for the first use of
+/// the icon, so that a start is served first.
 void apply();
 
 /// How many times as large as they are designed all windows are, from 1 to 2, so that their letters
 /// are as large as the desktop's.
 [[nodiscard]] double letterScale();
-/// This many pixels of the design, at that scale.
+/// So many pixels of the design in pixels at that scale.
 [[nodiscard]] int scaled(int pixels);
 /// Takes the scale from this font, as `apply` does from the desktop's, and sets the program's own
 /// by it. On a screen that is too small for windows of that scale it is less.
@@ -53,8 +53,7 @@ void followLetters(const QFont& desktop, const QSize& screen);
 /// `width` pixels.
 void narrowTo(QFont& font, const QString& text, int width);
 
-/// To be called before a window of ours is made, and as often as that. For boxes and menus of Qt's
-/// it happens by itself.
+/// Call it before each window of ours is made. For boxes and menus of Qt's it happens by itself.
 void beforeWindows();
 
 /// The ground of banners and toasts: white at the top that becomes blue.

@@ -9,14 +9,14 @@ class QWidget;
 /// without a meaning.
 namespace roles {
 
-/// To be called once, with a `QApplication`.
+/// Call it once, with a `QApplication`.
 void apply();
 
-/// Makes a widget one of this role.
+/// Gives a widget this role.
 void set(QObject& widget, QAccessible::Role role);
 
-/// Makes a widget one that says nothing which another one does not say: assistive programs take it
-/// for invisible, and leave it out.
+/// Marks a widget that only decorates or repeats another one: assistive programs take it for
+/// invisible, and leave it out.
 void decorate(QWidget& widget);
 
 }  // namespace roles

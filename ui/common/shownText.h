@@ -16,8 +16,8 @@
 /// lay out than a long one.
 constexpr std::size_t longestShownLine = 4096;
 
-/// The same in one line: line breaks are blanks. Of a text that is longer than any window is wide
-/// only the beginning.
+/// The same in one line: line breaks are blanks. A text that is longer than any window is wide is
+/// cut.
 [[nodiscard]] QString shownLine(std::string_view bytes);
 
 /// The content of a text box in which `bytes` are edited. A box has one kind of line break only, so

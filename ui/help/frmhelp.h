@@ -10,7 +10,7 @@
 /// The window that explains what can be typed into a conversation. No setting changes it.
 class frmhelp final : public PagedForm {
 public:
-    /// On its first page, hidden.
+    /// A hidden window that shows its first page.
     frmhelp();
 
 protected:

@@ -20,7 +20,7 @@ void paintBrackets(QPainter& painter);
 /// A sheet with a folded corner.
 void paintPaper(QPainter& painter);
 
-/// Before a remark.
+/// A bullet before a remark.
 void paintBullet(QPainter& painter);
 
 }  // namespace helpPictures

@@ -9,14 +9,14 @@
 /// The texts of the help window.
 namespace helpTexts {
 
-/// Its size, and its pages with their buttons.
+/// The window's size, and its pages with their buttons.
 extern const PagedForm::Design window;
 
 /// What one page says, apart from the message constants.
 struct PageText {
-    /// Of the page.
+    /// The number of the page.
     int index;
-    /// In the band at its top.
+    /// The text in the band at the top of the page.
     const char* title;
     std::span<const Caption> captions;
 };

@@ -24,7 +24,8 @@ public:
 
     using Hinted::Hinted;
 
-    /// -1 when no entry is selected. The current one, which has the focus frame, may not be.
+    /// The row of the selected entry; -1 without one. The current entry, which has the focus frame,
+    /// need not be selected.
     [[nodiscard]] int selectedRow() const;
 
 protected:

@@ -37,7 +37,7 @@ bool clspopups::popup(std::string_view text) {
         ++slot;
     if (slot > last) return false;
     if (slot < toastPlaces::slots) show(static_cast<std::size_t>(slot), text);
-    // Also when no place was free.
+    // The window gets the keyboard back also when no place was free.
     for (int time = 0; time < 2; ++time)
         others.giveFocusBack(lastForeground);
     return true;

@@ -15,11 +15,11 @@ class ForeignWindows;
 /// Shows texts as toasts, each in the lowest place that is free. A text that finds none is lost.
 class clspopups {
 public:
-    /// No toast is shown. All three have to outlive it.
+    /// Shows no toast yet. All three have to outlive it.
     clspopups(EventLoop& loop, OwnWindows& windows, ForeignWindows& others)
         : loop(loop), windows(windows), others(others) {}
 
-    /// Shows a text for a while. Also true with all places taken, where nothing is shown; false
+    /// Shows a text for a while. True also when all places are taken and nothing is shown; false
     /// only on a screen too low to have as many places.
     bool popup(std::string_view text);
 

@@ -63,7 +63,7 @@ frmpopup::frmpopup(EventLoop& loop, OwnWindows& windows)
     roles::set(*this, QAccessible::AlertMessage);
     setAccessibleName(windowTitle());
 
-    // Clear of the link above and of the edge at the right.
+    // The text stays clear of the link above and of the edge at the right.
     Label1.setMargins({0, look::scaled(6), look::scaled(4), 0});
     Label1.setMouseTracking(true);
     Label1.installEventFilter(this);
@@ -74,7 +74,7 @@ frmpopup::frmpopup(EventLoop& loop, OwnWindows& windows)
     Label2.installEventFilter(this);
     QFont underlined = Label2.font();
     underlined.setUnderline(true);
-    // As clear of the edge at the right as the text below.
+    // The link is as clear of the edge at the right as the text below.
     look::narrowTo(underlined, Label2.text(), width() - Label2.x() - look::scaled(6));
     Label2.setFont(underlined);
     QPalette colors = Label2.palette();

@@ -36,15 +36,15 @@ public:
     /// The toast has ended. One of its own events is still running, so destroy it later.
     Event<> unloaded;
 
-    /// Its time begins now, and it fades in by itself. Both outlive the toast.
+    /// The toast's time begins now, and it fades in by itself. `loop` and `windows` outlive it.
     frmpopup(EventLoop& loop, OwnWindows& windows);
     ~frmpopup() override;
 
-    /// The text; what copies it; what closes the toast.
+    /// The text, the link that copies it, and the box that closes the toast.
     Placed<PlainLabel> Label1{this, "Label1", {120, 600, 2550, 975}};
     Placed<QLabel> Label2{this, "Label2", {1350, 390, 1335, 255}, "Copy to Clipboard"};
     Placed<CloseBox> Image1{this, "Image1", {2445, 105, 210, 240}};
-    /// Of its seven seconds, and of its fading in.
+    /// The timers of the toast's seven seconds and of its fading in.
     std::unique_ptr<Timer> Timer1;
     std::unique_ptr<Timer> Timer2;
 
