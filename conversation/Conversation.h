@@ -14,8 +14,8 @@ class Registry;
 class SettingsStore;
 struct ProgramWindows;
 
-/// What belongs to the whole process and not to one connection. In memory only; all connections
-/// read and write it, in the order in which their chunks come.
+/// What belongs to the whole process and not to one connection. It is in memory only; all
+/// connections read and write it, in the order in which their chunks come.
 struct ProcessValues {
     /// Number of the instance that is the notification-server connection; 0 when there is none.
     std::int16_t serverID = 0;

@@ -57,7 +57,8 @@ void expandUptime(std::string& text, Services& services) {
 void expandAll(std::string& text, std::int32_t declared, Conversation& conversation) {
     Services& services = conversation.services;
     const ConnectionRecord& connection = conversation.connection;
-    // Not recursive, yet a later token works on what an earlier one has brought in.
+    // A token does not look again at its own value, yet a later one works on what an earlier one
+    // has brought in.
     expand(text, "<ws>", [&] { return winamp::CurrentSong(services.player); });
     expand(text, "<mn>", [&] { return services.values.nickname; });
     expand(text, "<me>", [&] { return services.values.email; });

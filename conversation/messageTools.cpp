@@ -26,7 +26,7 @@ std::optional<std::string_view> lengthWord(std::string_view message) {
 /// The integer part of the number that `text` is; nothing where it is none, or has more than 32
 /// bits.
 std::optional<std::int32_t> integerPart(std::string_view text) {
-    // As clients and servers write it.
+    // Clients and servers write numbers in this form.
     std::int32_t whole = 0;
     const auto [wholeEnd, wholeError] =
         std::from_chars(text.data(), text.data() + text.size(), whole);

@@ -89,8 +89,8 @@ public:
     virtual void Close() = 0;
 
     /// Sends all of `data`, in order, keeping what the system does not take yet. False when the
-    /// socket is not connected, or is found to be no longer. Without memory for what has to be kept
-    /// the connection is lost, so that no peer gets a text with a hole in it.
+    /// socket is not connected, or is found to be no longer. The connection is lost where there is
+    /// no memory for what has to be kept, so that no peer gets a text with a hole in it.
     [[nodiscard]] virtual bool SendData(std::string_view data) = 0;
     /// What the running `DataArrival` is about: all bytes of one read. Valid until that event
     /// returns or gives the loop a turn.

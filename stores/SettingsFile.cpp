@@ -34,7 +34,7 @@ constexpr const char* typeOfSettings = "SELECT type FROM sqlite_schema WHERE nam
 constexpr std::size_t mostBytes = std::size_t{32} << 20U;
 constexpr std::size_t mostRows = 65536;
 
-/// From so many pages on the log is not left to grow.
+/// The pages from which on the log is not left to grow.
 constexpr int mostPagesInLog = 1000;
 
 /// Makes the folder, for nobody but its user: last words are private.
@@ -75,7 +75,7 @@ SettingsFile::SettingsFile(std::filesystem::path path, LockPatience::Now now)
     : database(now), path(std::move(path)), stamp(this->path), logStamp(this->path) {}
 
 SettingsFile::~SettingsFile() {
-    // So whoever copies the file, or takes it to a place without logs, has all of it.
+    // The log goes, so whoever copies the file, or takes it to a place without logs, has all of it.
     if (isOpen() && hasLog && isOurs && !isReplaced()) {
         const BoundedDatabase::Hurry hurry(database);
         (void)database.run("PRAGMA journal_mode = DELETE");

@@ -54,7 +54,7 @@ inline constexpr std::array<std::string_view, 3> settingsCompanions{"-journal", 
 ///
 /// While it is open, changes go to a write-ahead log beside the file ("-wal", with an index,
 /// "-shm"), which costs fewer waits for the disk. Where the folder does not allow that, they go
-/// into the file itself, each with a journal. At the end the file is alone again.
+/// into the file itself, each with a journal. When this object ends, the file is alone again.
 class SettingsFile {
 public:
     /// How surely a change is kept when `write` returns.

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Short enough for what a lock kept from the file to be there within a second after it.
+/// Short enough to write within a second after a lock what it kept from the file.
 constexpr std::chrono::milliseconds maintenanceInterval{500};
 /// Long enough for a lively conversation to cost two syncs of the disk in all that time.
 constexpr int roundsUntilSettled = 10;

@@ -52,9 +52,9 @@ private:
 /// The small records that many tags share. Each begins and ends at a whole byte.
 [[nodiscard]] Rect readRect(Reader& reader);
 [[nodiscard]] Matrix readMatrix(Reader& reader);
-/// Without alpha the transform leaves alpha as it is.
+/// A transform; without alpha it leaves alpha as it is.
 [[nodiscard]] ColorTransform readColorTransform(Reader& reader, bool withAlpha);
-/// Without alpha the colour is opaque.
+/// A colour; without alpha it is opaque.
 [[nodiscard]] Color readColor(Reader& reader, bool withAlpha);
 /// Passes over a list of filters. Fails at a kind that the format does not know, since its length
 /// is unknown too.

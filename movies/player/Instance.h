@@ -15,7 +15,7 @@ namespace swf {
 struct Instance;
 
 /// What stands on a stage, by depth from back to front. In old files several things may be at one
-/// depth, the newest in front; by the depth the oldest is meant.
+/// depth, the newest in front; a tag that names the depth means the oldest.
 using DisplayList = std::multimap<std::uint16_t, Instance>;
 
 /// Numbers are never used twice while a movie is played; 0 is none.

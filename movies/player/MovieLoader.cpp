@@ -68,8 +68,8 @@ void MovieLoader::begin() {
     head.skip(4);  // the length, which is not always that of the file
     if (file.size() > limits::fileBytes) return;
     if (sign == "CWS") {
-        // At once for all steps, since it takes long to move what has been unpacked; what is not
-        // used costs nothing. No byte unpacks to more than 1032.
+        // Memory is taken at once for all steps, since it takes long to move what has been
+        // unpacked; what is not used costs nothing. No byte unpacks to more than 1032.
         movie->bytes.reserve(std::min(limits::unpackedBytes, file.size() * 1040) +
                              limits::bytesPerStep);
         inflater.emplace(head.rest());
@@ -145,7 +145,7 @@ std::size_t MovieLoader::readTag() {
     } else if (code == Tag::DefineSprite && !spriteTags) {
         const std::uint16_t number = tag.u16();
         tag.skip(2);
-        // Of two characters of one number the first counts; the second is read into nothing.
+        // Where two characters have one number, the first counts; the second is read into nothing.
         sprite = std::get_if<Timeline>(add(number, Timeline()));
         if (sprite == nullptr) sprite = &unused.emplace();
         spriteTags = tag;

@@ -8,8 +8,8 @@
 #include <functional>
 
 /// What may go into one drawing of a movie, so that no movie holds the program up: processor time.
-/// Between things it is measured what was used; whether the next thing still fits is counted, since
-/// a single one may take longer than all that there is. The unit is a nanosecond.
+/// The time that was used is measured between things; whether the next one still fits is counted,
+/// since a single one may take longer than all that there is. The unit is a nanosecond.
 class DrawingBudget {
 public:
     static constexpr double whole = 8e6;

@@ -7,7 +7,7 @@ namespace {
 class SystemChance final : public Chance {
 public:
     [[nodiscard]] float draw() override {
-        // As many bits as a float holds exactly: rounding could give 1 otherwise.
+        // The number has as many bits as a float holds exactly: rounding could give 1 otherwise.
         constexpr unsigned surplusBits = 8;
         constexpr float steps = 1 << 24;
         const auto step = static_cast<std::uint32_t>(generator()) >> surplusBits;

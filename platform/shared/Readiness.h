@@ -8,8 +8,8 @@
 /// Each system has its own way, and this is what all have in common: after a call that there is
 /// something to receive comes another one if `accept` or `receive` has left something; after a call
 /// that more can be sent comes another one, when there is room again, if `send` did not take all.
-/// To a call that was followed by no such operation there may be another one or not. Each call is
-/// an event of its own (platform/shared/runEvent.h).
+/// After a call that led to no such operation there may be another one or not. Each call is an
+/// event of its own (platform/shared/runEvent.h).
 class Readiness {
 public:
     /// What a socket is watched for.

@@ -26,7 +26,7 @@ private:
     template <typename Format>
     static std::string text(Format format) {
         std::array<wchar_t, 256> buffer{};
-        // With the zero at the end; 0 when it fails.
+        // The size counts the zero at the end, and is 0 when the call fails.
         const int size = format(buffer.data(), static_cast<int>(buffer.size()));
         if (size == 0) return {};
         return wideText::toUtf8({buffer.data(), static_cast<std::size_t>(size) - 1});

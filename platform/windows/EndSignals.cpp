@@ -13,7 +13,7 @@ constexpr DWORD timeToEnd = 5000;
 
 BOOL WINAPI handleConsoleEvent(DWORD event) {
     PostMessageW(receiver, WM_CLOSE, 0, 0);
-    // With the return from these the process is over, and its icon would stay behind.
+    // The process is over when this returns from the other events, and its icon would stay behind.
     if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) Sleep(timeToEnd);
     return TRUE;
 }

@@ -23,7 +23,7 @@ public:
 
     void requestMessengerEnd() override {
         // Messenger takes the message with its hidden window, which it has without any other too.
-        // With the address of a number comes the request to sign out.
+        // The address of a number stands for the request to sign out.
         static const short zero = 0;
         const HWND hidden = FindWindowW(L"MSNHiddenWindowClass", nullptr);
         const UINT shutDown = RegisterWindowMessageW(L"TryMsnMsgrShutdown");

@@ -18,7 +18,7 @@ constexpr UINT messageCount = 0x4000;
 
 constexpr long allEvents = FD_READ | FD_WRITE | FD_ACCEPT | FD_CONNECT | FD_CLOSE;
 
-/// Not an event of the system's: the socket is to be looked at.
+/// This is no event of the system's: it asks to look at the socket.
 constexpr WORD look = 0;
 
 SOCKET toSystem(SocketHandle socket) { return static_cast<SOCKET>(socket); }

@@ -43,7 +43,7 @@ void apply();
 /// How many times as large as they are designed all windows are, from 1 to 2, so that their letters
 /// are as large as the desktop's.
 [[nodiscard]] double letterScale();
-/// So many pixels of the design in pixels at that scale.
+/// A length in pixels of the design, as it is at that scale.
 [[nodiscard]] int scaled(int pixels);
 /// Takes the scale from this font, as `apply` does from the desktop's, and sets the program's own
 /// by it. On a screen that is too small for windows of that scale it is less.

@@ -87,7 +87,8 @@ public:
     }
 
 private:
-    /// Once for all changes that have arrived: a player may report each second that it plays.
+    /// Notifies once for all changes that have arrived: a player may report each second that it
+    /// plays.
     void notifyLater() {
         if (std::exchange(isNotificationDue, true)) return;
         QMetaObject::invokeMethod(

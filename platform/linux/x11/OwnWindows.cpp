@@ -128,8 +128,8 @@ public:
         const xcb_atom_t name = client.atoms().netWmWindowOpacity;
         xcb_void_cookie_t change{};
         if (alpha == 0xFF) {
-            // A window without the property is solid. With it, it would not follow an opacity that
-            // the user may have set for all windows in the compositor.
+            // A window without the property is solid. A window with it would not follow an opacity
+            // that the user may have set for all windows in the compositor.
             change = xcb_delete_property_checked(connection, target, name);
         } else {
             const std::uint32_t opacity = alpha * 0x01010101U;

@@ -150,7 +150,7 @@ private:
 
     std::unique_ptr<QSocketNotifier> readiness;
     std::vector<X11Client*> clients;
-    /// In the order in which the server answers.
+    /// The pending requests, in the order in which the server answers.
     std::deque<Request> pending;
     /// Events that were read while something else was waited for.
     std::deque<OwnedEvent> backlog;

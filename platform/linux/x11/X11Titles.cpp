@@ -9,8 +9,8 @@
 
 namespace {
 
-/// Whoever draws a title lays out the whole of it, at each redraw. So much is far more than a
-/// screen can show, and a quarter of what readers commonly ask for at once.
+/// Whoever draws a title lays out the whole of it, at each redraw. This is far more than a screen
+/// can show, and a quarter of what readers commonly ask for at once.
 constexpr std::size_t longestTitle = 4096;
 
 /// All of its bytes stand for the same characters in Latin-1, the code of old text properties, and
