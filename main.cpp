@@ -92,6 +92,32 @@ std::string firstWordsInOne() {
     return all;
 }
 
+/// The desktop has no place for the icon.
+void tellOfNoPlace(clspopups& popups) {
+    printTrouble(
+        "this desktop has no place for an icon. Cobweave in its list of programs shows the "
+        "options, and in the menu of a right click all windows. GNOME has a place with the "
+        "package gnome-shell-extension-appindicator");
+    popups.popup(
+        "This desktop has no place for the icon. Click Cobweave in its list of programs for "
+        "the options, right-click it there for the rest.");
+}
+
+/// A launcher reaches the windows that `windows` shows, and the end of the program.
+void connectLauncher(Launcher& launcher, const ProgramWindows& windows, const Event<>& end) {
+    launcher.activated = windows.showOptions;
+    launcher.actionChosen = [actions = std::map<std::string_view, Event<>>{
+                                 {"options", windows.showOptions},
+                                 {"help", windows.showHelp},
+                                 {"notes", windows.showNotes},
+                                 {"log", windows.showLog},
+                                 {"about", windows.showAbout},
+                                 {"quit", end},
+                             }](std::string_view name) {
+        if (const auto chosen = actions.find(name); chosen != actions.end()) chosen->second();
+    };
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -179,30 +205,11 @@ int main(int argc, char* argv[]) {
         windows.showAbout = [&about] { about.Show(); };
         windows.addToLog = [&log](std::string_view text) { log.load().AddItem(text); };
         windows.popup = [&popups](std::string_view text) { popups.popup(text); };
-        trayIcon->noPlace = [&popups] {
-            printTrouble(
-                "this desktop has no place for an icon. Cobweave in its list of programs shows the "
-                "options, and in the menu of a right click all windows. GNOME has a place with the "
-                "package gnome-shell-extension-appindicator");
-            popups.popup(
-                "This desktop has no place for the icon. Click Cobweave in its list of programs "
-                "for "
-                "the options, right-click it there for the rest.");
-        };
+        trayIcon->noPlace = [&popups] { tellOfNoPlace(popups); };
     }
 
     const std::unique_ptr<Launcher> launcher = makeLauncher(COBWEAVE_ID);
-    launcher->activated = windows.showOptions;
-    launcher->actionChosen = [actions = std::map<std::string_view, Event<>>{
-                                  {"options", windows.showOptions},
-                                  {"help", windows.showHelp},
-                                  {"notes", windows.showNotes},
-                                  {"log", windows.showLog},
-                                  {"about", windows.showAbout},
-                                  {"quit", end},
-                              }](std::string_view name) {
-        if (const auto chosen = actions.find(name); chosen != actions.end()) chosen->second();
-    };
+    connectLauncher(*launcher, windows, end);
 
     // Within the loop, so that the program can be ended while a box at start-up is open.
     QTimer::singleShot(0, [&host, &launcher = *launcher] {

@@ -42,8 +42,6 @@ void appendUtf8(std::string& text, char32_t character) {
     }
 }
 
-bool isContinuation(char byte) { return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80; }
-
 /// What `text` begins with that is the same in UTF-8 and in the code page.
 std::string_view asciiAtFront(std::string_view text) {
     const auto isAscii = [](char byte) { return static_cast<std::uint8_t>(byte) < 0x80; };
@@ -76,7 +74,7 @@ std::size_t lengthAtFront(std::string_view utf8) {
     const std::size_t length = lengthFromLead(static_cast<std::uint8_t>(utf8.front()));
     if (length == 0 || length > utf8.size()) return 0;
     const std::string_view rest = utf8.substr(1, length - 1);
-    const bool whole = std::all_of(rest.begin(), rest.end(), isContinuation);
+    const bool whole = std::all_of(rest.begin(), rest.end(), codePage::isContinuation);
     if (!whole) return 0;
     constexpr std::array<char32_t, 5> smallest = {0, 0, 0x80, 0x800, 0x10000};
     const char32_t character = characterAtFront(utf8, length);
@@ -129,6 +127,10 @@ bool codePage::isUtf8(std::string_view bytes) {
         if (length == 0) return false;
         bytes.remove_prefix(length);
     }
+}
+
+bool codePage::isContinuation(char byte) {
+    return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80;
 }
 
 std::string_view codePage::cutUtf8(std::string_view utf8, std::size_t size) {

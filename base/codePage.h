@@ -19,6 +19,9 @@ namespace codePage {
 /// Whether `bytes` are valid UTF-8, as pure ASCII is too.
 [[nodiscard]] bool isUtf8(std::string_view bytes);
 
+/// Whether `byte` belongs, in UTF-8, to the character that an earlier byte begins.
+[[nodiscard]] bool isContinuation(char byte);
+
 /// The beginning of `utf8`, of at most `size` bytes, that ends between two characters.
 [[nodiscard]] std::string_view cutUtf8(std::string_view utf8, std::size_t size);
 

@@ -194,7 +194,7 @@ bool MSNProxy::isOver(int lost) const {
 void MSNProxy::reportUnreachable() {
     const auto high = code(socksReplyTail, 1);
     const auto low = code(socksReplyTail, 2);
-    const auto address = dottedAddress("\x04\x01" + socksReplyTail);
+    const auto address = dottedAddress(std::string(connectRequest) + socksReplyTail);
     if (!high || !low || !address) return;
     unreachable(*address + ", port " + std::to_string(*high * 256 + *low));
 }

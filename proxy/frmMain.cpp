@@ -45,16 +45,16 @@ frmMain::Start frmMain::Load() {
     services.notes.load();
     windows.loadTitle();
     ChangeSong->enable(songInterval);
-    if (const auto trouble = Winsock1->Listen(listeningPort)) {
-        if (trouble->number == SocketTrouble::addressInUse) {
+    if (const auto problem = Winsock1->Listen(listeningPort)) {
+        if (problem->number == SocketTrouble::addressInUse) {
             // The line comes before the box, which waits for its answer.
-            this->trouble("port " + std::to_string(listeningPort) + " is taken; \"" +
-                          trouble->question + "\" says by which program");
+            trouble("port " + std::to_string(listeningPort) + " is taken; \"" + problem->question +
+                    "\" says by which program");
             messageBox.critical("Please do not run multiple instances of Cobweave."sv);
             windows.removeTrayIcon();
             return Start::SecondCopy;
         }
-        messageBox.critical("Error: " + trouble->description);
+        messageBox.critical("Error: " + problem->description);
         return Start::NotListening;
     }
     // Each OK of the options saves this switch, be it on or off: without a value none was pressed

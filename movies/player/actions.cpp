@@ -173,10 +173,7 @@ private:
 
     void command(std::string_view address, std::string_view arguments) {
         constexpr auto prefix = "fscommand:"sv;
-        if (address.size() < prefix.size() || commands.size() == limits::commands ||
-            lowerCase(address.substr(0, prefix.size())) != prefix) {
-            return;
-        }
+        if (commands.size() == limits::commands || !beginsInAnyCase(address, prefix)) return;
         commands.push_back(
             {std::string(address.substr(prefix.size()).substr(0, limits::commandBytes)),
              std::string(arguments.substr(0, limits::commandBytes))});

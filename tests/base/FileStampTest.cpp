@@ -62,7 +62,7 @@ TEST_F(StampedFile, HasNotChangedSoonAfterAChangeWhoseTimeHasAFraction) {
     EXPECT_FALSE(stamp.mayHaveChanged());
 }
 
-TEST_F(StampedFile, MayHaveChangedForSomeSecondsWhereTimesAreWholeSeconds) {
+TEST_F(StampedFile, MayHaveChangedSoonAfterAChangeWhereTimesAreWholeSeconds) {
     write("one");
     bool mayHaveChanged = false;
     // Again, should it have taken so long that the seconds are over.

@@ -26,7 +26,9 @@ protected:
             set(key, "True");
         spine.host.values.rancolorOn = true;
     }
-    /// Both sides send `chunk`; one chunk, of about its size, leaves on the other side.
+    /// Both sides send `chunk`. One chunk leaves for the server, perhaps a short one, since what
+    /// stands behind a message is cut. What leaves for the client ends in a chunk of about its
+    /// size.
     void survives(const std::string& chunk) {
         const auto toServers = toServer(chunk);
         ASSERT_EQ(toServers.size(), 1U);
@@ -34,6 +36,7 @@ protected:
         const auto toClients = toClient(chunk);
         ASSERT_GE(toClients.size(), 1U);
         EXPECT_LT(toClients.back().bytes.size(), chunk.size() + 1000);
+        EXPECT_GT(toClients.back().bytes.size() + 1000, chunk.size());
         // And all goes on as before.
         join();
         spine.host.values.rancolorOn = false;

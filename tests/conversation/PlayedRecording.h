@@ -42,8 +42,8 @@ struct Message {
     static bool is(const std::string& read) {
         if (!read.starts_with("MSG ")) return false;
         const std::size_t end = read.find("\r\n");
-        const std::string length = read.substr(read.rfind(' ', end) + 1, end);
-        return std::stoul(length) == read.size() - end - 2;
+        const std::size_t length = read.rfind(' ', end) + 1;
+        return std::stoul(read.substr(length, end - length)) == read.size() - end - 2;
     }
     explicit Message(const std::string& read) {
         const std::size_t end = read.find("\r\n");

@@ -1,5 +1,6 @@
 #include "ui/log/frmlog.h"
 
+#include "base/codePage.h"
 #include "base/userText.h"
 #include "platform/Clock.h"
 #include "platform/MessageBox.h"
@@ -120,10 +121,9 @@ void LogLineDelegate::makeRoomFor(std::string_view utf8) {
     double width = 0;
     for (const char byte : utf8) {
         const auto code = static_cast<std::uint8_t>(byte);
-        const bool isContinuation = (code & 0xC0) == 0x80;
         if (code < 0x80) {
             width += widths[code];
-        } else if (!isContinuation) {
+        } else if (!codePage::isContinuation(byte)) {
             width += otherWidth;
         }
     }
