@@ -26,7 +26,7 @@ struct OptionWord {
     QRadioButton& button;
 };
 
-// A switch is shown on by its word for on alone, also the one that counts as on until it is set.
+// Only its word for on shows a switch as on, even the one that counts as on until it is set.
 [[nodiscard]] OptionRow optionRow(const options::Switch& option, Toggle& control);
 [[nodiscard]] OptionRow optionRow(const options::Switch& option, QCheckBox& control);
 /// A status, shown as it is stored though it may be none.
