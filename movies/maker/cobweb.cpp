@@ -21,6 +21,8 @@ struct Plan {
     int end = 1;
 
     [[nodiscard]] bool isRound() const { return arcTo - arcFrom >= 360; }
+    /// How many gaps between spokes the threads cross.
+    [[nodiscard]] int gaps() const { return isRound() ? spokes : spokes - 1; }
 };
 
 Plan readPlan(Statement& statement, const Paints& paints) {
@@ -50,47 +52,60 @@ Plan readPlan(Statement& statement, const Paints& paints) {
 }
 
 /// Between -1 and 1, and always the same for a spoke: no web is quite even.
-double unevenness(int spoke) { return std::sin(spoke * 12.9898 + 4.1); }
+double unevenness(int spoke) {
+    constexpr double anglePerSpoke = 12.9898;
+    constexpr double firstAngle = 4.1;
+    return std::sin(spoke * anglePerSpoke + firstAngle);
+}
 
 /// A place on a spoke, at a share of its length.
 QPointF onSpoke(const Plan& plan, int spoke, double share) {
-    const int gaps = plan.isRound() ? plan.spokes : plan.spokes - 1;
-    const double step = (plan.arcTo - plan.arcFrom) / gaps;
-    const double bend =
-        plan.isRound() || (spoke > 0 && spoke < plan.spokes - 1) ? 0.16 * unevenness(spoke) : 0;
+    // Shares of a gap and of the radius.
+    constexpr double mostBend = 0.16;
+    constexpr double meanLength = 0.94;
+    constexpr double mostLengthening = 0.06;
+    // A spoke's length is not uneven in the way its angle is.
+    constexpr int spokesApart = 7;
+    const double step = (plan.arcTo - plan.arcFrom) / plan.gaps();
+    const bool mayBend = plan.isRound() || (spoke > 0 && spoke < plan.spokes - 1);
+    const double bend = mayBend ? mostBend * unevenness(spoke) : 0;
     const double angle = (plan.arcFrom + step * (spoke + bend)) * std::numbers::pi / 180;
-    const double length = plan.radius * (0.94 + 0.06 * unevenness(spoke + 7)) * share;
+    const double length =
+        plan.radius * (meanLength + mostLengthening * unevenness(spoke + spokesApart)) * share;
     return plan.middle + QPointF(std::cos(angle), std::sin(angle)) * length;
 }
 
 Strand strand(const Plan& plan, const QPainterPath& path, double from, double to) {
-    const int length = plan.end - plan.begin;
     Stroke stroke;
     stroke.width = plan.width;
     stroke.paint = plan.paint;
     stroke.path = path;
-    Strand made{stroke, plan.begin, plan.end};
-    made.begin = plan.begin + static_cast<int>(std::lround(from * length));
-    made.end = std::max(made.begin + 1, plan.begin + static_cast<int>(std::lround(to * length)));
-    return made;
+    const auto frame = [&plan](double share) {
+        return plan.begin + static_cast<int>(std::lround(share * (plan.end - plan.begin)));
+    };
+    const int begin = frame(from);
+    return {stroke, begin, std::max(begin + 1, frame(to))};
 }
 
 }  // namespace
 
 std::vector<Strand> read(Statement& statement, const Paints& paints) {
     // The spokes come first, one soon after another; then the thread goes round and round.
-    constexpr double spokesTime = 0.45;
+    constexpr double spokeTime = 0.225;
     constexpr double threadBegins = 0.25;
+    constexpr double threadTime = 0.06;
     constexpr double sag = 0.82;
+    // How far the spokes reach beyond the outermost ring, in gaps between rings.
+    constexpr double beyond = 0.6;
     const Plan plan = readPlan(statement, paints);
     std::vector<Strand> strands;
     for (int spoke = 0; spoke < plan.spokes; ++spoke) {
         QPainterPath path(plan.middle);
         path.lineTo(onSpoke(plan, spoke, 1));
-        const double begin = spokesTime / 2 * spoke / plan.spokes;
-        strands.push_back(strand(plan, path, begin, begin + spokesTime / 2));
+        const double begin = spokeTime * spoke / plan.spokes;
+        strands.push_back(strand(plan, path, begin, begin + spokeTime));
     }
-    const int gaps = plan.isRound() ? plan.spokes : plan.spokes - 1;
+    const int gaps = plan.gaps();
     const int threads = gaps * plan.rings;
     for (int thread = 0; thread < threads; ++thread) {
         const int ring = thread / gaps;
@@ -99,13 +114,13 @@ std::vector<Strand> read(Statement& statement, const Paints& paints) {
         const int gap = back ? gaps - 1 - thread % gaps : thread % gaps;
         const int first = back ? gap + 1 : gap;
         const int second = (back ? gap : gap + 1) % plan.spokes;
-        const double share = (ring + 1.0) / (plan.rings + 0.6);
+        const double share = (ring + 1.0) / (plan.rings + beyond);
         const QPointF from = onSpoke(plan, first, share);
         const QPointF to = onSpoke(plan, second, share);
         QPainterPath path(from);
         path.quadTo(plan.middle + ((from + to) / 2 - plan.middle) * sag, to);
         const double begin = threadBegins + (1 - threadBegins) * thread / threads;
-        strands.push_back(strand(plan, path, begin, std::min(1.0, begin + 0.06)));
+        strands.push_back(strand(plan, path, begin, std::min(1.0, begin + threadTime)));
     }
     return strands;
 }
