@@ -7,24 +7,25 @@
 namespace {
 
 /// The characters of the codes 80 to 9F; all others are those of the same number.
-constexpr std::array<char16_t, 32> upperControls = {
+constexpr std::array<char16_t, 32> windowsCharacters = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-constexpr std::uint8_t firstUpperControl = 0x80;
+constexpr std::uint8_t firstWindowsCode = 0x80;
 
 char32_t characterOf(std::uint8_t code) {
-    const unsigned index = code - unsigned{firstUpperControl};
-    return code >= firstUpperControl && index < upperControls.size() ? upperControls[index] : code;
+    const unsigned index = code - unsigned{firstWindowsCode};
+    return code >= firstWindowsCode && index < windowsCharacters.size() ? windowsCharacters[index]
+                                                                        : code;
 }
 
 char byteOf(char32_t character) {
-    const auto* const found = std::find(upperControls.begin(), upperControls.end(), character);
-    if (found != upperControls.end()) {
-        return static_cast<char>(firstUpperControl + (found - upperControls.begin()));
+    const auto* const found =
+        std::find(windowsCharacters.begin(), windowsCharacters.end(), character);
+    if (found != windowsCharacters.end()) {
+        return static_cast<char>(firstWindowsCode + (found - windowsCharacters.begin()));
     }
-    const bool ownNumber =
-        character < firstUpperControl || (character >= 0xA0 && character <= 0xFF);
+    const bool ownNumber = character < firstWindowsCode || (character >= 0xA0 && character <= 0xFF);
     return ownNumber ? static_cast<char>(character) : '?';
 }
 
