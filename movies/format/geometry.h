@@ -4,11 +4,10 @@
 #include <cmath>
 #include <cstdint>
 
-/// Places and colours, as movie files count them: lengths in twentieths of a pixel.
+/// Places and colours, as movie files count them: lengths in twips, 20 of which are a pixel.
 namespace swf {
 
-/// How many of these lengths make a pixel.
-constexpr double twips = 20;
+constexpr double twipsPerPixel = 20;
 /// Half of the square, around its own middle, in which files describe gradients.
 constexpr double gradientReach = 16384;
 
@@ -81,7 +80,7 @@ struct ColorTransform {
     std::array<int, 4> add{};
     bool operator==(const ColorTransform&) const = default;
 
-    /// The colour behind the transform, each channel held to 0 to 255.
+    /// The colour after the transform, each channel held to 0 to 255.
     [[nodiscard]] Color apply(Color color) const;
     /// What `inner` does, and then this.
     [[nodiscard]] ColorTransform after(const ColorTransform& inner) const;

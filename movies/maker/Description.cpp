@@ -231,7 +231,7 @@ void Description::readButton(const Statement& head, const std::string& name, Blo
 
 std::string Description::file() const {
     swf::Writer body;
-    body.rect({0, width * swf::twips, 0, height * swf::twips});
+    body.rect({0, width * swf::twipsPerPixel, 0, height * swf::twipsPerPixel});
     body.u16(static_cast<unsigned>(std::lround(rate * 256)));
     body.u16(static_cast<unsigned>(score.frameCount()));
     if (background) {

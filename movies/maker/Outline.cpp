@@ -11,7 +11,7 @@ constexpr double tolerance = 0.02;
 constexpr int mostHalvings = 5;
 
 swf::Point inTwips(QPointF place) {
-    return {std::round(place.x() * swf::twips), std::round(place.y() * swf::twips)};
+    return {std::round(place.x() * swf::twipsPerPixel), std::round(place.y() * swf::twipsPerPixel)};
 }
 
 /// Halves the curve until a quadratic one fits each piece.

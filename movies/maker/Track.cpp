@@ -24,8 +24,8 @@ swf::Matrix matrixOf(const Look& look) {
     const double slant = angle + look.skew * std::numbers::pi / 180;
     // What stands upright leans to the right, and keeps its height.
     const double lean = down / std::cos(slant - angle);
-    return {across * std::cos(angle), across * std::sin(angle), -lean * std::sin(slant),
-            lean * std::cos(slant),   look.x * swf::twips,      look.y * swf::twips};
+    return {across * std::cos(angle), across * std::sin(angle),    -lean * std::sin(slant),
+            lean * std::cos(slant),   look.x * swf::twipsPerPixel, look.y * swf::twipsPerPixel};
 }
 
 }  // namespace

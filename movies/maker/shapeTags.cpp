@@ -9,16 +9,16 @@ namespace shapeTags {
 
 namespace {
 
-using swf::twips;
+using swf::twipsPerPixel;
 
 std::int32_t rounded(double value) { return static_cast<std::int32_t>(std::lround(value)); }
 
 /// From the square, 32768 wide around its middle, that gradients are described in.
 swf::Matrix gradientMatrix(const Paint& paint) {
-    constexpr double half = swf::gradientReach / twips;
+    constexpr double half = swf::gradientReach / twipsPerPixel;
     if (paint.kind == Paint::Kind::Radial) {
         const double scale = paint.toX / half;
-        return {scale, 0, 0, scale, paint.x * twips, paint.y * twips};
+        return {scale, 0, 0, scale, paint.x * twipsPerPixel, paint.y * twipsPerPixel};
     }
     const double across = (paint.toX - paint.x) / 2 / half;
     const double down = (paint.toY - paint.y) / 2 / half;
@@ -26,8 +26,8 @@ swf::Matrix gradientMatrix(const Paint& paint) {
             down,
             -down,
             across,
-            (paint.x + paint.toX) / 2 * twips,
-            (paint.y + paint.toY) / 2 * twips};
+            (paint.x + paint.toX) / 2 * twipsPerPixel,
+            (paint.y + paint.toY) / 2 * twipsPerPixel};
 }
 
 void writePicture(swf::Writer& bytes, const Paint& paint) {
@@ -35,8 +35,8 @@ void writePicture(swf::Writer& bytes, const Paint& paint) {
     bytes.code(paint.repeated ? (paint.rough ? RoughRepeatingBitmap : RepeatingBitmap)
                               : (paint.rough ? RoughClippedBitmap : ClippedBitmap));
     bytes.u16(paint.picture);
-    const double scale = paint.pixel * twips;
-    bytes.matrix({scale, 0, 0, scale, paint.x * twips, paint.y * twips});
+    const double scale = paint.pixel * twipsPerPixel;
+    bytes.matrix({scale, 0, 0, scale, paint.x * twipsPerPixel, paint.y * twipsPerPixel});
 }
 
 void writeFill(swf::Writer& bytes, const Paint& paint) {
@@ -98,7 +98,7 @@ void writeStyles(swf::Writer& bytes, const Stroke& stroke, bool fourth) {
     if (!isLine) writeFill(bytes, stroke.paint);
     bytes.u8(isLine ? 1 : 0);
     if (!isLine) return;
-    bytes.u16(static_cast<unsigned>(rounded(stroke.width * twips)));
+    bytes.u16(static_cast<unsigned>(rounded(stroke.width * twipsPerPixel)));
     if (fourth) {
         writeFullLine(bytes, stroke);
     } else {
@@ -162,8 +162,8 @@ QRectF boundsOf(const Drawing& drawing) {
 }
 
 void writeBounds(swf::Writer& bytes, const QRectF& bounds) {
-    bytes.rect({bounds.left() * twips, bounds.right() * twips, bounds.top() * twips,
-                bounds.bottom() * twips});
+    bytes.rect({bounds.left() * twipsPerPixel, bounds.right() * twipsPerPixel,
+                bounds.top() * twipsPerPixel, bounds.bottom() * twipsPerPixel});
 }
 
 /// The widths, in bits, of the numbers of styles: of one fill or line.
@@ -201,7 +201,7 @@ swf::Writer growing(unsigned number, const Stroke& line) {
     swf::Writer styles;
     styles.u8(0);
     styles.u8(1);
-    const auto width = static_cast<unsigned>(rounded(line.width * twips));
+    const auto width = static_cast<unsigned>(rounded(line.width * twipsPerPixel));
     styles.u16(width);
     styles.u16(width);
     styles.color(line.paint.tint, true);

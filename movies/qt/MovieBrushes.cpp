@@ -79,7 +79,7 @@ double lineScale(const swf::Line& line, const swf::Matrix& matrix) {
     }
     if (line.scalesAcross) return std::hypot(matrix.xx, matrix.yx);
     if (line.scalesDown) return std::hypot(matrix.xy, matrix.yy);
-    return 1 / swf::twips;
+    return 1 / swf::twipsPerPixel;
 }
 
 }  // namespace

@@ -304,7 +304,7 @@ TEST(MovieBudget, EndsALongFillBetweenTwoRows) {
 /// A movie of one line that goes to and fro.
 std::string longLine(int edges, double width) {
     Bits body = Bits().u16(1).rect(0, 100, 0, 100).u8(0).u8(1);
-    body.u16(static_cast<unsigned>(width * swf::twips)).rgb(white).styleBits(0, 1);
+    body.u16(static_cast<unsigned>(width * swf::twipsPerPixel)).rgb(white).styleBits(0, 1);
     body.jumpAndLine(10, 5);
     for (int edge = 0; edge < edges; ++edge)
         body.line(edge % 2 == 0 ? 80 : -80, 90.0 / edges);

@@ -14,7 +14,9 @@ public:
     explicit MadeMovie(const std::string& name)
         : Screening(readFile(std::filesystem::path(COBWEAVE_MADE) / (name + ".swf"))) {}
 
-    void mouse(bool held) { player.mouse({30 * swf::twips, 30 * swf::twips}, held); }
+    void mouse(bool held) {
+        player.mouse({30 * swf::twipsPerPixel, 30 * swf::twipsPerPixel}, held);
+    }
 };
 
 TEST(MadeMovie, KeepsWhatIsAtADepthThatIsTaken) {

@@ -8,7 +8,7 @@ namespace {
 
 namespace placeFlag = swf::placeFlag;
 
-std::int64_t length(double pixels) { return std::llround(pixels * swf::twips); }
+std::int64_t length(double pixels) { return std::llround(pixels * swf::twipsPerPixel); }
 
 }  // namespace
 
@@ -47,12 +47,13 @@ Bits& Bits::rgb(std::uint32_t color) { return u8(color >> 16U).u8(color >> 8U).u
 Bits& Bits::rgba(std::uint32_t color, unsigned alpha) { return rgb(color).u8(alpha); }
 
 Bits& Bits::rect(int left, int right, int top, int bottom) {
-    writer.rect({left * swf::twips, right * swf::twips, top * swf::twips, bottom * swf::twips});
+    writer.rect({left * swf::twipsPerPixel, right * swf::twipsPerPixel, top * swf::twipsPerPixel,
+                 bottom * swf::twipsPerPixel});
     return *this;
 }
 
 Bits& Bits::matrix(double scaleX, double scaleY, double x, double y) {
-    writer.matrix({scaleX, 0, 0, scaleY, x * swf::twips, y * swf::twips});
+    writer.matrix({scaleX, 0, 0, scaleY, x * swf::twipsPerPixel, y * swf::twipsPerPixel});
     return *this;
 }
 

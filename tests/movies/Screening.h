@@ -47,7 +47,7 @@ public:
     }
 
     [[nodiscard]] QImage ground(double scale) const {
-        const double factor = scale / swf::twips;
+        const double factor = scale / swf::twipsPerPixel;
         const swf::Rect& frame = movie->frame;
         QImage image(std::max(1, static_cast<int>(frame.width() * factor)),
                      std::max(1, static_cast<int>(frame.height() * factor)), QImage::Format_RGB32);
@@ -55,7 +55,7 @@ public:
         return image;
     }
     void draw(QImage& image, double scale, double moved = 0) {
-        const double factor = scale / swf::twips;
+        const double factor = scale / swf::twipsPerPixel;
         const swf::Rect& frame = movie->frame;
         QPainter target(&image);
         outcome =

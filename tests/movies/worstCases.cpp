@@ -20,7 +20,7 @@ Bits filledWith(const Bits& fill) {
 }
 Bits linedWith(double width) {
     Bits body = Bits().u16(shapeNumber).rect(0, 100, 0, 100).u8(0).u8(1);
-    return body.u16(static_cast<unsigned>(width * swf::twips)).rgb(red).styleBits(0, 1);
+    return body.u16(static_cast<unsigned>(width * swf::twipsPerPixel)).rgb(red).styleBits(0, 1);
 }
 Bits solid() { return Bits().code(FillType::Solid).rgb(red); }
 
