@@ -1,16 +1,19 @@
 #include "movies/maker/actionCode.h"
 
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
 namespace actionCode {
 
 namespace {
 
 using swf::Action;
 
-void writeTexts(swf::Writer& bytes, Action action, const std::string& first,
-                const std::string* second) {
+void write(swf::Writer& bytes, Action action, std::initializer_list<std::string_view> texts) {
     swf::Writer body;
-    body.text(first);
-    if (second != nullptr) body.text(*second);
+    for (const std::string_view text : texts)
+        body.text(text);
     bytes.code(action);
     bytes.u16(static_cast<unsigned>(body.get().size()));
     bytes.append(body);
@@ -23,14 +26,15 @@ swf::Writer read(Statement& statement) {
     if (statement.take("stop")) {
         bytes.code(Action::Stop);
     } else if (statement.take("play")) {
-        writeTexts(bytes, Action::SetTarget, statement.word("a sprite"), nullptr);
-        writeTexts(bytes, Action::GoToLabel, statement.word("a label"), nullptr);
+        write(bytes, Action::SetTarget, {statement.word("a sprite")});
+        write(bytes, Action::GoToLabel, {statement.word("a label")});
         bytes.code(Action::Play);
-        writeTexts(bytes, Action::SetTarget, "", nullptr);
+        write(bytes, Action::SetTarget, {""});
     } else {
         statement.expect("command");
-        const std::string arguments;
-        writeTexts(bytes, Action::GetURL, "FSCommand:" + statement.word("a command"), &arguments);
+        const std::string command = "FSCommand:" + statement.word("a command");
+        const std::string_view arguments;
+        write(bytes, Action::GetURL, {command, arguments});
     }
     statement.finish();
     return bytes;
