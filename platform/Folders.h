@@ -12,6 +12,11 @@ namespace folders {
 /// can write there, or else a folder of this user's data, which need not exist yet.
 [[nodiscard]] std::filesystem::path notes();
 
+/// Which of the two folders it is: that of the program, if this user can make files there, or else
+/// the one for the user's data.
+[[nodiscard]] std::filesystem::path notesIn(const std::filesystem::path& program,
+                                            const std::filesystem::path& data);
+
 /// The movie of this file name that came with the program: the one beside it or, where there is
 /// none, the one in the folder for data of the place where it is installed. Neither need exist.
 [[nodiscard]] std::filesystem::path movie(const char* name);

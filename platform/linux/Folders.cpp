@@ -23,7 +23,8 @@ std::filesystem::path home() {
     return user == nullptr ? "/" : user->pw_dir;
 }
 
-/// Reading counts too: the folder is opened when a file in it is replaced.
+/// Reading counts too: the folder is opened when a file in it is replaced. An empty path is no
+/// folder.
 bool canBeWritten(const std::filesystem::path& folder) {
     return faccessat(AT_FDCWD, folder.c_str(), R_OK | W_OK | X_OK, AT_EACCESS) == 0;
 }

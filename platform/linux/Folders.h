@@ -11,11 +11,6 @@ namespace folders {
 /// Where this program keeps data for its user. The folder need not exist yet.
 [[nodiscard]] std::filesystem::path userData();
 
-/// The folder for the notes: the program's, if this user can write there, else the one for the
-/// user's data. Where the program's is not known, it is empty.
-[[nodiscard]] std::filesystem::path notesIn(const std::filesystem::path& program,
-                                            const std::filesystem::path& data);
-
 /// Whether the folder of the program is one that holds other programs too: what goes with this one
 /// is in the folder for data instead.
 [[nodiscard]] bool isShared(const std::filesystem::path& program);

@@ -1,4 +1,3 @@
-#include "platform/windows/Folders.h"
 #include "platform/Folders.h"
 
 #include "platform/windows/win32.h"

@@ -1,6 +1,5 @@
-#include "platform/windows/Folders.h"
-
 #include "platform/Folders.h"
+
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Variable.h"
 
