@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tests/support/Child.h"
-#include "tests/support/Display.h"
-#include "tests/support/Program.h"
+#include "tests/support/linux/Child.h"
+#include "tests/support/linux/Display.h"
+#include "tests/support/linux/Program.h"
 
 #include <memory>
 #include <string>

@@ -1,5 +1,5 @@
 #include "tests/demo/Stage.h"
-#include "tests/support/Program.h"
+#include "tests/support/linux/Program.h"
 #include "tests/support/messages.h"
 #include "tests/support/storedSettings.h"
 

@@ -1,5 +1,5 @@
-#include "tests/support/Program.h"
 #include "tests/support/Relay.h"
+#include "tests/support/linux/Program.h"
 
 #include <gtest/gtest.h>
 

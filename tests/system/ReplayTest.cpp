@@ -1,8 +1,8 @@
 #include "base/text.h"
 #include "conversation/messageTools.h"
-#include "tests/support/Program.h"
 #include "tests/support/Recording.h"
 #include "tests/support/Relay.h"
+#include "tests/support/linux/Program.h"
 
 #include <gtest/gtest.h>
 

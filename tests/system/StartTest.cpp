@@ -1,7 +1,7 @@
-#include "tests/support/BadBus.h"
-#include "tests/support/Display.h"
-#include "tests/support/Program.h"
 #include "tests/support/Relay.h"
+#include "tests/support/linux/BadBus.h"
+#include "tests/support/linux/Display.h"
+#include "tests/support/linux/Program.h"
 #include "tests/support/messages.h"
 #include "tests/support/readFile.h"
 

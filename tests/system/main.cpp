@@ -1,4 +1,4 @@
-#include "tests/support/Program.h"
+#include "tests/support/linux/Program.h"
 #include "tests/support/linux/ownNetwork.h"
 
 #include <gtest/gtest.h>

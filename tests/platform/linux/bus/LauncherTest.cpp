@@ -1,7 +1,7 @@
 #include "platform/Launcher.h"
 
-#include "tests/support/SessionBus.h"
 #include "tests/support/comesTrue.h"
+#include "tests/support/linux/SessionBus.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #include "platform/MediaPlayer.h"
 #include "tests/platform/linux/bus/ScriptedPlayer.h"
 #include "tests/support/Peer.h"
-#include "tests/support/SessionBus.h"
 #include "tests/support/comesTrue.h"
+#include "tests/support/linux/SessionBus.h"
 
 #include <gtest/gtest.h>
 

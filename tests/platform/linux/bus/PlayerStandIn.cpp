@@ -1,7 +1,7 @@
 #include "tests/platform/shared/PlayerStandIn.h"
 
 #include "tests/platform/linux/bus/ScriptedPlayer.h"
-#include "tests/support/SessionBus.h"
+#include "tests/support/linux/SessionBus.h"
 
 #include <map>
 #include <optional>

@@ -1,8 +1,8 @@
 #include "platform/linux/bus/sessionBus.h"
-#include "tests/support/BadBus.h"
-#include "tests/support/SessionBus.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Variable.h"
+#include "tests/support/linux/BadBus.h"
+#include "tests/support/linux/SessionBus.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "tests/platform/shared/FoundMessenger.h"
-#include "tests/support/StandIn.h"
-#include "tests/support/XServer.h"
+#include "tests/support/linux/StandIn.h"
+#include "tests/support/linux/XServer.h"
 
 #include <cstdlib>
 #include <memory>

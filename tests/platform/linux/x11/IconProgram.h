@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/Child.h"
+#include "tests/support/linux/Child.h"
 
 #include <string>
 

@@ -3,7 +3,7 @@
 #include "platform/linux/x11/X11Client.h"
 #include "tests/platform/linux/x11/Desktop.h"
 #include "tests/support/Variable.h"
-#include "tests/support/XServer.h"
+#include "tests/support/linux/XServer.h"
 
 #include <QEventLoop>
 #include <QTimer>

@@ -3,7 +3,7 @@
 #include "tests/platform/linux/x11/Desktop.h"
 #include "tests/platform/linux/x11/IconHosts.h"
 #include "tests/platform/linux/x11/IconProgram.h"
-#include "tests/support/SessionBus.h"
+#include "tests/support/linux/SessionBus.h"
 
 #include <QDBusVariant>
 

@@ -1,6 +1,6 @@
 #include "tests/platform/shared/WindowStandIn.h"
 
-#include "tests/support/StandIn.h"
+#include "tests/support/linux/StandIn.h"
 
 /// Programs on the X server of the environment, without a window manager.
 struct WindowStandIn::System {

@@ -1,7 +1,7 @@
 #include "platform/Platform.h"
 #include "platform/linux/x11/X11Client.h"
 #include "tests/platform/linux/x11/IconProgram.h"
-#include "tests/support/XServer.h"
+#include "tests/support/linux/XServer.h"
 #include "tests/support/waiting.h"
 
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "tests/support/XServer.h"
+#include "tests/support/linux/XServer.h"
 
 #include "tests/support/Peer.h"
 

@@ -1,4 +1,4 @@
-#include "tests/support/BadBus.h"
+#include "tests/support/linux/BadBus.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/XServer.h"
+#include "tests/support/linux/XServer.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "tests/support/Child.h"
+#include "tests/support/linux/Child.h"
 
 #include "tests/support/Peer.h"
 #include "tests/support/process.h"

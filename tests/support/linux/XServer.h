@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tests/support/Child.h"
-#include "tests/support/StandIn.h"
+#include "tests/support/linux/Child.h"
+#include "tests/support/linux/StandIn.h"
 
 #include <string>
 

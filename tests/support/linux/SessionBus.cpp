@@ -1,4 +1,4 @@
-#include "tests/support/SessionBus.h"
+#include "tests/support/linux/SessionBus.h"
 
 #include <fstream>
 

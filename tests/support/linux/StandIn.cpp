@@ -1,4 +1,4 @@
-#include "tests/support/StandIn.h"
+#include "tests/support/linux/StandIn.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "tests/support/Program.h"
+#include "tests/support/linux/Program.h"
 
 #include "tests/support/Peer.h"
 #include "tests/support/process.h"

@@ -1,4 +1,4 @@
-#include "tests/support/Display.h"
+#include "tests/support/linux/Display.h"
 
 #include "tests/support/Peer.h"
 

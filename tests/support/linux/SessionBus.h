@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tests/support/Child.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Variable.h"
+#include "tests/support/linux/Child.h"
 
 #include <filesystem>
 #include <string>
