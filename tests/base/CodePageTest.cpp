@@ -1,5 +1,7 @@
 #include "base/codePage.h"
 
+#include "tests/support/allBytes.h"
+
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -11,13 +13,6 @@ namespace {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
-
-std::string allBytes() {
-    std::string bytes;
-    for (int code = 0; code < 256; ++code)
-        bytes += static_cast<char>(code);
-    return bytes;
-}
 
 struct Pair {
     const char* name;

@@ -2,6 +2,7 @@
 
 #include "base/codePage.h"
 #include "tests/stores/StoreFolder.h"
+#include "tests/support/allBytes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,13 +13,6 @@ namespace {
 
 using testing::IsEmpty;
 using namespace std::string_literals;
-
-std::string allBytes() {
-    std::string bytes;
-    for (int code = 0; code < 256; ++code)
-        bytes += static_cast<char>(code);
-    return bytes;
-}
 
 class SettingsStoreTest : public AnyFolder {
 protected:
