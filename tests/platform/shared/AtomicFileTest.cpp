@@ -1,6 +1,7 @@
 #include "platform/AtomicFile.h"
 
 #include "tests/platform/shared/ReplacedFile.h"
+#include "tests/support/allBytes.h"
 #include "tests/support/system.h"
 
 #include <gmock/gmock.h>
@@ -23,10 +24,7 @@ TEST_F(ReplacedFile, HasTheNewContentAndNothingOfTheOld) {
 }
 
 TEST_F(ReplacedFile, HoldsAnyBytes) {
-    std::string bytes;
-    for (int byte = 0; byte < 256; ++byte)
-        bytes += static_cast<char>(byte);
-    for (const std::string& content : {std::string(), bytes, std::string(20'000'000, 'x')}) {
+    for (const std::string& content : {std::string(), allBytes(), std::string(20'000'000, 'x')}) {
         EXPECT_THAT(replaceFile(path, content), succeeds());
         EXPECT_TRUE(read() == content) << content.size() << " bytes";
     }
